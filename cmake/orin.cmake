@@ -1,0 +1,55 @@
+# Compiler settings and the two target functions every folder uses.
+
+add_library(orin_options INTERFACE)
+target_include_directories(orin_options INTERFACE ${PROJECT_SOURCE_DIR}/src)
+target_compile_options(orin_options INTERFACE
+  -Wall -Wextra -Wpedantic -Werror -Wshadow -Wconversion -Wsign-conversion
+  -Wnon-virtual-dtor -Woverloaded-virtual -Wold-style-cast)
+if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+  target_compile_options(orin_options INTERFACE -Wduplicated-cond -Wlogical-op)
+endif()
+if(ORIN_SANITIZE)
+  target_compile_options(orin_options INTERFACE
+    -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
+  target_link_options(orin_options INTERFACE -fsanitize=address,undefined)
+endif()
+if(ORIN_FUZZ)
+  target_compile_options(orin_options INTERFACE
+    -fsanitize=fuzzer-no-link,address,undefined -fno-sanitize-recover=all)
+  target_link_options(orin_options INTERFACE -fsanitize=address,undefined)
+endif()
+
+# orin_library(folder [DEPENDS other folders...]): every .cpp of the current
+# folder and of its sub-folders (other than ui/) as the static library orin_<folder>.
+function(orin_library folder)
+  cmake_parse_arguments(ARG "" "" "DEPENDS" ${ARGN})
+  file(GLOB_RECURSE sources CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/*.cpp)
+  list(FILTER sources EXCLUDE REGEX "/ui/")
+  if(NOT sources)
+    add_library(orin_${folder} INTERFACE)
+    return()
+  endif()
+  add_library(orin_${folder} STATIC ${sources})
+  target_link_libraries(orin_${folder} PUBLIC orin_options tl::expected)
+  foreach(other ${ARG_DEPENDS})
+    target_link_libraries(orin_${folder} PUBLIC orin_${other})
+  endforeach()
+endfunction()
+
+# orin_tests(folder [DEPENDS other folders...]): tests/<folder>/*_test.cpp as one program.
+function(orin_tests folder)
+  cmake_parse_arguments(ARG "" "" "DEPENDS" ${ARGN})
+  file(GLOB sources CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/tests/${folder}/*.cpp)
+  if(NOT sources)
+    return()
+  endif()
+  add_executable(orin_${folder}_tests ${sources})
+  target_link_libraries(orin_${folder}_tests PRIVATE orin_test_support GTest::gmock GTest::gtest_main)
+  foreach(other ${ARG_DEPENDS})
+    target_link_libraries(orin_${folder}_tests PRIVATE orin_${other})
+  endforeach()
+  target_compile_definitions(orin_${folder}_tests PRIVATE
+    ORIN_TEST_DATA="${PROJECT_SOURCE_DIR}/tests/data")
+  gtest_discover_tests(orin_${folder}_tests DISCOVERY_MODE PRE_TEST
+    TEST_PREFIX "${folder}." PROPERTIES TIMEOUT 300)
+endfunction()

@@ -1,0 +1,39 @@
+#!/usr/bin/env bash
+# Builds ミルテ, makes the demo market from the quotes in demo/, screens it and shows the lists.
+# The market stays in build/demo (or in the directory of $ORIN_DEMO) and can be explored with
+# orin-cli --home build/demo.
+set -euo pipefail
+cd "$(dirname "$0")/.."
+
+scripts/install-packages.sh >&2
+cmake --preset release >/dev/null
+cmake --build --preset release --target orin-cli >&2
+
+home=${ORIN_DEMO:-build/demo}
+cli=(build/release/src/app/orin-cli --home "$home")
+
+rm -rf "$home"
+mkdir -p "$home"
+cp -r demo/. "$home"
+for analysis in "$home"/analysis/*.txt; do
+  mkdir -p "$home/patrol/$(basename "$analysis" .txt)"
+done
+
+echo "■ 株価の取り込み（ファイル数,銘柄数,取引日数）"
+"${cli[@]}" init
+"${cli[@]}" update-csv --stocks "$home/stocks.csv"
+
+echo
+echo "■ 株価データの検査"
+"${cli[@]}" check 2>&1
+
+echo
+echo "■ 株価分析（分析結果のファイル、選ばれた銘柄の数）"
+results=$("${cli[@]}" screen --group "$home/orin.chk")
+echo "$results"
+
+while IFS=$'\t' read -r list count; do
+  echo
+  echo "■ $list（${count}銘柄）"
+  iconv -f CP932 -t UTF-8 "$list" | tr -d '\r'
+done <<<"$results"

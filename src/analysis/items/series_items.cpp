@@ -1,0 +1,82 @@
+#include <algorithm>
+
+#include "analysis/items/item_families.h"
+#include "indicators/indicator.h"
+
+namespace orin::analysis {
+
+using base::BarsView;
+using base::DayIndex;
+using indicators::ColumnSink;
+
+int32_t BarsRead(int64_t history, int32_t offset) {
+  constexpr int64_t kAll = History::kAll;
+  return static_cast<int32_t>(std::min(kAll, std::min(kAll, history) + 1 - offset));
+}
+
+History SeriesNeeds(const BoundItem& item) {
+  History needs;
+  if (!item.indicator->Accepts(item.arguments)) return needs;
+  const int32_t bars = BarsRead(item.indicator->history(item.arguments), item.offset);
+  switch (item.form) {
+    case SeriesForm::kDaily:
+      needs.daily = bars;
+      break;
+    case SeriesForm::kWeekly:
+      needs.weekly = bars;
+      break;
+    case SeriesForm::kMonthly:
+      needs.monthly = bars;
+      break;
+    case SeriesForm::kSecond:
+      needs.second = bars;
+      break;
+  }
+  return needs;
+}
+
+namespace {
+
+/// One column over all days: bar d + offset is the one examined on day d.
+void EvaluateDays(const BoundItem& item, BarsView bars, DayIndex first, DayIndex last,
+                  base::ValueColumn& out) {
+  const int64_t from = int64_t{first.Value()} + item.offset;
+  const int64_t to = int64_t{last.Value()} + item.offset;
+  indicators::ComputeInto(*item.indicator, bars, item.arguments, from, to, indicators::Span::kWhole,
+                          ColumnSink(out.values.data(), out.valid.data(), from));
+}
+
+/// The running period changes from day to day, so each day has a series of its own.
+template <typename BarsAsOf>
+void EvaluatePeriods(const BoundItem& item, const StockContext& context, DayIndex first,
+                     DayIndex last, base::ValueColumn& out, BarsAsOf bars_as_of) {
+  const int32_t from = std::max(first.Value(), context.Daily().First());
+  const int32_t to = std::min(last.Value(), context.Daily().Count());
+  for (int32_t day = from; day <= to; ++day) {
+    const BarsView bars = bars_as_of(DayIndex(day));
+    const int64_t t = int64_t{bars.Count()} + item.offset;
+    const auto place = static_cast<size_t>(day - first.Value());
+    indicators::ComputeInto(*item.indicator, bars, item.arguments, t, t, indicators::Span::kWhole,
+                            ColumnSink(&out.values[place], &out.valid[place], t));
+  }
+}
+
+}  // namespace
+
+void EvaluateSeries(const BoundItem& item, StockContext& context, DayIndex first, DayIndex last,
+                    base::ValueColumn& out) {
+  switch (item.form) {
+    case SeriesForm::kDaily:
+      return EvaluateDays(item, context.Daily(), first, last, out);
+    case SeriesForm::kSecond:
+      return EvaluateDays(item, context.Second(), first, last, out);
+    case SeriesForm::kWeekly:
+      return EvaluatePeriods(item, context, first, last, out,
+                             [&context](DayIndex day) { return context.WeeklyAsOf(day); });
+    case SeriesForm::kMonthly:
+      return EvaluatePeriods(item, context, first, last, out,
+                             [&context](DayIndex day) { return context.MonthlyAsOf(day); });
+  }
+}
+
+}  // namespace orin::analysis

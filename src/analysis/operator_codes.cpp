@@ -1,0 +1,98 @@
+#include "analysis/operator_codes.h"
+
+#include <algorithm>
+
+namespace orin::analysis {
+
+namespace {
+
+using LetterTable = std::array<std::optional<OperatorCode>, 256>;
+
+// Operators of one letter by that letter.
+constexpr LetterTable MakeLetterTable() {
+  LetterTable table = {};
+  for (const OperatorRow& row : kOperatorRows) {
+    for (uint8_t depth = 0; depth <= kDeepestCode; ++depth) {
+      const std::string_view code = row.codes[depth];
+      if (code.size() == 1) {
+        table[static_cast<unsigned char>(code[0])] = OperatorCode{row.kind, depth, 1};
+      }
+    }
+  }
+  return table;
+}
+
+constexpr LetterTable kLetters = MakeLetterTable();
+
+std::optional<OperatorCode> ModAt(std::string_view text) {
+  if (StartsWithKeyword(text, kModForms)) return OperatorCode{OperatorKind::kMod, 0, 3};
+  const OperatorRow& row = kOperatorRows[static_cast<size_t>(OperatorKind::kMod)];
+  for (uint8_t depth = 1; depth <= kDeepestCode; ++depth) {
+    if (text.starts_with(row.codes[depth])) return OperatorCode{OperatorKind::kMod, depth, 3};
+  }
+  return std::nullopt;
+}
+
+struct DayKeyword {
+  std::string_view name;
+  char last_number;  // '0' where no number follows the name
+};
+
+constexpr std::array<DayKeyword, 5> kDayKeywords = {{
+    {"buyselltime", '0'},
+    {"tcurrentday", '0'},
+    {"analysisdate", '7'},
+    {"dailyanalysistime", '9'},
+    {"dailyanalysisinterval", '9'},
+}};
+
+bool EndsWith(std::string_view before, const DayKeyword& keyword) {
+  if (keyword.last_number != '0') {
+    if (before.empty() || before.back() < '1' || before.back() > keyword.last_number) return false;
+    before.remove_suffix(1);
+  }
+  return before.ends_with(keyword.name);
+}
+
+struct RelationText {
+  std::string_view text;
+  Relation relation;
+};
+
+constexpr std::array<RelationText, 6> kRelations = {{
+    {"<>", Relation::kNotEqual},
+    {"<=", Relation::kLessOrEqual},
+    {">=", Relation::kGreaterOrEqual},
+    {"<", Relation::kLess},
+    {">", Relation::kGreater},
+    {"=", Relation::kEqual},
+}};
+
+}  // namespace
+
+bool StartsWithKeyword(std::string_view text, const KeywordForms& forms) {
+  return std::any_of(forms.begin(), forms.end(),
+                     [text](std::string_view form) { return text.starts_with(form); });
+}
+
+std::optional<OperatorCode> OperatorAt(std::string_view text) {
+  if (text.empty()) return std::nullopt;
+  if (text[0] == 'm' || text[0] == 'M') return ModAt(text);
+  return kLetters[static_cast<unsigned char>(text[0])];
+}
+
+std::optional<RelationCode> RelationAt(std::string_view text) {
+  for (const RelationText& entry : kRelations) {
+    if (text.starts_with(entry.text)) {
+      return RelationCode{entry.relation, static_cast<uint8_t>(entry.text.size())};
+    }
+  }
+  return std::nullopt;
+}
+
+bool EndsWithDayKeyword(std::string_view before) {
+  return std::any_of(kDayKeywords.begin(), kDayKeywords.end(),
+                     [before](const DayKeyword& keyword) { return EndsWith(before, keyword); });
+}
+
+}  // namespace orin::analysis

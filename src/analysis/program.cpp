@@ -1,0 +1,104 @@
+#include "analysis/program.h"
+
+#include <algorithm>
+#include <unordered_map>
+#include <utility>
+
+#include "analysis/condition_notes.h"
+#include "analysis/operand_builder.h"
+
+namespace orin::analysis {
+
+class ProgramBuilder {
+ public:
+  explicit ProgramBuilder(const CompiledCondition& condition)
+      : condition_(condition), operand_builder_(nodes_, program_.notes_) {
+    program_.notes_ = condition.notes;
+    program_.operands_.emplace_back();
+  }
+
+  Program Build() {
+    program_.is_value_ = condition_.IsValue();
+    if (program_.is_value_) {
+      program_.value_operand_ = AddOperand(condition_.or_terms[0][0][0]);
+    } else {
+      for (const OrTerm& or_term : condition_.or_terms) AddOrTerm(or_term);
+    }
+    program_.nodes_ = nodes_.TakeNodes();
+    program_.items_ = nodes_.TakeItems();
+    for (const ItemCall& item : program_.items_) {
+      program_.needs_ = program_.needs_.Union(item.Needs());
+    }
+    std::stable_sort(program_.notes_.begin(), program_.notes_.end(),
+                     [](const Note& a, const Note& b) { return a.position < b.position; });
+    return std::move(program_);
+  }
+
+ private:
+  uint32_t AddOperand(const Piece& piece) {
+    if (!piece.positions.empty()) last_position_ = piece.positions.back();
+    const size_t first_note = program_.notes_.size();
+    const OperandBuilder::Operand built = operand_builder_.Build(piece);
+    // An empty piece has no place of its own; what it should stand behind has.
+    for (size_t i = first_note; i < program_.notes_.size(); ++i) {
+      if (program_.notes_[i].position == 0) program_.notes_[i].position = last_position_;
+    }
+    const auto number = static_cast<uint32_t>(program_.operands_.size());
+    const auto [place, is_new] = operand_of_root_.try_emplace(built.root, number);
+    if (is_new) {
+      const auto begin = static_cast<uint32_t>(program_.needed_.size());
+      program_.needed_.insert(program_.needed_.end(), built.computed.begin(), built.computed.end());
+      program_.operands_.push_back(
+          {built.root, begin, static_cast<uint32_t>(program_.needed_.size())});
+    }
+    return place->second;
+  }
+
+  void AddOrTerm(const OrTerm& or_term) {
+    const auto begin = static_cast<uint32_t>(program_.comparisons_.size());
+    for (const AndTerm& and_term : or_term) AddAndTerm(and_term);
+    program_.or_terms_.push_back({begin, static_cast<uint32_t>(program_.comparisons_.size())});
+  }
+
+  void AddAndTerm(const AndTerm& pieces) {
+    if (pieces.size() < 2) {
+      AddBareOperand(pieces);
+      return;
+    }
+    uint32_t left = AddOperand(pieces[0]);
+    for (size_t i = 1; i < pieces.size(); i += 2) {
+      if (!pieces[i].positions.empty()) last_position_ = pieces[i].positions.back();
+      auto code = RelationAt(pieces[i].text);
+      if (code && code->length != pieces[i].text.size()) code.reset();
+      const uint32_t right = code && i + 1 < pieces.size() ? AddOperand(pieces[i + 1]) : 0;
+      program_.comparisons_.push_back({left, code ? code->relation : Relation::kEqual, right});
+      left = right;
+    }
+  }
+
+  void AddBareOperand(const AndTerm& pieces) {
+    const bool has_text = !pieces.empty() && !pieces[0].positions.empty();
+    AddNote(program_.notes_, has_text ? pieces[0].positions[0] : last_position_,
+            has_text ? "比較演算子（=、<>、<、<=、>、>=）がないので、この条件は成り立ちません。"
+                     : "And や Or の前後に条件がないので、この条件は成り立ちません。");
+    const uint32_t left = has_text ? AddOperand(pieces[0]) : 0;
+    program_.comparisons_.push_back({left, Relation::kEqual, 0});
+  }
+
+  const CompiledCondition& condition_;
+  Program program_;
+  NodeTable nodes_;
+  OperandBuilder operand_builder_;
+  std::unordered_map<uint32_t, uint32_t> operand_of_root_ = {{NodeTable::kFailed, 0}};
+  size_t last_position_ = 0;  // of what was read so far
+};
+
+Program Program::Build(const CompiledCondition& condition) {
+  return ProgramBuilder(condition).Build();
+}
+
+tl::expected<Program, Note> BuildProgram(std::string_view text) {
+  return CompileCondition(text).map(Program::Build);
+}
+
+}  // namespace orin::analysis

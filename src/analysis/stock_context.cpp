@@ -1,0 +1,81 @@
+#include "analysis/stock_context.h"
+
+#include <algorithm>
+
+namespace orin::analysis {
+
+using base::BarColumns;
+using base::BarsView;
+using base::DayIndex;
+
+namespace {
+
+constexpr DayIndex kFirstDay(1);
+
+/// The first of the `count` days up to `day`.
+DayIndex FirstOfDays(DayIndex day, int32_t count) {
+  return std::max(kFirstDay, DayIndex(day.Value() - count + 1));
+}
+
+/// The first day of the first of the `count` periods up to the one that holds `day`.
+DayIndex FirstOfPeriods(const store::PeriodIndex& periods, DayIndex day, int32_t count) {
+  return periods.FirstDay(std::max(1, periods.PeriodOf(day) - count + 1));
+}
+
+DayIndex FirstNeeded(const store::Calendar& calendar, const History& needs, DayIndex examined) {
+  if (examined < kFirstDay || examined > calendar.Last()) return kFirstDay;
+  DayIndex first = FirstOfDays(examined, std::max(needs.daily, 1));
+  if (needs.weekly > 0) {
+    first = std::min(first, FirstOfPeriods(calendar.Weeks(), examined, needs.weekly));
+  }
+  if (needs.monthly > 0) {
+    first = std::min(first, FirstOfPeriods(calendar.Months(), examined, needs.monthly));
+  }
+  return first;
+}
+
+}  // namespace
+
+History History::Union(const History& other) const {
+  return {std::max(daily, other.daily), std::max(weekly, other.weekly),
+          std::max(monthly, other.monthly), std::max(second, other.second)};
+}
+
+StockContext::StockContext(const store::StockStore& store, const History& needs, DayIndex first,
+                           DayIndex last, const store::StockRecord* second, bool adjust)
+    : store_(&store), adjust_(adjust), needs_(needs), last_(last), has_second_(second != nullptr) {
+  first_loaded_ = FirstNeeded(store.Days(), needs, first);
+  if (second != nullptr && needs.second > 0) {
+    const DayIndex first_second = FirstOfDays(first, needs.second);
+    LoadSeries(*second, first_second, second_);
+    second_view_ = BarsView(second_, first_second.Value());
+  }
+}
+
+StockContext::StockContext(const BarColumns& daily, const BarColumns* second)
+    : last_(static_cast<int32_t>(daily.Size())),
+      own_calendar_(daily.dates),
+      daily_view_(daily),
+      has_second_(second != nullptr) {
+  if (second != nullptr) second_view_ = BarsView(*second);
+  weekly_.Build(daily_view_, own_calendar_->Weeks());
+  monthly_.Build(daily_view_, own_calendar_->Months());
+}
+
+void StockContext::Load(const store::StockRecord& stock) {
+  LoadSeries(stock, first_loaded_, daily_);
+  daily_view_ = BarsView(daily_, first_loaded_.Value());
+  if (needs_.weekly > 0) weekly_.Build(daily_view_, store_->Days().Weeks());
+  if (needs_.monthly > 0) monthly_.Build(daily_view_, store_->Days().Months());
+}
+
+void StockContext::LoadSeries(const store::StockRecord& stock, DayIndex first,
+                              BarColumns& bars) const {
+  if (adjust_) {
+    store_->LoadAdjustedBars(stock, first, last_, bars);
+  } else {
+    store_->LoadBars(stock.slot, first, last_, bars);
+  }
+}
+
+}  // namespace orin::analysis

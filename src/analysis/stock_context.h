@@ -1,0 +1,75 @@
+#pragma once
+
+#include <cstdint>
+#include <limits>
+#include <optional>
+
+#include "base/bars.h"
+#include "base/ordinal.h"
+#include "store/calendar.h"
+#include "store/period_bars.h"
+#include "store/stock_store.h"
+
+namespace orin::analysis {
+
+/// How many bars an evaluation reads, the examined one included; 0: none of that series.
+struct History {
+  static constexpr int32_t kAll = std::numeric_limits<int32_t>::max();
+
+  int32_t daily = 1;
+  int32_t weekly = 0;
+  int32_t monthly = 0;
+  int32_t second = 0;  // daily bars of the second stock
+
+  /// What both need.
+  [[nodiscard]] History Union(const History& other) const;
+};
+
+/// The loaded series of the stock under analysis and of the second stock, as items read them.
+/// One object serves a whole run: Load reuses its memory from stock to stock.
+class StockContext {
+ public:
+  /// For the examined days first..last of the store's calendar. `second` is the second stock,
+  /// null where there is none. The store must outlive the object. `adjust` applies the splits.
+  StockContext(const store::StockStore& store, const History& needs, base::DayIndex first,
+               base::DayIndex last, const store::StockRecord* second, bool adjust);
+  /// For series at hand, loaded whole: `daily` and `second`, which may be null and else has the
+  /// same days, must outlive it.
+  StockContext(const base::BarColumns& daily, const base::BarColumns* second);
+  StockContext(const StockContext&) = delete;
+  StockContext& operator=(const StockContext&) = delete;
+  ~StockContext() = default;
+
+  /// Replaces the series of the stock under analysis. Only with a store.
+  void Load(const store::StockRecord& stock);
+
+  /// Up to the last examined day; callers look no further than the day they examine.
+  [[nodiscard]] base::BarsView Daily() const { return daily_view_; }
+  /// The running week ends at `day`, which is one of the loaded days. There are weekly bars where
+  /// History::weekly is not 0; likewise monthly ones.
+  [[nodiscard]] base::BarsView WeeklyAsOf(base::DayIndex day) { return weekly_.AsOf(day); }
+  [[nodiscard]] base::BarsView MonthlyAsOf(base::DayIndex day) { return monthly_.AsOf(day); }
+  /// Without a second stock there are no such bars.
+  [[nodiscard]] bool HasSecond() const { return has_second_; }
+  [[nodiscard]] base::BarsView Second() const { return second_view_; }
+
+ private:
+  void LoadSeries(const store::StockRecord& stock, base::DayIndex first,
+                  base::BarColumns& bars) const;
+
+  const store::StockStore* store_ = nullptr;
+  bool adjust_ = false;
+  History needs_;
+  base::DayIndex first_loaded_;
+  base::DayIndex last_;
+  std::optional<store::Calendar> own_calendar_;  // of series at hand
+  base::BarColumns daily_;
+  base::BarColumns second_;
+  base::BarsView daily_view_;
+  base::BarsView second_view_;
+  bool has_second_ = false;
+  store::PeriodBars weekly_;
+  store::PeriodBars monthly_;
+};
+
+}  // namespace orin::analysis

@@ -1,0 +1,39 @@
+#pragma once
+
+#include <CLI/CLI.hpp>
+#include <functional>
+#include <string>
+
+#include "base/result.h"
+#include "shell/settings/settings.h"
+
+namespace orin::app {
+
+// Exit statuses of every command.
+inline constexpr int kDone = 0;
+inline constexpr int kFailed = 1;
+inline constexpr int kWrongUsage = 2;  // or an expression that cannot be compiled
+
+/// Where a command finds the program's files; filled in before the command runs.
+struct Session {
+  shell::SettingsPlaces places;
+  /// The chosen command; returns the exit status.
+  std::function<int()> run;
+};
+
+// Each command adds itself, with its options and its help, to the program.
+void AddInitCommand(CLI::App& app, Session& session);
+void AddUpdateCsvCommand(CLI::App& app, Session& session);
+void AddMasterCommand(CLI::App& app, Session& session);
+void AddBarsCommand(CLI::App& app, Session& session);
+void AddEvalCommand(CLI::App& app, Session& session);
+void AddScreenCommand(CLI::App& app, Session& session);
+void AddCheckCommand(CLI::App& app, Session& session);
+void AddSplitsCommand(CLI::App& app, Session& session);
+
+/// Writes the sentence to standard error and gives the exit status of a failed job.
+int Report(const base::Error& error);
+/// A sentence to standard error.
+void Tell(const std::string& sentence);
+
+}  // namespace orin::app

@@ -1,0 +1,100 @@
+#include <iostream>
+#include <memory>
+#include <vector>
+
+#include "analysis/evaluator.h"
+#include "analysis/program.h"
+#include "app/orin_cli/open_store.h"
+
+namespace orin::app {
+
+namespace {
+
+struct EvalOptions {
+  std::string code;
+  std::string date;
+  std::string second;
+  std::vector<std::string> expressions;
+};
+
+struct Subject {
+  const store::StockStore& store;
+  const store::StockRecord& stock;
+  const store::StockRecord* second;
+  base::DayIndex day;
+  bool adjust_splits;
+};
+
+std::string Place(size_t position) {
+  return position == 0 ? std::string() : std::to_string(position) + "文字目：";
+}
+
+std::string Evaluate(const analysis::Program& program, const Subject& subject) {
+  analysis::StockContext context(subject.store, program.Needs(), subject.day, subject.day,
+                                 subject.second, subject.adjust_splits);
+  context.Load(subject.stock);
+  analysis::Evaluator evaluator(program);
+  if (!program.IsValue()) {
+    return evaluator.EvaluateCondition(context, subject.day) ? "true" : "false";
+  }
+  const analysis::Value value = evaluator.EvaluateOperand(context, subject.day);
+  return value.ok ? value.value.ToText() : "fail";
+}
+
+/// Prints the line of one expression; false where it cannot be compiled.
+bool PrintValue(const std::string& expression, const Subject& subject) {
+  const auto program = analysis::BuildProgram(expression);
+  if (!program) {
+    std::cout << "error: " << Place(program.error().position) << program.error().message << '\n';
+    return false;
+  }
+  for (const analysis::Note& note : program->Notes()) Tell(Place(note.position) + note.message);
+  std::cout << Evaluate(*program, subject) << '\n';
+  return true;
+}
+
+int RunEval(const Session& session, const EvalOptions& options) {
+  const auto opened = OpenStore(session, store::Access::kRead);
+  if (!opened) return Report(opened.error());
+  const auto stock = FindStock(opened->store, options.code);
+  if (!stock) return Report(stock.error());
+  base::Result<const store::StockRecord*> second = nullptr;
+  if (!options.second.empty()) second = FindStock(opened->store, options.second);
+  if (!second) return Report(second.error());
+  const auto day = FindDay(opened->store, options.date);
+  if (!day) return Report(day.error());
+
+  const Subject subject{opened->store, **stock, *second, *day,
+                        opened->settings.chart_action.bunkatsu_auto_check};
+  bool all_compiled = true;
+  for (const std::string& expression : options.expressions) {
+    all_compiled = PrintValue(expression, subject) && all_compiled;
+  }
+  if (options.expressions.empty()) {
+    for (std::string line; std::getline(std::cin, line);) {
+      if (line.ends_with('\r')) line.pop_back();
+      all_compiled = PrintValue(line, subject) && all_compiled;
+    }
+  }
+  return all_compiled ? kDone : kWrongUsage;
+}
+
+}  // namespace
+
+void AddEvalCommand(CLI::App& app, Session& session) {
+  const auto options = std::make_shared<EvalOptions>();
+  CLI::App* command = app.add_subcommand("eval", "分析項目の式を計算する");
+  command->add_option("--code", options->code, "銘柄コード")->required()->type_name("CODE");
+  command->add_option("--date", options->date, "分析日付 yyyy/mm/dd（省略時は最新の日）")
+      ->type_name("D");
+  command->add_option("--second", options->second, "第二銘柄の銘柄コード")->type_name("CODE");
+  command->add_option("EXPR", options->expressions, "式（省略時は標準入力の１行ごと）");
+  command->footer(
+      "条件式には true か false を、値の式には小数４桁の数を、計算できないときは fail を、\n"
+      "書き方が違うときは error: と理由を、式ごとに１行で表示します。");
+  command->callback([&session, options] {
+    session.run = [&session, options] { return RunEval(session, *options); };
+  });
+}
+
+}  // namespace orin::app

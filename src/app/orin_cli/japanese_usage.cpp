@@ -1,0 +1,101 @@
+#include "app/orin_cli/japanese_usage.h"
+
+#include <algorithm>
+#include <array>
+#include <iostream>
+#include <memory>
+#include <string_view>
+
+#include "app/orin_cli/command.h"
+
+namespace orin::app {
+
+namespace {
+
+constexpr size_t kColumnWidth = 28;
+
+class JapaneseFormatter final : public CLI::Formatter {
+ public:
+  JapaneseFormatter() {
+    column_width(kColumnWidth);
+    label("Usage", "使い方");
+    label("Positionals", "引数");
+    label("Options", "オプション");
+    label("OPTIONS", "オプション");
+    label("SUBCOMMAND", "コマンド");
+    label("SUBCOMMANDS", "コマンド");
+    label("Subcommands", "コマンド");
+    label("REQUIRED", "（必須）");
+    label("TEXT", "文字");
+  }
+
+  std::string make_group(std::string group, bool is_positional,
+                         std::vector<const CLI::Option*> options) const override {
+    return CLI::Formatter::make_group(get_label(group), is_positional, std::move(options));
+  }
+  std::string make_subcommands(const CLI::App* app, CLI::AppFormatMode mode) const override {
+    std::string text = CLI::Formatter::make_subcommands(app, mode);
+    const std::string heading = "Subcommands:";
+    if (const size_t at = text.find(heading); at != std::string::npos) {
+      text.replace(at, heading.size(), "コマンド:");
+    }
+    return text;
+  }
+};
+
+struct Explanation {
+  int code;
+  std::string_view sentence;
+};
+
+constexpr std::array<Explanation, 7> kExplanations = {{
+    {static_cast<int>(CLI::ExitCodes::RequiredError), "必要なコマンドまたは引数がありません。"},
+    {static_cast<int>(CLI::ExitCodes::ExtrasError),
+     "余分な引数または知らないオプションがあります。"},
+    {static_cast<int>(CLI::ExitCodes::ArgumentMismatch), "オプションの値がないか、多すぎます。"},
+    {static_cast<int>(CLI::ExitCodes::ConversionError), "オプションの値が数値ではありません。"},
+    {static_cast<int>(CLI::ExitCodes::ValidationError), "オプションの値が選べる値ではありません。"},
+    {static_cast<int>(CLI::ExitCodes::ExcludesError), "同時に使えないオプションがあります。"},
+    {static_cast<int>(CLI::ExitCodes::RequiresError), "オプションに必要な他の引数がありません。"},
+}};
+
+}  // namespace
+
+void SpeakJapanese(CLI::App& app) {
+  const auto formatter = std::make_shared<JapaneseFormatter>();
+  app.formatter(formatter);
+  app.set_help_flag("-h,--help", "この説明を表示する");
+  for (CLI::App* command : app.get_subcommands({})) {
+    command->formatter(formatter);
+    command->set_help_flag("-h,--help", "この説明を表示する");
+  }
+}
+
+int ExplainUsage(const CLI::App& app, const CLI::ParseError& error) {
+  if (error.get_exit_code() == static_cast<int>(CLI::ExitCodes::Success)) {
+    const auto chosen = app.get_subcommands();
+    std::cout << (chosen.empty() ? app.help() : chosen.front()->help());
+    return kDone;
+  }
+  const auto explanation =
+      std::find_if(kExplanations.begin(), kExplanations.end(),
+                   [&error](const Explanation& e) { return e.code == error.get_exit_code(); });
+  const std::string_view sentence = explanation == kExplanations.end()
+                                        ? std::string_view("コマンドの書き方が違います。")
+                                        : explanation->sentence;
+  Tell(std::string(sentence) + "使い方は orin-cli --help で分かります（" + error.what() + "）。");
+  return kWrongUsage;
+}
+
+void ProtectExpressions(std::vector<std::string>& arguments) {
+  const auto command = std::find(arguments.begin(), arguments.end(), "eval");
+  bool is_value = false;
+  for (auto at = command; at != arguments.end(); ++at) {
+    const bool is_option = at->starts_with("--") || *at == "-h";
+    if (!is_option && !is_value && at->starts_with('-') && at->size() > 1) at->insert(0, " ");
+    is_value = is_option && at->find('=') == std::string::npos && *at != "--help" && *at != "--";
+  }
+  std::reverse(arguments.begin(), arguments.end());
+}
+
+}  // namespace orin::app

@@ -1,0 +1,127 @@
+#include <filesystem>
+#include <iostream>
+#include <memory>
+#include <optional>
+#include <vector>
+
+#include "app/orin_cli/open_store.h"
+#include "app/orin_cli/terminal_progress.h"
+#include "base/paths.h"
+#include "screening/screening_run.h"
+#include "shell/settings/analysis_group.h"
+#include "shell/store_places.h"
+
+namespace orin::app {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+struct ScreenOptions {
+  std::vector<std::string> files;
+  std::string group;
+  int16_t first_file = 0;
+  bool day_file = false;
+};
+
+/// The ticked analysis files of a group in entry order. A relative path begins at the program
+/// directory or, where there is no such file, at the group file's directory.
+base::Result<std::vector<fs::path>> FilesOfGroup(const fs::path& group_file, const fs::path& home) {
+  const auto group = shell::LoadAnalysisGroup(group_file);
+  if (!group) return base::Forward(group);
+  std::vector<fs::path> files;
+  for (const shell::AnalysisGroupEntry& entry : group->entries) {
+    if (!entry.IsTicked() || entry.file.empty()) continue;
+    fs::path file = base::NativePath(entry.file, home);
+    if (!fs::exists(file)) {
+      const fs::path beside = base::NativePath(entry.file, fs::absolute(group_file).parent_path());
+      if (fs::exists(beside)) file = beside;
+    }
+    files.push_back(std::move(file));
+  }
+  if (files.empty()) {
+    return base::Fail(base::PathText(group_file) + " に実行する分析ファイルがありません。");
+  }
+  return files;
+}
+
+int RunOne(const store::StockStore& store, const fs::path& file,
+           const screening::RunOptions& run_options, bool day_file) {
+  base::Result<screening::RunResult> result;
+  {
+    TerminalProgress progress;
+    result =
+        screening::RunAnalysisFile(store, file, run_options, base::NativeFileSystem(), progress);
+  }
+  if (!result) return Report(result.error());
+  for (const analysis::Note& note : result->notes) {
+    const std::string place =
+        note.position == 0 ? std::string() : std::to_string(note.position) + "文字目：";
+    Tell(base::PathText(file) + " の分析項目：" + place + note.message);
+  }
+  std::cout << base::PathText(result->result_list) << '\t' << result->selected << '\n';
+  if (!day_file) return kDone;
+  const auto written =
+      screening::WriteAnalysisDay(base::NativeFileSystem(), fs::absolute(file), result->date);
+  if (!written) return Report(written.error());
+  Tell("株価分析日付ファイル（analysisday.txt）を\n分析ファイルと同じディレクトリに作成しました。");
+  return kDone;
+}
+
+/// The first price file of the command line, else of the settings; none for the master's own.
+base::Result<std::optional<int16_t>> ChooseFirstFile(const Session& session, int16_t option) {
+  if (option != 0) return option;
+  const auto settings = shell::LoadSettings(session.places);
+  if (!settings) return base::Forward(settings);
+  return shell::ChosenFirstFile(settings->common);
+}
+
+int RunScreen(const Session& session, const ScreenOptions& options) {
+  const auto first_file = ChooseFirstFile(session, options.first_file);
+  if (!first_file) return Report(first_file.error());
+  const auto opened = OpenStore(session, store::Access::kRead, *first_file);
+  if (!opened) return Report(opened.error());
+  if (*first_file) {
+    const auto allowed = screening::CheckFirstFile(opened->store.Master().Header(), **first_file);
+    if (!allowed) return Report(allowed.error());
+    const auto explanation = screening::ExplainFirstFile(opened->store);
+    if (explanation) Tell(*explanation);
+  }
+
+  std::vector<fs::path> files(options.files.begin(), options.files.end());
+  if (!options.group.empty()) {
+    const auto group_files = FilesOfGroup(options.group, session.places.program_directory);
+    if (!group_files) return Report(group_files.error());
+    files.insert(files.end(), group_files->begin(), group_files->end());
+  }
+  const screening::RunOptions run_options{session.places.program_directory,
+                                          opened->settings.chart_action.bunkatsu_auto_check};
+  int status = kDone;
+  for (const fs::path& file : files) {
+    if (RunOne(opened->store, file, run_options, options.day_file) != kDone) status = kFailed;
+  }
+  if (status == kDone) Tell("株価チェックが終了しました。");
+  return status;
+}
+
+}  // namespace
+
+void AddScreenCommand(CLI::App& app, Session& session) {
+  const auto options = std::make_shared<ScreenOptions>();
+  CLI::App* command = app.add_subcommand("screen", "分析ファイルで銘柄を選び出す");
+  CLI::Option* files = command->add_option("FILE", options->files, "分析ファイル");
+  CLI::Option* group =
+      command->add_option("--group", options->group, "株価分析グループファイル（orin.chk）")
+          ->type_name("FILE.chk");
+  files->excludes(group);
+  command->add_option("--first-file", options->first_file, "読み込む先頭ファイルの番号")
+      ->type_name("N");
+  command->add_flag("--day-file", options->day_file, "株価分析日付ファイルも作成する");
+  command->footer("分析結果のファイル名と選ばれた銘柄の数を、タブで区切って１行ずつ表示します。");
+  command->callback([&session, options, files, group] {
+    if (files->count() == 0 && group->count() == 0) throw CLI::RequiredError("FILE");
+    session.run = [&session, options] { return RunScreen(session, *options); };
+  });
+}
+
+}  // namespace orin::app

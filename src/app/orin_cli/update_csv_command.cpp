@@ -1,0 +1,73 @@
+#include <filesystem>
+#include <iostream>
+#include <memory>
+
+#include "acquire/csv_update.h"
+#include "app/orin_cli/open_store.h"
+#include "app/orin_cli/terminal_progress.h"
+
+namespace orin::app {
+
+namespace {
+
+struct UpdateCsvOptions {
+  std::string directory;
+  std::string week_directory;
+  std::string stock_list;
+};
+
+acquire::CsvUpdateSource SourceOf(const UpdateCsvOptions& options, const shell::BusSettings& bus,
+                                  const shell::SettingsPlaces& places) {
+  const auto chosen = [&places](const std::string& option, const std::string& setting) {
+    return option.empty() ? shell::NativeSetting(places, setting) : std::filesystem::path(option);
+  };
+  acquire::CsvUpdateSource source;
+  source.daily_directory = chosen(options.directory, bus.csvday_dir);
+  source.weekly_directory = chosen(options.week_directory, bus.csvweek_dir);
+  if (!options.stock_list.empty()) source.stock_list = options.stock_list;
+  return source;
+}
+
+int RunUpdateCsv(const Session& session, const UpdateCsvOptions& options) {
+  auto opened = OpenStore(session, store::Access::kWrite);
+  if (!opened) return Report(opened.error());
+  base::Result<acquire::CsvUpdateSummary> summary;
+  {
+    TerminalProgress progress;
+    summary = acquire::UpdateFromCsv(opened->store,
+                                     SourceOf(options, opened->settings.bus, session.places),
+                                     base::NativeFileSystem(), progress);
+  }
+  if (!summary) return Report(summary.error());
+  std::cout << summary->files << ',' << summary->stocks << ',' << summary->days << '\n';
+  if (!summary->problems.empty()) {
+    Tell(std::to_string(summary->problems.size()) + "件の問題を " +
+         base::PathText(summary->log_file) + " に記録しました（最初の問題：" +
+         summary->problems.front() + "）。");
+  }
+  if (!summary->stopped) return kDone;
+  Tell("ＣＳＶ株価更新を途中で中止しました。もう一度実行すると続きから更新します。");
+  return kFailed;
+}
+
+}  // namespace
+
+void AddUpdateCsvCommand(CLI::App& app, Session& session) {
+  const auto options = std::make_shared<UpdateCsvOptions>();
+  CLI::App* command = app.add_subcommand("update-csv", "ＣＳＶファイルから株価を取り込む");
+  command->add_option("--dir", options->directory, "日足の 銘柄コード.csv のディレクトリ")
+      ->type_name("DIR");
+  command->add_option("--week-dir", options->week_directory, "週足の 銘柄コード.csv のディレクトリ")
+      ->type_name("DIR");
+  command->add_option("--stocks", options->stock_list, "追加する銘柄の一覧")->type_name("LIST");
+  command->footer(
+      "ＣＳＶファイルの見出しは 年月日,始値,高値,安値,終値,出来高、銘柄の一覧の見出しは\n"
+      "銘柄コード,銘柄名,上場コード,種別コード,業種コード です。^DJI.csv "
+      "の日付が取引日になります。\n"
+      "読み込んだファイル数,銘柄数,取引日数 を１行で表示します。");
+  command->callback([&session, options] {
+    session.run = [&session, options] { return RunUpdateCsv(session, *options); };
+  });
+}
+
+}  // namespace orin::app

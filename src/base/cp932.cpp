@@ -1,0 +1,206 @@
+#include "base/cp932.h"
+
+#include <algorithm>
+#include <array>
+#include <cstdint>
+#include <cstdio>
+#include <iconv.h>
+#include <optional>
+#include <vector>
+
+#include "base/utf8.h"
+
+namespace orin::base {
+
+namespace {
+
+constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
+
+bool IsAscii(unsigned char byte) { return byte < 0x80; }
+
+bool IsLead(unsigned char byte) {
+  return (byte >= 0x81 && byte <= 0x9F) || (byte >= 0xE0 && byte <= 0xFC);
+}
+
+size_t PairCode(unsigned char lead, unsigned char trail) {
+  return static_cast<size_t>(lead) << 8 | trail;
+}
+
+/// One direction of the system's conversion, for the time the tables are built.
+class Converter {
+ public:
+  Converter(const char* to, const char* from) : handle_(iconv_open(to, from)) {}
+  Converter(const Converter&) = delete;
+  Converter& operator=(const Converter&) = delete;
+  ~Converter() {
+    if (IsOpen()) iconv_close(handle_);
+  }
+
+  /// One character; nullopt where the other code has none.
+  std::optional<std::string> Convert(std::string text) {
+    if (!IsOpen()) return std::nullopt;
+    std::array<char, 16> buffer{};
+    char* from = text.data();
+    size_t from_left = text.size();
+    char* to = buffer.data();
+    size_t to_left = buffer.size();
+    iconv(handle_, nullptr, nullptr, nullptr, nullptr);
+    if (iconv(handle_, &from, &from_left, &to, &to_left) != 0) return std::nullopt;
+    return std::string(buffer.data(), buffer.size() - to_left);
+  }
+
+ private:
+  [[nodiscard]] bool IsOpen() const {
+    return reinterpret_cast<intptr_t>(handle_) != -1;  // NOLINT(performance-no-int-to-ptr)
+  }
+
+  iconv_t handle_;
+};
+
+/// All characters of the code page lie in the basic plane. 0: none.
+struct Tables {
+  std::vector<uint16_t> character_of = std::vector<uint16_t>(0x10000);  // by byte or pair code
+  std::vector<uint16_t> code_of = std::vector<uint16_t>(0x10000);       // by character
+
+  Tables();
+
+ private:
+  void Add(const std::string& bytes, Converter& decoder, Converter& encoder);
+};
+
+uint16_t CodeOf(std::string_view bytes) {
+  size_t code = 0;
+  for (const char c : bytes) code = code << 8 | static_cast<unsigned char>(c);
+  return static_cast<uint16_t>(code);
+}
+
+void Tables::Add(const std::string& bytes, Converter& decoder, Converter& encoder) {
+  const auto utf8 = decoder.Convert(bytes);
+  if (!utf8 || utf8->empty()) return;
+  const CodePoint character = FirstCodePoint(*utf8);
+  if (!character.valid || character.length != utf8->size() || character.value > 0xFFFF) return;
+  character_of[CodeOf(bytes)] = static_cast<uint16_t>(character.value);
+  // Some characters have several codes; the one to write is the converter's choice.
+  const auto preferred = encoder.Convert(*utf8);
+  if (preferred) code_of[character.value] = CodeOf(*preferred);
+}
+
+Tables::Tables() {
+  Converter decoder("UTF-8", "CP932");
+  Converter encoder("CP932", "UTF-8");
+  for (int lead = 0; lead < 0x100; ++lead) {
+    const std::string first(1, static_cast<char>(lead));
+    if (!IsLead(static_cast<unsigned char>(lead))) {
+      Add(first, decoder, encoder);
+      continue;
+    }
+    for (int trail = 0x40; trail <= 0xFC; ++trail) {
+      Add(first + static_cast<char>(trail), decoder, encoder);
+    }
+  }
+  // Other systems write these three with another character.
+  code_of[0x301C] = code_of[0xFF5E];
+  code_of[0x2212] = code_of[0xFF0D];
+  code_of[0x2016] = code_of[0x2225];
+}
+
+const Tables& Cp932() {
+  static const Tables tables;
+  return tables;
+}
+
+/// Bytes of the first character: 2 where the next two are one character, else 1.
+size_t CharacterLength(std::string_view bytes) {
+  if (bytes.size() < 2) return 1;
+  const auto lead = static_cast<unsigned char>(bytes[0]);
+  if (!IsLead(lead)) return 1;
+  return Cp932().character_of[PairCode(lead, static_cast<unsigned char>(bytes[1]))] != 0 ? 2 : 1;
+}
+
+std::string CannotEncode(std::string_view character, const CodePoint& point) {
+  std::array<char, 16> number{};
+  std::snprintf(number.data(), number.size(), point.valid ? "U+%04X" : "0x%02X",
+                point.valid ? static_cast<unsigned>(point.value)
+                            : static_cast<unsigned>(static_cast<unsigned char>(character[0])));
+  const std::string subject =
+      point.valid ? "文字「" + std::string(character) + "」" : "読めないバイト";
+  return subject + "（" + number.data() + "）はシフトJISにないため、ファイルに書けません。";
+}
+
+}  // namespace
+
+std::string DecodeCp932(std::string_view bytes) {
+  std::string text;
+  text.reserve(bytes.size() * 3 / 2);
+  while (!bytes.empty()) {
+    const auto lead = static_cast<unsigned char>(bytes[0]);
+    size_t length = 1;
+    if (IsAscii(lead)) {
+      text += bytes[0];
+    } else {
+      length = CharacterLength(bytes);
+      const size_t code = length == 2 ? PairCode(lead, static_cast<unsigned char>(bytes[1])) : lead;
+      const uint16_t character = Cp932().character_of[code];
+      AppendUtf8(text, character != 0 ? character : kReplacementCharacter);
+    }
+    bytes.remove_prefix(length);
+  }
+  return text;
+}
+
+Result<std::string> EncodeCp932(std::string_view utf8) {
+  std::string bytes;
+  bytes.reserve(utf8.size());
+  while (!utf8.empty()) {
+    if (IsAscii(static_cast<unsigned char>(utf8[0]))) {
+      bytes += utf8[0];
+      utf8.remove_prefix(1);
+      continue;
+    }
+    const CodePoint point = FirstCodePoint(utf8);
+    const uint16_t code =
+        point.valid && point.value <= 0xFFFF ? Cp932().code_of[point.value] : uint16_t{0};
+    if (code == 0) return Fail(CannotEncode(utf8.substr(0, point.length), point));
+    if (code > 0xFF) bytes += static_cast<char>(code >> 8);
+    bytes += static_cast<char>(code & 0xFF);
+    utf8.remove_prefix(point.length);
+  }
+  return bytes;
+}
+
+std::string DecodeFixedField(std::string_view field) {
+  constexpr std::string_view kPadding(" \0", 2);
+  const size_t last = field.find_last_not_of(kPadding);
+  return DecodeCp932(field.substr(0, last == std::string_view::npos ? 0 : last + 1));
+}
+
+Result<std::string> EncodeFixedField(std::string_view utf8, size_t width) {
+  auto bytes = EncodeCp932(utf8);
+  if (!bytes) return bytes;
+  size_t length = 0;
+  while (length < bytes->size()) {
+    const size_t next = CharacterLength(std::string_view(*bytes).substr(length));
+    if (length + next > width) break;
+    length += next;
+  }
+  bytes->resize(length);
+  bytes->resize(width, ' ');
+  return bytes;
+}
+
+DecodedText DecodeText(std::string_view bytes) {
+  if (!IsValidUtf8(bytes)) return DecodedText{DecodeCp932(bytes), TextEncoding::kCp932};
+  if (bytes.starts_with(kByteOrderMark)) bytes.remove_prefix(kByteOrderMark.size());
+  return DecodedText{std::string(bytes), TextEncoding::kUtf8};
+}
+
+bool IsValidUtf8(std::string_view bytes) {
+  while (!bytes.empty()) {
+    const CodePoint point = FirstCodePoint(bytes);
+    if (!point.valid) return false;
+    bytes.remove_prefix(point.length);
+  }
+  return true;
+}
+
+}  // namespace orin::base

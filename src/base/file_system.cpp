@@ -1,0 +1,163 @@
+#include "base/file_system.h"
+
+#include <cerrno>
+#include <cstdio>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <system_error>
+#include <unistd.h>
+
+#include "base/file_descriptor.h"
+#include "base/system_error.h"
+
+namespace orin::base {
+
+namespace {
+
+constexpr mode_t kNewFileMode = 0666;
+
+class NativeFile final : public WritableFile {
+ public:
+  NativeFile(FileDescriptor file, std::filesystem::path path)
+      : file_(std::move(file)), path_(std::move(path)) {}
+
+  Status WriteAt(int64_t offset, std::string_view bytes) override {
+    while (!bytes.empty()) {
+      const ssize_t written = RetryInterrupted(
+          [&] { return pwrite(file_.Number(), bytes.data(), bytes.size(), offset); });
+      // A write of nothing without an error would loop for ever.
+      if (written <= 0) return FailSystemCall(path_, kCannotWrite, written < 0 ? errno : ENOSPC);
+      bytes.remove_prefix(static_cast<size_t>(written));
+      offset += written;
+    }
+    return {};
+  }
+
+  Status Truncate(int64_t length) override {
+    const int result = RetryInterrupted([&] { return ftruncate(file_.Number(), length); });
+    if (result != 0) return FailSystemCall(path_, "の長さを変えられません", errno);
+    return {};
+  }
+
+  Status Reserve(int64_t length) override {
+    if (length <= 0) return {};
+    const int result =
+        RetryInterrupted([&] { return fallocate(file_.Number(), FALLOC_FL_KEEP_SIZE, 0, length); });
+    if (result == 0 || errno == EOPNOTSUPP || errno == ENOSYS || errno == EINVAL) return {};
+    return FailSystemCall(path_, kCannotWrite, errno);
+  }
+
+  Status Sync() override {
+    // Brings the length to the disk as well, but not the time stamps.
+    if (RetryInterrupted([&] { return fdatasync(file_.Number()); }) != 0) {
+      return FailSystemCall(path_, kCannotWrite, errno);
+    }
+    return {};
+  }
+
+ private:
+  static constexpr std::string_view kCannotWrite = "に書き込めません";
+
+  FileDescriptor file_;
+  std::filesystem::path path_;
+};
+
+Result<std::unique_ptr<WritableFile>> OpenNative(const std::filesystem::path& path, int flags,
+                                                 std::string_view failure) {
+  FileDescriptor file = FileDescriptor::Open(path, O_RDWR | flags, kNewFileMode);
+  if (!file.IsOpen()) return FailSystemCall(path, failure, errno);
+  return std::make_unique<NativeFile>(std::move(file), path);
+}
+
+class NativeFiles final : public FileSystem {
+ public:
+  Result<std::unique_ptr<WritableFile>> OpenForUpdate(const std::filesystem::path& path) override {
+    return OpenNative(path, 0, "を書き込み用に開けません");
+  }
+
+  Result<std::unique_ptr<WritableFile>> Create(const std::filesystem::path& path) override {
+    return OpenNative(path, O_CREAT | O_TRUNC, "を作成できません");
+  }
+
+  Status Rename(const std::filesystem::path& from, const std::filesystem::path& to) override {
+    if (rename(from.c_str(), to.c_str()) != 0) {
+      return FailSystemCall(from, "の名前を「" + PathText(to) + "」に変えられません", errno);
+    }
+    return {};
+  }
+
+  Status Remove(const std::filesystem::path& path) override {
+    if (unlink(path.c_str()) != 0 && errno != ENOENT) {
+      return FailSystemCall(path, "を削除できません", errno);
+    }
+    return {};
+  }
+
+  Status MakeDirectory(const std::filesystem::path& path) override {
+    std::error_code failure;
+    std::filesystem::create_directories(path, failure);
+    if (failure) return FailSystemCall(path, "を作成できません", failure.value());
+    return {};
+  }
+
+  Status SyncDirectory(const std::filesystem::path& path) override {
+    const FileDescriptor directory = FileDescriptor::Open(path, O_RDONLY | O_DIRECTORY);
+    if (!directory.IsOpen()) return FailSystemCall(path, "を開けません", errno);
+    const int result = RetryInterrupted([&] { return fsync(directory.Number()); });
+    // Some network disks cannot flush a directory; there is nothing more to be had from them.
+    if (result != 0 && errno != EINVAL && errno != EOPNOTSUPP) {
+      return FailSystemCall(path, "に書き込めません", errno);
+    }
+    return {};
+  }
+};
+
+Status WriteNewFile(FileSystem& files, const std::filesystem::path& path, std::string_view bytes) {
+  const auto file = files.Create(path);
+  if (!file) return Forward(file);
+  if (Status written = (*file)->WriteAt(0, bytes); !written) return written;
+  return (*file)->Sync();
+}
+
+}  // namespace
+
+FileSystem& NativeFileSystem() {
+  static NativeFiles files;
+  return files;
+}
+
+Status ReplaceFile(FileSystem& files, const std::filesystem::path& path, std::string_view bytes) {
+  std::filesystem::path temporary = path;
+  temporary += ".tmp";
+  Status status = WriteNewFile(files, temporary, bytes);
+  if (status) status = files.Rename(temporary, path);
+  if (!status) {
+    // Best effort: the first failure is the one to report.
+    static_cast<void>(files.Remove(temporary));
+    return status;
+  }
+  const std::filesystem::path directory = path.parent_path();
+  return files.SyncDirectory(directory.empty() ? "." : directory);
+}
+
+Result<std::string> ReadFile(const std::filesystem::path& path) {
+  const auto file = OpenRegularFile(path);
+  if (!file) return Forward(file);
+  std::string bytes(static_cast<size_t>(file->size), '\0');
+  size_t filled = 0;
+  while (filled < bytes.size()) {
+    const ssize_t got = RetryInterrupted([&] {
+      return pread(file->descriptor.Number(), bytes.data() + filled, bytes.size() - filled,
+                   static_cast<off_t>(filled));
+    });
+    if (got < 0) return FailSystemCall(path, "を読み込めません", errno);
+    if (got == 0) break;  // another program made the file shorter
+    filled += static_cast<size_t>(got);
+  }
+  bytes.resize(filled);
+  return bytes;
+}
+
+std::string PathText(const std::filesystem::path& path) { return path.string(); }
+
+}  // namespace orin::base

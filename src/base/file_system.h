@@ -1,0 +1,84 @@
+#pragma once
+
+#include <cstdint>
+#include <filesystem>
+#include <memory>
+#include <string>
+#include <string_view>
+
+#include "base/result.h"
+
+namespace orin::base {
+
+/// A file open for reading and writing at places.
+class WritableFile {
+ public:
+  WritableFile() = default;
+  WritableFile(const WritableFile&) = delete;
+  WritableFile& operator=(const WritableFile&) = delete;
+  virtual ~WritableFile() = default;
+
+  virtual Status WriteAt(int64_t offset, std::string_view bytes) = 0;
+  virtual Status Truncate(int64_t length) = 0;
+  /// Sets blocks aside for a file of `length` bytes without changing its length, so that a later
+  /// write up to there cannot meet a full disk. Success where the system cannot do it.
+  virtual Status Reserve(int64_t length) = 0;
+  /// Everything written so far is on the disk when this returns.
+  virtual Status Sync() = 0;
+};
+
+/// Every change the program makes to files goes through here, so that a test can stop the
+/// program at any one of them. Failures name the path and the reason.
+class FileSystem {
+ public:
+  FileSystem() = default;
+  FileSystem(const FileSystem&) = delete;
+  FileSystem& operator=(const FileSystem&) = delete;
+  virtual ~FileSystem() = default;
+
+  /// An existing file for change in place.
+  virtual Result<std::unique_ptr<WritableFile>> OpenForUpdate(
+      const std::filesystem::path& path) = 0;
+  /// A new, empty file; one of the same name is emptied.
+  virtual Result<std::unique_ptr<WritableFile>> Create(const std::filesystem::path& path) = 0;
+  virtual Status Rename(const std::filesystem::path& from, const std::filesystem::path& to) = 0;
+  /// Success where there is no such file.
+  virtual Status Remove(const std::filesystem::path& path) = 0;
+  /// With all missing parents.
+  virtual Status MakeDirectory(const std::filesystem::path& path) = 0;
+  virtual Status SyncDirectory(const std::filesystem::path& path) = 0;
+};
+
+/// The operating system's own files.
+FileSystem& NativeFileSystem();
+
+/// The file appears whole or not at all: temporary beside it, flush, rename, flush of the
+/// directory. The temporary is removed on failure.
+Status ReplaceFile(FileSystem& files, const std::filesystem::path& path, std::string_view bytes);
+
+/// The whole file; fails where it is missing or is no file.
+Result<std::string> ReadFile(const std::filesystem::path& path);
+
+/// A file mapped for reading. The mapping ends with the object.
+class MappedFile {
+ public:
+  static Result<MappedFile> Open(const std::filesystem::path& path);
+  MappedFile(MappedFile&& other) noexcept;
+  MappedFile& operator=(MappedFile&& other) noexcept;
+  MappedFile(const MappedFile&) = delete;
+  MappedFile& operator=(const MappedFile&) = delete;
+  ~MappedFile();
+
+  [[nodiscard]] std::string_view Bytes() const { return {data_, size_}; }
+
+ private:
+  MappedFile(const char* data, size_t size) : data_(data), size_(size) {}
+
+  const char* data_ = nullptr;
+  size_t size_ = 0;
+};
+
+/// The path for messages, as UTF-8.
+std::string PathText(const std::filesystem::path& path);
+
+}  // namespace orin::base

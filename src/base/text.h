@@ -1,0 +1,34 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "base/result.h"
+
+namespace orin::base {
+
+/// The most pieces one split may give.
+inline constexpr size_t kMaximumPieces = 1000;
+
+/// The pieces of `text` between the delimiters, empty ones included; an empty text is one empty
+/// piece. Fails where there would be more than kMaximumPieces.
+Result<std::vector<std::string_view>> SplitByDelimiter(std::string_view text,
+                                                       std::string_view delimiter);
+
+/// The lines of a text file; "\n" or "\r\n" ends a line and a last line may lack its end.
+std::vector<std::string_view> SplitLines(std::string_view text);
+
+/// Without half-width blanks and tabs at both ends.
+std::string_view TrimBlanks(std::string_view text);
+
+/// ASCII letters compared without regard to case, all else byte by byte.
+bool EqualsIgnoreCase(std::string_view a, std::string_view b);
+
+/// `text` at the left of a field of `width` columns (half-width characters count 1, others 2),
+/// not cut when longer. The form "!@@@@@@@@" is width 8.
+std::string PadRight(std::string_view text, size_t width);
+std::string PadLeft(std::string_view text, size_t width);
+
+}  // namespace orin::base

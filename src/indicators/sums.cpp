@@ -1,0 +1,58 @@
+#include "indicators/sums.h"
+
+#include <optional>
+
+#include "indicators/columns.h"
+#include "indicators/rounding.h"
+
+namespace orin::indicators {
+
+using base::Currency;
+
+namespace {
+
+/// Puts result(t, sum over n bars) where the first bar of the span has data.
+template <typename Field, typename Result>
+void PutSums(const ColumnTask& task, Result result) {
+  const int32_t n = task.parameters[0];
+  FieldSum<Field> sum(n, task.bars.First(), {task.bars});
+  for (int32_t t = task.first; t <= task.last; ++t) {
+    const CountedSum& total = sum.At(t);
+    if (task.bars.HasData(t - n + 1)) task.sink.Put(t, result(t, total));
+  }
+}
+
+template <typename Field>
+void PutTotals(const ColumnTask& task) {
+  PutSums<Field>(task, [](int32_t, const CountedSum& total) { return ToCurrency(total.raw); });
+}
+
+std::optional<Currency> Mean(const CountedSum& total) {
+  return ToCurrency(base::DivideHalfToEven(total.raw, total.count));
+}
+
+template <typename Field>
+void PutMeans(const ColumnTask& task) {
+  PutSums<Field>(task, [](int32_t, const CountedSum& total) { return Mean(total); });
+}
+
+}  // namespace
+
+void OpenSum(const ColumnTask& task) { PutTotals<OpenField>(task); }
+void HighSum(const ColumnTask& task) { PutTotals<HighField>(task); }
+void LowSum(const ColumnTask& task) { PutTotals<LowField>(task); }
+void CloseSum(const ColumnTask& task) { PutTotals<CloseField>(task); }
+void VolumeSum(const ColumnTask& task) { PutTotals<VolumeField>(task); }
+void MovingAverage(const ColumnTask& task) { PutMeans<CloseField>(task); }
+void VolumeMovingAverage(const ColumnTask& task) { PutMeans<VolumeField>(task); }
+
+void DeviationRate(const ColumnTask& task) {
+  PutSums<CloseField>(task, [&task](int32_t t, const CountedSum& total) -> std::optional<Currency> {
+    const std::optional<Currency> mean = Mean(total);
+    if (!mean || !task.bars.HasData(t)) return std::nullopt;
+    const base::Int128 close = task.bars.Close(t).Raw();
+    return Percentage(close - mean->Raw(), mean->Raw());
+  });
+}
+
+}  // namespace orin::indicators

@@ -1,0 +1,31 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "base/date.h"
+#include "base/result.h"
+#include "screening/market_choice.h"
+#include "store/stock_code.h"
+
+namespace orin::screening {
+
+/// A saved analysis, as its file tells it.
+struct AnalysisFile {
+  std::string title;
+  std::string result_directory;    // as written, "\" between its parts; may be empty
+  std::optional<base::Date> date;  // none: the newest stored day
+  MarketChoice market = MarketChoice::kAll;
+  std::string condition;
+  std::optional<store::StockCode> second_stock;
+};
+
+/// Reads the text of an analysis file: lines of the form key, "：", value. Unknown keys and
+/// lines with more than one "：" are passed over; of several lines of one key the last counts.
+/// Lines without "：" that follow the line of the condition continue it, with nothing put
+/// between; elsewhere they are passed over. An empty value is an absent one. Fails for a date, a
+/// market or a second stock code that is none, with a sentence that begins with `file_name`.
+base::Result<AnalysisFile> ParseAnalysisFile(std::string_view utf8, const std::string& file_name);
+
+}  // namespace orin::screening

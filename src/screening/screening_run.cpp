@@ -1,0 +1,184 @@
+#include "screening/screening_run.h"
+
+#include <optional>
+#include <string_view>
+#include <system_error>
+
+#include "analysis/evaluator.h"
+#include "analysis/program.h"
+#include "analysis/stock_context.h"
+#include "base/cp932.h"
+#include "base/paths.h"
+#include "base/text.h"
+
+namespace orin::screening {
+
+namespace {
+
+namespace fs = std::filesystem;
+using base::DayIndex;
+using base::Fail;
+using base::Forward;
+using base::Result;
+
+constexpr std::string_view kDefaultDirectoryFile = "workresultfilename.txt";
+constexpr int64_t kStocksPerReport = 64;
+
+std::string StageCaption(const std::string& title) { return "ミルテ（株価分析：" + title + "）"; }
+
+Result<const store::StockRecord*> FindSecondStock(const store::StockStore& store,
+                                                  const AnalysisFile& analysis) {
+  if (!analysis.second_stock) return nullptr;
+  const base::MasterRecord record = store.Master().Find(*analysis.second_stock);
+  if (record.IsNone()) {
+    return Fail("第二銘柄コード「" + std::string(analysis.second_stock->Text()) +
+                "」の銘柄コードが見つかりません。");
+  }
+  return &store.Master().Stock(record);
+}
+
+SelectedStock Describe(const store::StockRecord& stock, base::BarsView daily, DayIndex day) {
+  SelectedStock selected{stock, std::nullopt, std::nullopt};
+  const int32_t t = day.Value();
+  if (!daily.HasData(t)) return selected;
+  selected.close = daily.Close(t);
+  if (t > daily.First() && daily.HasData(t - 1)) {
+    selected.change = daily.Close(t).Minus(daily.Close(t - 1));
+  }
+  return selected;
+}
+
+Result<DayIndex> FindDay(const store::StockStore& store, const AnalysisFile& analysis,
+                         const std::string& file_name) {
+  if (store.Days().Count() == 0) return Fail("株価データがまだありません。");
+  if (!analysis.date) return store.Days().Last();
+  const DayIndex day = store.Days().Find(*analysis.date);
+  if (!day.IsNone()) return day;
+  return Fail(file_name + " の分析日付 " + analysis.date->ToText() +
+              " の株価データがありません（有効な日付は " + store.Days().Days().front().ToText() +
+              "～" + store.Days().Days().back().ToText() + " の取引日です）。");
+}
+
+Result<fs::path> FindResultDirectory(const AnalysisFile& analysis, const std::string& file_name,
+                                     const RunOptions& options) {
+  std::string directory = analysis.result_directory;
+  if (directory.empty()) {
+    const auto bytes = base::ReadFile(options.base_directory / kDefaultDirectoryFile);
+    if (bytes) {
+      const std::string text = base::DecodeText(*bytes).text;
+      const auto lines = base::SplitLines(text);
+      if (!lines.empty()) directory = std::string(base::TrimBlanks(lines.front()));
+    }
+  }
+  if (directory.empty()) return Fail(file_name + " に分析結果格納場所がありません。");
+  fs::path path = base::NativePath(directory, options.base_directory);
+  std::error_code ignored;
+  if (!fs::is_directory(path, ignored)) {
+    return Fail(file_name + " の分析結果格納場所 " + base::PathText(path) +
+                " というディレクトリがありません。");
+  }
+  return path;
+}
+
+}  // namespace
+
+Result<std::vector<SelectedStock>> Select(const store::StockStore& store,
+                                          const AnalysisFile& analysis, DayIndex day,
+                                          bool adjust_splits, base::Progress& progress,
+                                          std::vector<analysis::Note>& notes) {
+  const auto second = FindSecondStock(store, analysis);
+  if (!second) return Forward(second);
+  const auto program = analysis::BuildProgram(analysis.condition);
+  if (!program) {
+    return Fail("分析項目の" + std::to_string(program.error().position) + "文字目：" +
+                program.error().message);
+  }
+  notes = program->Notes();
+  if (program->IsValue()) {
+    notes.push_back({0, "分析項目に比較演算子がないので、どの銘柄も選ばれません。"});
+  }
+
+  // The line of a selected stock shows the change, which needs the day before.
+  analysis::History needs = program->Needs().Union({.daily = 2});
+  analysis::StockContext context(store, needs, day, day, *second, adjust_splits);
+  analysis::Evaluator evaluator(*program);
+  const std::string stage = StageCaption(analysis.title);
+  const auto stocks = store.Master().Stocks();
+  const auto total = static_cast<int64_t>(stocks.size());
+  std::vector<SelectedStock> selected;
+  for (int64_t done = 0; done < total; ++done) {
+    if (done % kStocksPerReport == 0 && !progress.Report(stage, done, total)) {
+      return Fail("株価分析「" + analysis.title + "」を中止しました。");
+    }
+    const store::StockRecord& stock = stocks[static_cast<size_t>(done)];
+    if (!Matches(analysis.market, stock)) continue;
+    context.Load(stock);
+    if (!evaluator.EvaluateCondition(context, day)) continue;
+    selected.push_back(Describe(stock, context.Daily(), day));
+  }
+  static_cast<void>(progress.Report(stage, total, total));
+  return selected;
+}
+
+Result<RunResult> RunAnalysisFile(const store::StockStore& store, const fs::path& file,
+                                  const RunOptions& options, base::FileSystem& files,
+                                  base::Progress& progress) {
+  const auto bytes = base::ReadFile(file);
+  if (!bytes) return Forward(bytes);
+  const std::string file_name = base::PathText(file);
+  const auto analysis = ParseAnalysisFile(base::DecodeText(*bytes).text, file_name);
+  if (!analysis) return Forward(analysis);
+  const auto day = FindDay(store, *analysis, file_name);
+  if (!day) return Forward(day);
+  const auto directory = FindResultDirectory(*analysis, file_name, options);
+  if (!directory) return Forward(directory);
+
+  RunResult result;
+  result.title = analysis->title;
+  result.date = store.Days().DateOf(*day);
+  result.result_list = *directory / ResultListName(result.date);
+  const auto selected =
+      Select(store, *analysis, *day, options.adjust_splits, progress, result.notes);
+  if (!selected) return Fail(file_name + " の" + selected.error().message);
+  result.selected = static_cast<int32_t>(selected->size());
+  const std::string text = FormatResultList(result.title, result.date, *selected);
+  if (const auto written = WriteResultList(files, result.result_list, text); !written) {
+    return Forward(written);
+  }
+  return result;
+}
+
+base::Status WriteAnalysisDay(base::FileSystem& files, const fs::path& analysis_file,
+                              base::Date date) {
+  const auto bytes = base::EncodeCp932("analysis_day：" + date.ToText() + "\r\n");
+  if (!bytes) return Forward(bytes);
+  return base::ReplaceFile(files, analysis_file.parent_path() / "analysisday.txt", *bytes);
+}
+
+base::Status CheckFirstFile(const store::MasterHeader& header, int16_t first_file) {
+  if (first_file < header.first_file || first_file > header.current_file) {
+    return Fail("先頭ファイルの番号" + std::to_string(first_file) + "は" +
+                std::to_string(header.first_file) + "から" + std::to_string(header.current_file) +
+                "までの番号ではありません。");
+  }
+  const bool all_files = first_file == header.first_file;
+  if (!all_files && header.current_file - first_file + 1 < kFewestPriceFiles) {
+    return Fail("データファイルは４ファイル以上必要です。");
+  }
+  return {};
+}
+
+Result<std::string> ExplainFirstFile(const store::StockStore& store) {
+  const auto days = store.DaysOfFile(store.FirstFile());
+  if (!days) return Forward(days);
+  return "先頭ファイルの番号を大きくすると株価分析のスピードが速くなりますが、株価分析に必要なデー"
+         "タ"
+         "がないと、\n正しく株価分析ができません。\n先頭ファイルの番号が" +
+         std::to_string(store.FirstFile()) + "の場合、有効な株価データ日付は、" +
+         days->first.ToText() + "～" + store.Days().Days().back().ToText() +
+         "までです。\nこの日付以前のデータを使用して株価分析する必要がある場合、先頭ファイルの番号"
+         "を"
+         "小さくして下さい。";
+}
+
+}  // namespace orin::screening

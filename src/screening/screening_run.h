@@ -1,0 +1,62 @@
+#pragma once
+
+#include <cstdint>
+#include <filesystem>
+#include <string>
+#include <vector>
+
+#include "analysis/condition.h"
+#include "base/file_system.h"
+#include "base/progress.h"
+#include "base/result.h"
+#include "screening/analysis_file.h"
+#include "screening/result_list.h"
+#include "store/stock_store.h"
+
+namespace orin::screening {
+
+struct RunOptions {
+  /// Where the relative paths of analysis files begin.
+  std::filesystem::path base_directory;
+  bool adjust_splits = true;
+};
+
+/// What one analysis file gave.
+struct RunResult {
+  std::filesystem::path result_list;
+  std::string title;
+  base::Date date;
+  int32_t selected = 0;
+  /// What the writer of the condition should know.
+  std::vector<analysis::Note> notes;
+};
+
+/// The screening itself: the stocks of the market whose condition is true on the day, in record
+/// order. Stops without a result when `progress` says so.
+base::Result<std::vector<SelectedStock>> Select(const store::StockStore& store,
+                                                const AnalysisFile& analysis, base::DayIndex day,
+                                                bool adjust_splits, base::Progress& progress,
+                                                std::vector<analysis::Note>& notes);
+
+/// Runs one analysis file and writes its result list. Without a result directory the first line
+/// of "workresultfilename.txt" in the base directory names it. Fails, and writes nothing, where
+/// the file cannot be read or compiled, the date is no trading day, the second stock is unknown
+/// or the result directory does not exist.
+base::Result<RunResult> RunAnalysisFile(const store::StockStore& store,
+                                        const std::filesystem::path& file,
+                                        const RunOptions& options, base::FileSystem& files,
+                                        base::Progress& progress);
+
+/// Writes "analysisday.txt" with the date under analysis into the analysis file's directory.
+base::Status WriteAnalysisDay(base::FileSystem& files, const std::filesystem::path& analysis_file,
+                              base::Date date);
+
+/// At least this many price files must remain readable when the first one is chosen.
+inline constexpr int16_t kFewestPriceFiles = 4;
+
+/// Whether `first_file` may be the first price file to read; the sentence where not.
+base::Status CheckFirstFile(const store::MasterHeader& header, int16_t first_file);
+/// What the choice means, in three lines; the store was opened with that first file.
+base::Result<std::string> ExplainFirstFile(const store::StockStore& store);
+
+}  // namespace orin::screening

@@ -1,0 +1,25 @@
+#pragma once
+
+#include <filesystem>
+#include <string>
+#include <string_view>
+
+namespace orin::shell {
+
+/// What the defaults of path settings begin at: the program directory, and the directory of the
+/// settings file.
+struct SettingsPlaces {
+  std::filesystem::path program_directory;
+  std::filesystem::path ini_file;  // orin.ini, whether it exists or not
+};
+
+/// What a default text is relative to. kNone: nothing, it stands as it is.
+enum class DefaultBase { kNone, kProgram, kSettings };
+
+/// The text of a default: the directory, a "\" and `relative`, as it would stand in the file.
+std::string DefaultText(const SettingsPlaces& places, DefaultBase base, std::string_view relative);
+
+/// The native path of a path setting; a relative one starts at the program directory.
+std::filesystem::path NativeSetting(const SettingsPlaces& places, std::string_view setting);
+
+}  // namespace orin::shell

@@ -1,0 +1,122 @@
+#include <unordered_set>
+
+#include "base/record_file.h"
+#include "store/check_parts.h"
+#include "store/companion_formats.h"
+#include "store/name_index.h"
+#include "store/splits.h"
+#include "store/trend_lines.h"
+
+namespace orin::store {
+
+namespace {
+
+int32_t LastRecord(const CheckedStore& store) {
+  return static_cast<int32_t>(store.master.Stocks().size()) + 1;
+}
+
+/// An entry that leads to a record of orin.sys; `where` names file and entry.
+void CheckReference(const CheckedStore& store, const StockCode& code, base::MasterRecord record,
+                    const std::string& where, Findings& findings) {
+  const int32_t last = LastRecord(store);
+  if (record.Value() < 2 || record.Value() > last) {
+    findings.AddOfKind("record", where + "のレコード番号" + std::to_string(record.Value()) +
+                                     "が2から" + std::to_string(last) + "の範囲にありません。");
+    return;
+  }
+  const StockCode& in_master = store.master.Stock(record).code;
+  if (code == in_master) return;
+  findings.AddOfKind("code", where + "の銘柄コード「" + std::string(code.Text()) +
+                                 "」がorin.sysのレコード" + std::to_string(record.Value()) +
+                                 "の「" + std::string(in_master.Text()) + "」と違います。");
+}
+
+void CheckIndex(const CheckedStore& store, Findings& findings) {
+  const StoreFile file = {FileKind::kNameIndex, 0};
+  const auto bytes = ReadForCheck(store, file.kind, findings);
+  if (!bytes) return;
+  CheckWholeRecords(store, file, bytes->size(), kIndexRecordLength, findings);
+  const std::vector<IndexEntry> entries = DecodeNameIndex(*bytes);
+  const std::string name = store.NameForMessage(file);
+  if (entries.size() != store.master.Stocks().size()) {
+    findings.Add(name + "の銘柄数" + std::to_string(entries.size()) + "がorin.sysの" +
+                 std::to_string(store.master.Stocks().size()) + "と違います。");
+  }
+  std::unordered_set<int32_t> seen;
+  for (size_t i = 0; i < entries.size(); ++i) {
+    const std::string where = name + "のレコード" + std::to_string(i + 1);
+    const int32_t record = entries[i].record.Value();
+    CheckReference(store, entries[i].code, entries[i].record, where, findings);
+    if (seen.insert(record).second) continue;
+    findings.AddOfKind("twice", where + "のレコード番号" + std::to_string(record) +
+                                    "が2回使われています。");
+  }
+  findings.EndGroup();
+}
+
+void CheckList(const CheckedStore& store, FileKind kind, Findings& findings) {
+  const StoreFile file = {kind, 0};
+  const auto bytes = ReadForCheck(store, kind, findings);
+  if (!bytes) return;
+  CheckWholeRecords(store, file, bytes->size(), kListRecordLength, findings);
+  const std::string name = store.NameForMessage(file);
+  const int32_t records = base::RecordView(*bytes, kListRecordLength).Count();
+  const int16_t count = CountInHeader(*bytes);
+  if (records == 0) {
+    findings.Add(name + "に先頭のレコードがありません。");
+  } else if (count < 0 || count > records - 1) {
+    findings.Add(name + "の銘柄数" + std::to_string(count) + "が0から" +
+                 std::to_string(records - 1) + "の範囲にありません。");
+  }
+  int32_t number = 1;
+  for (const ListedStock& stock : DecodeStockList(*bytes).stocks) {
+    ++number;
+    if (stock.code == StockCode()) continue;
+    CheckReference(store, stock.code, stock.record,
+                   name + "のレコード" + std::to_string(number), findings);
+  }
+  findings.EndGroup();
+}
+
+void CheckTrendLines(const CheckedStore& store, Findings& findings) {
+  const StoreFile file = {FileKind::kTrendLines, 0};
+  std::error_code failure;
+  const auto length = std::filesystem::file_size(PathOf(store.location, file), failure);
+  // The file is made with the first line drawn.
+  if (failure) return;
+  CheckWholeRecords(store, file, static_cast<size_t>(length), kTrendRecordLength, findings);
+}
+
+}  // namespace
+
+void CheckCompanions(const CheckedStore& store, Findings& findings) {
+  CheckIndex(store, findings);
+  CheckList(store, FileKind::kAdded, findings);
+  CheckList(store, FileKind::kDeleted, findings);
+  CheckTrendLines(store, findings);
+}
+
+void CheckSplits(const CheckedStore& store, Findings& findings) {
+  const StoreFile file = {FileKind::kSplits, 0};
+  const std::filesystem::path path = PathOf(store.location, file);
+  std::error_code failure;
+  // A missing list is an empty one.
+  if (!std::filesystem::exists(path, failure)) return;
+  const auto bytes = base::ReadFile(path);
+  if (!bytes) {
+    findings.Add(bytes.error().message);
+    return;
+  }
+  std::vector<std::string> problems;
+  const SplitList splits = SplitList::Parse(*bytes, FileName(file), problems);
+  for (std::string& problem : problems) findings.Add(std::move(problem));
+  for (const SplitEvent& event : splits.Events()) {
+    if (!store.master.Find(event.code).IsNone()) continue;
+    findings.AddOfKind(event.code.Text(), "「" + FileName(file) + "」の銘柄コード" +
+                                              std::string(event.code.Text()) +
+                                              "がorin.sysにありません。");
+  }
+  findings.EndGroup();
+}
+
+}  // namespace orin::store

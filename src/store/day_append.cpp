@@ -1,0 +1,112 @@
+#include <algorithm>
+#include <cstring>
+
+#include "store/file_names.h"
+#include "store/store_state.h"
+
+namespace orin::store {
+
+base::Status StockStore::AppendDay(base::Date date,
+                                   std::span<const std::pair<base::SlotRecord, base::Bar>> bars) {
+  if (const base::Status ready = state_->PrepareChange(); !ready) return ready;
+  const std::span<const base::Date> days = state_->prices.Days();
+  if (date.IsNone() || (!days.empty() && date <= days.back())) {
+    const std::string newest = days.empty() ? "なし" : days.back().ToText();
+    return base::Fail("追加する日付" + date.ToText() + "が株価データの最新日付（" + newest +
+                      "）より後ではありません。");
+  }
+  return state_->AppendDays(std::span(&date, 1), bars);
+}
+
+base::Status StockStore::State::CheckDayCount(size_t count) const {
+  const int16_t first = master.Header().first_file;
+  const size_t most = static_cast<size_t>(kLastFileNumber - first + 1) * kDaysPerFile;
+  if (count <= most) return {};
+  return base::Fail("株価ファイルは" + FileName(DailyFile(kLastFileNumber)) + "までのため、" +
+                    std::to_string(count) + "日分の日付を保存できません。");
+}
+
+base::Status StockStore::State::AppendDays(std::span<const base::Date> dates,
+                                           std::span<const SlotBar> bars) {
+  const auto stored = static_cast<size_t>(prices.DayCount());
+  if (const auto checked = CheckDayCount(stored + dates.size()); !checked) return checked;
+  std::vector<const base::Bar*> by_record;
+  if (!bars.empty()) by_record.resize(static_cast<size_t>(RecordsPerFile()) + 1);
+  for (const auto& [slot, bar] : bars) {
+    if (const base::Status checked = CheckSlot(slot); !checked) return checked;
+    by_record[static_cast<size_t>(slot.Value())] = &bar;
+  }
+  for (size_t done = 0; done < dates.size();) {
+    const DayPlace place = prices.PlaceOf(static_cast<int32_t>(stored + done));
+    const auto room = static_cast<size_t>(kDaysPerFile - place.position);
+    const auto part = dates.subspan(done, std::min(room, dates.size() - done));
+    const base::Status added = place.position > 0 ? AppendToCurrentFile(part, by_record)
+                                                  : AppendNewFile(place.file, part, by_record);
+    if (!added) return added;
+    by_record.clear();
+    done += part.size();
+  }
+  const auto count = static_cast<int32_t>(stored + dates.size());
+  if (const auto saved = CommitHeader(HeaderFor(count, dates.back())); !saved) return saved;
+  for (const base::Date date : dates) {
+    if (const auto taken = prices.TakeNewDay(location, date); !taken) {
+      in_doubt = true;
+      return taken;
+    }
+  }
+  SetCalendar();
+  return {};
+}
+
+base::Status StockStore::State::AppendToCurrentFile(std::span<const base::Date> dates,
+                                                    std::span<const base::Bar* const> bars) {
+  const int32_t day = prices.DayCount();
+  const DayPlace place = prices.PlaceOf(day);
+  const int32_t date_record = master.Header().date_record;
+  const auto file = files->OpenForUpdate(PathOf(location, DailyFile(place.file)));
+  if (!file) return base::Forward(file);
+  const std::string no_data = NoDataEntries(dates.size());
+  std::string entries;
+  for (int32_t record = 1; record <= prices.Records(); ++record) {
+    if (record == date_record) continue;
+    entries = no_data;
+    const base::Bar* bar = bars.empty() ? nullptr : bars[static_cast<size_t>(record)];
+    if (bar != nullptr) EncodeBar(*bar, entries.data());
+    // Behind the last committed day there may be remains of a day that never was; most entries
+    // are without data as they should be.
+    const char* stored = prices.Entry(base::SlotRecord(record), day);
+    if (std::memcmp(stored, entries.data(), entries.size()) == 0) continue;
+    const int64_t offset = RecordOffset(record) + place.position * int64_t{kBarLength};
+    if (const auto written = (*file)->WriteAt(offset, entries); !written) return written;
+  }
+  const int64_t offset = RecordOffset(date_record) + place.position * int64_t{kDateEntryLength};
+  const base::Status written = (*file)->WriteAt(offset, EncodeDates(dates));
+  return written ? (*file)->Sync() : written;
+}
+
+base::Status StockStore::State::AppendNewFile(int16_t number, std::span<const base::Date> dates,
+                                              std::span<const base::Bar* const> bars) {
+  const std::filesystem::path staged = StagedPathOf(location, DailyFile(number));
+  const std::string no_data = NoDataEntries(kDaysPerFile);
+  const auto write = [&]() -> base::Status {
+    const auto file = files->Create(staged);
+    if (!file) return base::Forward(file);
+    StagedWriter writer(**file);
+    std::string entries;
+    for (int32_t record = 1; record <= RecordsPerFile(); ++record) {
+      entries = record == master.Header().date_record ? EncodeDates(dates) : no_data;
+      entries.resize(kDailyRecordLength);
+      const base::Bar* bar = bars.empty() ? nullptr : bars[static_cast<size_t>(record)];
+      if (bar != nullptr) EncodeBar(*bar, entries.data());
+      if (const base::Status added = writer.Add(entries); !added) return added;
+    }
+    return writer.Finish();
+  };
+  base::Status status = write();
+  if (status) status = files->Rename(staged, PathOf(location, DailyFile(number)));
+  if (status) return files->SyncDirectory(location.data_directory);
+  static_cast<void>(files->Remove(staged));
+  return status;
+}
+
+}  // namespace orin::store

@@ -1,0 +1,100 @@
+#include "store/file_names.h"
+
+#include <algorithm>
+#include <array>
+#include <cstdio>
+
+namespace orin::store {
+
+namespace {
+
+struct FixedName {
+  FileKind kind;
+  std::string_view name;
+};
+
+constexpr std::array<FixedName, 7> kFixedNames = {{
+    {FileKind::kMaster, "orin.sys"},
+    {FileKind::kNameIndex, "orin.ind"},
+    {FileKind::kAdded, "orin.add"},
+    {FileKind::kDeleted, "orin.del"},
+    {FileKind::kTrendLines, "orin.lin"},
+    {FileKind::kSplits, "株式分割.txt"},
+    {FileKind::kJournal, "orin.jnl"},
+}};
+
+struct Family {
+  FileKind kind;
+  std::string_view prefix;
+};
+
+constexpr std::array<Family, 3> kFamilies = {{
+    {FileKind::kDaily, "orin"},
+    {FileKind::kCredit, "orins"},
+    {FileKind::kIntraday, "orint"},
+}};
+
+constexpr std::string_view kPriceSuffix = ".dat";
+constexpr std::string_view kStagedSuffix = ".tmp";
+constexpr size_t kNumberWidth = 3;
+
+bool IsDigit(char c) { return c >= '0' && c <= '9'; }
+
+std::optional<int16_t> ParseNumber(std::string_view digits) {
+  if (digits.size() != kNumberWidth || !std::ranges::all_of(digits, IsDigit)) return std::nullopt;
+  int16_t number = 0;
+  for (const char digit : digits) number = static_cast<int16_t>(number * 10 + (digit - '0'));
+  if (number < 1) return std::nullopt;
+  return number;
+}
+
+std::filesystem::path PathFromUtf8(std::string_view name) {
+  return std::filesystem::path(std::u8string(name.begin(), name.end()));
+}
+
+}  // namespace
+
+std::string FileName(const StoreFile& file) {
+  for (const FixedName& fixed : kFixedNames) {
+    if (fixed.kind == file.kind) return std::string(fixed.name);
+  }
+  const auto* family = std::ranges::find(kFamilies, file.kind, &Family::kind);
+  std::array<char, 8> digits{};
+  std::snprintf(digits.data(), digits.size(), "%03d", file.number);
+  return std::string(family->prefix) + digits.data() + std::string(kPriceSuffix);
+}
+
+std::optional<StoreFile> ParseFileName(std::string_view name) {
+  for (const FixedName& fixed : kFixedNames) {
+    if (fixed.name == name) return StoreFile{fixed.kind, 0};
+  }
+  if (!name.ends_with(kPriceSuffix)) return std::nullopt;
+  name.remove_suffix(kPriceSuffix.size());
+  for (const Family& family : kFamilies) {
+    if (!name.starts_with(family.prefix)) continue;
+    const auto number = ParseNumber(name.substr(family.prefix.size()));
+    if (number) return StoreFile{family.kind, *number};
+  }
+  return std::nullopt;
+}
+
+const std::filesystem::path& DirectoryOf(const StoreLocation& location, const StoreFile& file) {
+  return file.number > 0 ? location.data_directory : location.system_directory;
+}
+
+std::filesystem::path PathOf(const StoreLocation& location, const StoreFile& file) {
+  return DirectoryOf(location, file) / PathFromUtf8(FileName(file));
+}
+
+std::filesystem::path StagedPathOf(const StoreLocation& location, const StoreFile& file) {
+  std::filesystem::path path = PathOf(location, file);
+  path += kStagedSuffix;
+  return path;
+}
+
+std::optional<StoreFile> ParseStagedName(std::string_view name) {
+  if (!name.ends_with(kStagedSuffix)) return std::nullopt;
+  return ParseFileName(name.substr(0, name.size() - kStagedSuffix.size()));
+}
+
+}  // namespace orin::store

@@ -1,0 +1,51 @@
+#pragma once
+
+#include <compare>
+#include <cstdint>
+#include <filesystem>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "store/store_location.h"
+
+namespace orin::store {
+
+enum class FileKind {
+  kMaster,      // orin.sys
+  kNameIndex,   // orin.ind
+  kAdded,       // orin.add
+  kDeleted,     // orin.del
+  kTrendLines,  // orin.lin
+  kSplits,      // 株式分割.txt
+  kJournal,     // orin.jnl
+  kDaily,       // orin001.dat and on
+  kCredit,      // orins001.dat and on
+  kIntraday,    // orint001.dat and on
+};
+
+/// The greatest number of a price file, the first being 1.
+inline constexpr int16_t kLastFileNumber = 999;
+
+/// A file of the store.
+struct StoreFile {
+  FileKind kind = FileKind::kMaster;
+  int16_t number = 0;  // 1..kLastFileNumber for the price families, 0 for all others
+
+  auto operator<=>(const StoreFile&) const = default;
+};
+
+/// The name without its directory, UTF-8.
+std::string FileName(const StoreFile& file);
+/// nullopt for every name that FileName never gives.
+std::optional<StoreFile> ParseFileName(std::string_view name);
+
+/// The directory the file belongs in.
+const std::filesystem::path& DirectoryOf(const StoreLocation& location, const StoreFile& file);
+std::filesystem::path PathOf(const StoreLocation& location, const StoreFile& file);
+/// The file's new content until it takes the file's name; the name is the file's with ".tmp".
+std::filesystem::path StagedPathOf(const StoreLocation& location, const StoreFile& file);
+/// The store file that a staged file's name stands for; nullopt for any other name.
+std::optional<StoreFile> ParseStagedName(std::string_view name);
+
+}  // namespace orin::store

@@ -1,0 +1,146 @@
+#include "store/splits.h"
+
+#include <algorithm>
+#include <array>
+#include <charconv>
+#include <cmath>
+#include <optional>
+#include <tuple>
+
+#include "base/cp932.h"
+#include "base/text.h"
+
+namespace orin::store {
+
+namespace {
+
+constexpr std::string_view kTitle = "T:株式分割銘柄,株式減資銘柄";
+constexpr std::string_view kDate = "D:2100/01/01";
+constexpr std::string_view kColumns = "銘柄コード,銘柄名,分割倍率,権利付最終日";
+constexpr std::string_view kLineEnd = "\r\n";
+constexpr size_t kFewestFields = 4;
+
+bool IsHeader(std::string_view line) {
+  return line.empty() || line.starts_with("T:") || line.starts_with("D:") || line == kColumns;
+}
+
+std::optional<double> ParseRatio(std::string_view text) {
+  double ratio = 0;
+  const char* end = text.data() + text.size();
+  const auto [rest, failure] = std::from_chars(text.data(), end, ratio, std::chars_format::fixed);
+  const bool is_ratio = failure == std::errc{} && rest == end && std::isfinite(ratio) && ratio > 0;
+  return is_ratio ? std::optional(ratio) : std::nullopt;
+}
+
+/// The text between the first field and the last two: a name may hold commas.
+std::string JoinName(const std::vector<std::string_view>& fields) {
+  std::string name(fields[1]);
+  for (size_t i = 2; i + 2 < fields.size(); ++i) name += "," + std::string(fields[i]);
+  return name;
+}
+
+base::Result<SplitEvent> ParseEvent(std::string_view line) {
+  const auto fields = base::SplitByDelimiter(line, ",");
+  if (!fields) return base::Forward(fields);
+  if (fields->size() < kFewestFields) return base::Fail("項目が4つありません。");
+  const auto code = StockCode::Parse(base::TrimBlanks(fields->front()));
+  if (!code) return base::Forward(code);
+  const std::string_view ratio_text = base::TrimBlanks((*fields)[fields->size() - 2]);
+  const auto ratio = ParseRatio(ratio_text);
+  if (!ratio) return base::Fail("分割倍率「" + std::string(ratio_text) + "」が正しくありません。");
+  const std::string_view day_text = base::TrimBlanks(fields->back());
+  const auto day = base::Date::Parse(day_text);
+  if (!day) return base::Fail("権利付最終日「" + std::string(day_text) + "」が正しくありません。");
+  return SplitEvent{*code, JoinName(*fields), *ratio, std::string(ratio_text), *day};
+}
+
+std::optional<base::Bar> Adjust(const base::Bar& bar, double ratio) {
+  const auto divided = [ratio](base::Currency price) {
+    return base::Currency::FromDouble(price.ToDouble() / ratio);
+  };
+  const auto open = divided(bar.open);
+  const auto high = divided(bar.high);
+  const auto low = divided(bar.low);
+  const auto close = divided(bar.close);
+  const auto volume = base::Currency::FromDouble(bar.volume.ToDouble() * ratio);
+  if (!open || !high || !low || !close || !volume) return std::nullopt;
+  return base::Bar{bar.date, *open, *high, *low, *close, *volume};
+}
+
+std::string WithoutLineBreaks(std::string text) {
+  std::erase_if(text, [](char c) { return c == '\r' || c == '\n'; });
+  return text;
+}
+
+std::string RatioText(const SplitEvent& event) {
+  if (!event.ratio_text.empty()) return WithoutLineBreaks(event.ratio_text);
+  std::array<char, 400> text{};  // the longest double without an exponent has 309 digits
+  const auto result = std::to_chars(text.data(), text.data() + text.size(), event.ratio,
+                                    std::chars_format::fixed);
+  return std::string(text.data(), result.ptr);
+}
+
+}  // namespace
+
+SplitList::SplitList(std::vector<SplitEvent> events) : events_(std::move(events)) {
+  sorted_ = events_;
+  std::ranges::stable_sort(sorted_, {}, [](const SplitEvent& event) {
+    return std::make_tuple(event.code, event.last_day_with_rights);
+  });
+  for (size_t i = 0; i < sorted_.size(); ++i) {
+    Range& range = by_code_.try_emplace(sorted_[i].code, Range{i, 0}).first->second;
+    ++range.count;
+  }
+}
+
+SplitList SplitList::Parse(std::string_view bytes, const std::string& file_name,
+                           std::vector<std::string>& problems) {
+  const base::DecodedText decoded = base::DecodeText(bytes);
+  std::vector<SplitEvent> events;
+  size_t number = 0;
+  for (const std::string_view line : base::SplitLines(decoded.text)) {
+    ++number;
+    if (IsHeader(base::TrimBlanks(line))) continue;
+    auto event = ParseEvent(line);
+    if (event) {
+      events.push_back(std::move(*event));
+    } else {
+      problems.push_back("「" + file_name + "」の" + std::to_string(number) + "行目：" +
+                         event.error().message);
+    }
+  }
+  return SplitList(std::move(events));
+}
+
+std::span<const SplitEvent> SplitList::EventsOf(const StockCode& code) const {
+  const auto found = by_code_.find(code);
+  if (found == by_code_.end()) return {};
+  return std::span(sorted_).subspan(found->second.begin, found->second.count);
+}
+
+base::Result<std::string> SplitList::Serialize() const {
+  std::string text;
+  for (const std::string_view line : {kTitle, kDate, kColumns}) {
+    text += std::string(line) + std::string(kLineEnd);
+  }
+  for (const SplitEvent& event : events_) {
+    text += std::string(event.code.Text()) + "," + WithoutLineBreaks(event.name) + "," +
+            RatioText(event) + "," + event.last_day_with_rights.ToText() +
+            std::string(kLineEnd);
+  }
+  return base::EncodeCp932(text);
+}
+
+void AdjustForSplit(const SplitEvent& event, base::BarColumns& bars) {
+  const auto end = std::ranges::upper_bound(bars.dates, event.last_day_with_rights);
+  const auto count = static_cast<size_t>(end - bars.dates.begin());
+  for (size_t i = 0; i < count; ++i) {
+    const base::Bar bar = bars.At(i);
+    if (!bar.HasData()) continue;
+    base::Bar without_data;
+    without_data.date = bar.date;
+    bars.Put(i, Adjust(bar, event.ratio).value_or(without_data));
+  }
+}
+
+}  // namespace orin::store

@@ -1,0 +1,56 @@
+#pragma once
+
+#include <filesystem>
+#include <span>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+#include "base/bars.h"
+#include "base/date.h"
+#include "base/result.h"
+#include "store/stock_code.h"
+
+namespace orin::store {
+
+/// One stock split (ratio above 1) or reverse split (below 1).
+struct SplitEvent {
+  StockCode code;
+  std::string name;
+  double ratio = 1;       // new shares for one old share; above 0
+  std::string ratio_text;  // as written in the file; empty: `ratio` is written
+  base::Date last_day_with_rights;
+};
+
+/// The events of 株式分割.txt.
+class SplitList {
+ public:
+  SplitList() = default;
+  explicit SplitList(std::vector<SplitEvent> events);
+  /// Lines that are no event are told in `problems`, one sentence each, and passed over.
+  static SplitList Parse(std::string_view bytes, const std::string& file_name,
+                         std::vector<std::string>& problems);
+
+  [[nodiscard]] std::span<const SplitEvent> Events() const { return events_; }
+  /// The stock's events, oldest first.
+  [[nodiscard]] std::span<const SplitEvent> EventsOf(const StockCode& code) const;
+  /// The three header lines and the event lines, code page 932.
+  [[nodiscard]] base::Result<std::string> Serialize() const;
+
+ private:
+  struct Range {
+    size_t begin = 0;
+    size_t count = 0;
+  };
+  std::vector<SplitEvent> events_;  // in file order
+  std::vector<SplitEvent> sorted_;  // by code, then by day
+  std::unordered_map<StockCode, Range, StockCodeHash> by_code_;
+};
+
+/// Divides the prices of every bar up to and including the last day with rights by the ratio and
+/// multiplies the volume, each in double; the volume of a no-data bar stays. A value that would
+/// leave the range of Currency makes its bar a no-data bar.
+void AdjustForSplit(const SplitEvent& event, base::BarColumns& bars);
+
+}  // namespace orin::store

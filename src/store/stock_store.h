@@ -1,0 +1,108 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <span>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "base/bars.h"
+#include "base/file_system.h"
+#include "base/ordinal.h"
+#include "base/result.h"
+#include "store/calendar.h"
+#include "store/splits.h"
+#include "store/stock_master.h"
+#include "store/store_location.h"
+
+namespace orin::store {
+
+enum class Access { kRead, kWrite };
+
+struct OpenOptions {
+  Access access = Access::kRead;
+  /// The number of the first price file to use; none: the oldest of the master's header. The
+  /// calendar then begins at that file's first day.
+  std::optional<int16_t> first_file;
+};
+
+/// A stock to be added; it gets the next record of the master and the next slot.
+struct NewStock {
+  StockCode code;
+  std::string name;
+  int16_t listing = 3;
+  int16_t kind = 1;
+  int16_t sector = 0;
+};
+
+/// The bar a stock is to have on a day that the calendar already has.
+struct BarChange {
+  base::SlotRecord slot;
+  base::DayIndex day;
+  base::Bar bar;  // its date does not count
+};
+
+/// The stock master, the price files, the calendar and the split list, loaded and kept together.
+/// Every change is whole or not at all, whenever the program is killed and when the disk is full.
+class StockStore {
+ public:
+  /// Makes an empty store with its directories; refuses where there is an orin.sys.
+  static base::Status Create(const StoreLocation& location, base::FileSystem& files);
+  /// Finishes what a killed writer had committed and removes what it had not, then loads.
+  /// Fails where another process writes to the store.
+  static base::Result<StockStore> Open(const StoreLocation& location, const OpenOptions& options,
+                                       base::FileSystem& files);
+  StockStore(StockStore&&) noexcept;
+  StockStore& operator=(StockStore&&) noexcept;
+  ~StockStore();
+
+  [[nodiscard]] const StoreLocation& Location() const;
+  [[nodiscard]] const StockMaster& Master() const;
+  [[nodiscard]] const Calendar& Days() const;
+  [[nodiscard]] const SplitList& Splits() const;
+  /// What was passed over in loading (malformed split lines), a sentence each.
+  [[nodiscard]] std::span<const std::string> Problems() const;
+  /// The number of the first price file in use, as chosen when opening.
+  [[nodiscard]] int16_t FirstFile() const;
+  /// First and last stored day of a price file; fails where the file is not in use.
+  [[nodiscard]] base::Result<std::pair<base::Date, base::Date>> DaysOfFile(int16_t file) const;
+
+  /// The bars of the days first..last as stored, into `bars`, which is emptied first. Days are
+  /// within the calendar. Copies only the entries asked for.
+  void LoadBars(base::SlotRecord slot, base::DayIndex first, base::DayIndex last,
+                base::BarColumns& bars) const;
+  /// The same, adjusted for the splits of the stock.
+  void LoadAdjustedBars(const StockRecord& stock, base::DayIndex first, base::DayIndex last,
+                        base::BarColumns& bars) const;
+
+  // What follows needs Access::kWrite.
+
+  /// Adds to orin.sys, orin.ind and orin.add and gives every price file the new slots.
+  base::Status AddStocks(std::span<const NewStock> stocks);
+  /// One newer day for all stocks; a slot without a bar gets no data.
+  base::Status AppendDay(base::Date date, std::span<const std::pair<base::SlotRecord, base::Bar>> bars);
+  /// Makes every one of `dates` (ascending) a day of the calendar, without data. Days newer than
+  /// the newest are appended; others are put between, in front too.
+  base::Status AddDays(std::span<const base::Date> dates);
+  /// Replaces the bars of days that exist, all of them or none.
+  base::Status ChangeBars(std::span<const BarChange> changes);
+  /// Replaces 株式分割.txt.
+  base::Status SaveSplits(SplitList splits);
+  /// Writes the event's adjustment into the stored prices and takes it off the list, in one.
+  base::Status CorrectForSplit(const SplitEvent& event);
+  /// Takes the stocks that orin.del marks "Delete" out of orin.sys, orin.ind, orin.add and
+  /// orin.del and gives their number. Later stocks move up by a record; every slot stays where
+  /// it is, and that of a stock taken out is unused until a new stock gets it, emptied. Refuses
+  /// while there are fewer than ten price files.
+  base::Result<int32_t> PurgeDeletedStocks();
+
+ private:
+  struct State;
+  explicit StockStore(std::unique_ptr<State> state);
+
+  std::unique_ptr<State> state_;
+};
+
+}  // namespace orin::store

@@ -1,0 +1,211 @@
+#include "store/store_state.h"
+
+#include <algorithm>
+#include <array>
+
+#include "base/record_file.h"
+#include "store/companion_formats.h"
+#include "store/file_names.h"
+#include "store/master_format.h"
+
+namespace orin::store {
+
+namespace {
+
+constexpr StoreFile kMaster = {FileKind::kMaster, 0};
+constexpr StoreFile kSplits = {FileKind::kSplits, 0};
+constexpr size_t kWriteBuffer = size_t{1} << 20;
+
+struct HeaderRule {
+  std::string_view field;
+  int32_t value;
+  int32_t least;
+  int32_t greatest;
+};
+
+bool IsMissing(const std::filesystem::path& path) {
+  std::error_code failure;
+  return !std::filesystem::exists(path, failure);
+}
+
+}  // namespace
+
+base::Status CheckHeader(const MasterHeader& header, const std::filesystem::path& path) {
+  const bool empty = header.current_file == 0;
+  const std::array<HeaderRule, 4> rules = {{
+      {"日付レコード", header.date_record, 1, INT16_MAX},
+      {"カレントファイル", header.current_file, 0, kLastFileNumber},
+      {"先頭ファイル", header.first_file, 1, empty ? kLastFileNumber : header.current_file},
+      {"カレントレコード", header.current_record, empty ? INT16_MIN : 1,
+       empty ? INT16_MAX : kDaysPerFile},
+  }};
+  for (const HeaderRule& rule : rules) {
+    if (rule.value >= rule.least && rule.value <= rule.greatest) continue;
+    return base::Fail("「" + base::PathText(path) + "」の" + std::string(rule.field) + "の値" +
+                      std::to_string(rule.value) + "が" + std::to_string(rule.least) + "から" +
+                      std::to_string(rule.greatest) + "の範囲にありません。");
+  }
+  return {};
+}
+
+base::Status StockStore::State::LoadMaster() {
+  const std::filesystem::path path = PathOf(location, kMaster);
+  if (IsMissing(path)) {
+    return base::Fail("初期設定ファイルで指定した場所にorin.sysがありません。（" +
+                      base::PathText(path) + "）");
+  }
+  const auto bytes = base::ReadFile(path);
+  if (!bytes) return base::Forward(bytes);
+  const base::RecordView records(*bytes, kMasterRecordLength);
+  if (records.Count() == 0) {
+    return base::Fail("「" + base::PathText(path) + "」は" + std::to_string(bytes->size()) +
+                      "バイトしかなく、先頭のレコードがありません。");
+  }
+  const MasterHeader header = DecodeMasterHeader(*records.Record(1));
+  if (const base::Status checked = CheckHeader(header, path); !checked) return checked;
+  std::vector<StockRecord> stocks;
+  stocks.reserve(static_cast<size_t>(records.Count()));
+  for (int32_t number = 2; number <= records.Count(); ++number) {
+    stocks.push_back(DecodeStockRecord(*records.Record(number)));
+  }
+  master = StockMaster(header, std::move(stocks));
+  return {};
+}
+
+base::Status StockStore::State::LoadPrices() {
+  auto opened = PriceFiles::Open(location, master);
+  if (!opened) return base::Forward(opened);
+  prices = std::move(*opened);
+  const MasterHeader& header = master.Header();
+  skipped_days = 0;
+  if (options.first_file) {
+    const int32_t last_file = std::max(header.current_file, header.first_file);
+    if (*options.first_file < header.first_file || *options.first_file > last_file) {
+      return base::Fail("先頭ファイルの指定" + std::to_string(*options.first_file) + "が" +
+                        std::to_string(header.first_file) + "から" + std::to_string(last_file) +
+                        "の範囲にありません。");
+    }
+    skipped_days = (*options.first_file - header.first_file) * kDaysPerFile;
+  }
+  SetCalendar();
+  return {};
+}
+
+void StockStore::State::SetCalendar() {
+  const std::span<const base::Date> days = prices.Days();
+  calendar = Calendar(std::vector<base::Date>(days.begin() + skipped_days, days.end()));
+}
+
+base::Status StockStore::State::LoadSplits() {
+  const std::filesystem::path path = PathOf(location, kSplits);
+  problems.clear();
+  splits = SplitList();
+  if (IsMissing(path)) {
+    if (options.access == Access::kRead) return {};
+    return base::ReplaceFile(*files, path, "");
+  }
+  const auto bytes = base::ReadFile(path);
+  if (!bytes) return base::Forward(bytes);
+  splits = SplitList::Parse(*bytes, FileName(kSplits), problems);
+  return {};
+}
+
+base::Status StockStore::State::Load() {
+  if (const base::Status loaded = LoadMaster(); !loaded) return loaded;
+  if (const base::Status loaded = LoadPrices(); !loaded) return loaded;
+  return LoadSplits();
+}
+
+base::Status StockStore::State::Reload() {
+  base::Status loaded = LoadMaster();
+  if (loaded) loaded = LoadPrices();
+  if (!loaded) in_doubt = true;
+  return loaded;
+}
+
+base::Status StockStore::State::PrepareChange() {
+  if (options.access != Access::kWrite) {
+    return base::Fail("「" + base::PathText(location.system_directory) +
+                      "」の株価データは読み取り専用で開かれています。");
+  }
+  if (!in_doubt) return {};
+  if (const base::Status recovered = RecoverStore(location, *files); !recovered) return recovered;
+  if (const base::Status removed = RemoveLeftovers(location, *files); !removed) return removed;
+  if (const base::Status loaded = Load(); !loaded) return loaded;
+  in_doubt = false;
+  return {};
+}
+
+base::Status StockStore::State::Commit(Transaction& transaction) {
+  const base::Status committed = transaction.Commit();
+  if (transaction.InDoubt()) in_doubt = true;
+  return committed;
+}
+
+base::Status StockStore::State::CommitHeader(const MasterHeader& header) {
+  const MasterRecordBytes bytes = EncodeMasterHeader(header);
+  const auto file = files->OpenForUpdate(PathOf(location, kMaster));
+  if (!file) return base::Forward(file);
+  base::Status status = (*file)->WriteAt(0, AsText(bytes));
+  if (status) status = (*file)->Sync();
+  if (!status) {
+    in_doubt = true;
+    return status;
+  }
+  master.SetHeader(header);
+  return {};
+}
+
+MasterHeader StockStore::State::HeaderFor(int32_t count, base::Date date) const {
+  MasterHeader header = master.Header();
+  header.date = date;
+  const int32_t file = header.first_file + (count - 1) / kDaysPerFile;
+  header.current_file = static_cast<int16_t>(file);
+  header.current_record = static_cast<int16_t>((count - 1) % kDaysPerFile + 1);
+  return header;
+}
+
+int32_t StockStore::State::RecordsPerFile() const {
+  if (prices.FileCount() > 0) return prices.Records();
+  return std::max(HighestSlot(master, 0), int32_t{master.Header().date_record});
+}
+
+base::Status StockStore::State::CheckSlot(base::SlotRecord slot) const {
+  const int32_t number = slot.Value();
+  if (number >= 1 && number <= RecordsPerFile() && number != master.Header().date_record) return {};
+  return base::Fail("銘柄レコード" + std::to_string(number) + "は株価ファイルにありません。");
+}
+
+base::Result<std::string> ReadIfThere(const StoreLocation& location, const StoreFile& file) {
+  const std::filesystem::path path = PathOf(location, file);
+  if (IsMissing(path)) return std::string();
+  return base::ReadFile(path);
+}
+
+std::string EncodeDates(std::span<const base::Date> dates) {
+  std::string bytes;
+  bytes.reserve(dates.size() * kDateEntryLength);
+  for (const base::Date date : dates) bytes += EncodeDateEntry(date);
+  return bytes;
+}
+
+base::Status StagedWriter::Add(std::string_view bytes) {
+  buffer_ += bytes;
+  return buffer_.size() >= kWriteBuffer ? Flush() : base::Status();
+}
+
+base::Status StagedWriter::Flush() {
+  const base::Status written = file_.WriteAt(offset_, buffer_);
+  offset_ += static_cast<int64_t>(buffer_.size());
+  buffer_.clear();
+  return written;
+}
+
+base::Status StagedWriter::Finish() {
+  if (!buffer_.empty()) {
+    if (const base::Status flushed = Flush(); !flushed) return flushed;
+  }
+  return file_.Sync();
+}
+
+}  // namespace orin::store

@@ -1,0 +1,107 @@
+#pragma once
+
+#include <cstdint>
+#include <span>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "base/file_system.h"
+#include "store/price_files.h"
+#include "store/stock_store.h"
+#include "store/store_lock.h"
+#include "store/transaction.h"
+
+namespace orin::store {
+
+/// What the parts of StockStore share.
+struct StockStore::State {
+  StoreLocation location;
+  OpenOptions options;
+  base::FileSystem* files = nullptr;
+  StoreLock lock;  // held where access is kWrite
+  StockMaster master;
+  PriceFiles prices;   // all files of the header
+  Calendar calendar;   // from the first file chosen
+  int32_t skipped_days = 0;  // stored days before the calendar's first
+  SplitList splits;
+  std::vector<std::string> problems;
+  /// A change has failed halfway through its commit: what is in memory may not be what is on the
+  /// disk.
+  bool in_doubt = false;
+
+  /// Everything anew from the files.
+  base::Status Load();
+  /// Master and price files anew after a commit.
+  base::Status Reload();
+  base::Status LoadMaster();
+  base::Status LoadPrices();
+  base::Status LoadSplits();
+  void SetCalendar();
+
+  /// To be called before any change: fails where the store is open for reading; finishes or
+  /// takes back what an earlier failure has left in doubt.
+  base::Status PrepareChange();
+  /// Commits and keeps in mind where that leaves doubt.
+  base::Status Commit(Transaction& transaction);
+  /// Writes record 1 of orin.sys: the commit of appended days.
+  base::Status CommitHeader(const MasterHeader& header);
+
+  using SlotBar = std::pair<base::SlotRecord, base::Bar>;
+
+  /// Adds days behind the last one. `bars` are those of the first of them; every other entry is
+  /// without data.
+  base::Status AppendDays(std::span<const base::Date> dates, std::span<const SlotBar> bars);
+  /// Makes `days` the stored days, with the entries of those stored before. The files from the
+  /// first change on are written anew and take the place of the old ones in one transaction.
+  base::Status RewriteDays(const std::vector<base::Date>& days);
+  base::Status AppendToCurrentFile(std::span<const base::Date> dates,
+                                   std::span<const base::Bar* const> bars);
+  base::Status AppendNewFile(int16_t number, std::span<const base::Date> dates,
+                             std::span<const base::Bar* const> bars);
+  [[nodiscard]] base::Status CheckDayCount(size_t count) const;
+
+  /// The number of records that every price file has, or the first one will have.
+  [[nodiscard]] int32_t RecordsPerFile() const;
+  /// Fails where the price files have no place for the slot.
+  [[nodiscard]] base::Status CheckSlot(base::SlotRecord slot) const;
+  /// The header as it is to be with `count` stored days, the newest being `date`.
+  [[nodiscard]] MasterHeader HeaderFor(int32_t count, base::Date date) const;
+};
+
+/// Fills bytes up and hands them on in large writes.
+class StagedWriter {
+ public:
+  explicit StagedWriter(base::WritableFile& file) : file_(file) {}
+  base::Status Add(std::string_view bytes);
+  /// The rest, and the flush to the disk.
+  base::Status Finish();
+
+ private:
+  base::Status Flush();
+
+  base::WritableFile& file_;
+  std::string buffer_;
+  int64_t offset_ = 0;
+};
+
+inline StoreFile DailyFile(int32_t number) {
+  return {FileKind::kDaily, static_cast<int16_t>(number)};
+}
+
+/// Where a record of a daily file begins.
+inline int64_t RecordOffset(int32_t record) {
+  return (int64_t{record} - 1) * int64_t{kDailyRecordLength};
+}
+
+/// The entries of a record of dates.
+std::string EncodeDates(std::span<const base::Date> dates);
+
+/// The bytes of a file; none where there is no such file.
+base::Result<std::string> ReadIfThere(const StoreLocation& location, const StoreFile& file);
+
+/// Checks orin.sys's header numbers; fails with a sentence that names file and value.
+base::Status CheckHeader(const MasterHeader& header, const std::filesystem::path& path);
+
+}  // namespace orin::store

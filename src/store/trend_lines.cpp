@@ -1,0 +1,78 @@
+#include "store/trend_lines.h"
+
+#include <limits>
+
+#include "base/coding.h"
+#include "base/record_file.h"
+#include "store/file_names.h"
+
+namespace orin::store {
+
+namespace {
+
+constexpr StoreFile kFile = {FileKind::kTrendLines, 0};
+
+TrendLine DecodeLine(const char* bytes) {
+  namespace at = trend_offset;
+  const auto first = base::Date::FromFile(base::GetDouble(bytes + at::kFirstDate));
+  const auto second = base::Date::FromFile(base::GetDouble(bytes + at::kSecondDate));
+  if (!first || !second || first->IsNone()) return {};
+  return TrendLine{*first, base::GetCurrency(bytes + at::kFirstPrice), *second,
+                   base::GetCurrency(bytes + at::kSecondPrice)};
+}
+
+void EncodeLine(const TrendLine& line, char* bytes) {
+  namespace at = trend_offset;
+  base::PutDouble(bytes + at::kFirstDate, line.first_date.Serial());
+  base::PutCurrency(bytes + at::kFirstPrice, line.first_price);
+  base::PutDouble(bytes + at::kSecondDate, line.second_date.Serial());
+  base::PutCurrency(bytes + at::kSecondPrice, line.second_price);
+}
+
+base::Result<std::string> ReadIfThere(const std::filesystem::path& path) {
+  std::error_code ignored;
+  if (!std::filesystem::exists(path, ignored)) return std::string();
+  return base::ReadFile(path);
+}
+
+}  // namespace
+
+TrendLines DecodeTrendLines(std::string_view record) {
+  TrendLines lines;
+  for (size_t i = 0; i < lines.size(); ++i) {
+    lines[i] = DecodeLine(record.data() + i * kTrendLineLength);
+  }
+  return lines;
+}
+
+std::string EncodeTrendLines(const TrendLines& lines) {
+  std::string record(kTrendRecordLength, '\0');
+  for (size_t i = 0; i < lines.size(); ++i) {
+    EncodeLine(lines[i], record.data() + i * kTrendLineLength);
+  }
+  return record;
+}
+
+base::Result<TrendLines> LoadTrendLines(const StoreLocation& location, base::SlotRecord slot) {
+  const auto bytes = ReadIfThere(PathOf(location, kFile));
+  if (!bytes) return base::Forward(bytes);
+  const auto record = base::RecordView(*bytes, kTrendRecordLength).Record(slot.Value());
+  return record ? DecodeTrendLines(*record) : TrendLines();
+}
+
+base::Status SaveTrendLines(const StoreLocation& location, base::SlotRecord slot,
+                            const TrendLines& lines, base::FileSystem& files) {
+  const std::filesystem::path path = PathOf(location, kFile);
+  if (slot.Value() < 1 || slot.Value() > std::numeric_limits<int16_t>::max()) {
+    return base::Fail("銘柄レコード" + std::to_string(slot.Value()) + "は「" +
+                      base::PathText(path) + "」に書き込めません。");
+  }
+  auto bytes = ReadIfThere(path);
+  if (!bytes) return base::Forward(bytes);
+  const auto offset = static_cast<size_t>(slot.Value() - 1) * kTrendRecordLength;
+  if (bytes->size() < offset + kTrendRecordLength) bytes->resize(offset + kTrendRecordLength);
+  bytes->replace(offset, kTrendRecordLength, EncodeTrendLines(lines));
+  return base::ReplaceFile(files, path, *bytes);
+}
+
+}  // namespace orin::store

@@ -1,0 +1,66 @@
+#!/usr/bin/env bash
+# Wrong input gets one clear sentence and loses nothing.
+source "$(dirname "$0")/journey.sh"
+fresh_home
+
+for command in init update-csv master bars eval screen check splits; do
+  expect "$command --help" 0 "使い方" cli "$command" --help
+done
+expect "no command" 2 "使い方" cli
+expect "unknown command" 2 "使い方" cli rubbish
+expect "unknown option" 2 "使い方" cli check --rubbish
+expect "no store" 1 "orin.sys" cli master
+
+cli init && cli update-csv --stocks "$home/stocks.csv" >/dev/null 2>&1
+before=$(cat "$home"/data/*.dat "$home"/orin.* | cksum)
+
+expect "unknown code" 1 "銘柄コードが見つかりません。" cli bars XXXX
+expect "code that leaves the directory" 1 "..\\X" cli bars '..\X'
+expect "wrong date" 1 "2020/02/30" cli eval --code AAPL --date 2020/02/30 1
+expect "holiday" 1 "2020/01/11" cli eval --code AAPL --date 2020/01/11 1
+expect "before the first day" 1 "1999/01/04" cli eval --code AAPL --date 1999/01/04 1
+expect "wrong period" 2 "使い方" cli bars AAPL --period year
+expect "offset before the first day" 0 "fail" cli eval --code AAPL '終値(-5000)'
+expect "future" 0 "fail" cli eval --code AAPL '終値(1)'
+expect "missing directory" 1 "/no/such" cli update-csv --dir /no/such
+expect "missing list" 1 "nolist.csv" cli update-csv --stocks "$home/nolist.csv"
+expect "missing analysis file" 1 "none.txt" cli screen "$home/none.txt"
+expect "nothing to screen" 2 "使い方" cli screen
+expect "first file too high" 1 "データファイルは４ファイル以上必要です。" cli screen --first-file 9 "$home/analysis/新高値.txt"
+expect "first file past the files" 1 "99" cli screen --first-file 99 "$home/analysis/新高値.txt"
+
+printf 'タイトル：x\n分析結果格納場所：nowhere\\\n分析項目：終値(0) > 1\n' >"$home/bad.txt"
+expect "missing result directory" 1 "nowhere" cli screen "$home/bad.txt"
+sed -i 's/：nowhere.*/：patrol\\/; $a分析日付：2020/01/11' "$home/bad.txt"
+expect "date without trade" 1 "2020/01/11" cli screen "$home/bad.txt"
+expect_text "no list is left of a failed run" "" "$(find "$home/patrol" -name 'k*')"
+head -c 5000 /dev/urandom >"$home/noise.txt"
+expect "garbage as analysis file" 1 "noise.txt" cli screen "$home/noise.txt"
+expect_text "nothing was lost" "$before" "$(cat "$home"/data/*.dat "$home"/orin.* | cksum)"
+
+mkdir -p "$home/mixed"
+cp "$home/brand/^DJI.csv" "$home/brand/AAPL.csv" "$home/mixed/"
+sed -i '5s/,[0-9.]*,/,abc,/; 6s/^[0-9/]*/2016\/13\/01/' "$home/mixed/AAPL.csv"
+cp "$home/brand/AAPL.csv" "$home/mixed/株.csv"
+head -c 3000 /dev/urandom >"$home/mixed/NOISE.csv"
+expect "wrong lines are told, the rest goes on" 0 "件の問題" cli update-csv --dir "$home/mixed"
+log=$(iconv -f CP932 -t UTF-8 "$home"/data/K20200110.LOG)
+for told in "AAPL.csv 5行目" "「abc」" "AAPL.csv 6行目" "「2016/13/01」" "株.csv" "NOISE.csv 1行目"; do
+  expect "the log tells $told" 0 "$told" echo "$log"
+done
+
+cp "$home/orin.sys" "$home/orin.sys.good"
+for damage in "head -c 40" "head -c 120" "head -c 2300"; do
+  $damage "$home/orin.sys.good" >"$home/orin.sys"
+  expect "check finds a master cut by $damage" 1 "orin.sys" cli check
+done
+{ head -c 12 "$home/orin.sys.good" && printf '\xc8\x00' && tail -c +15 "$home/orin.sys.good"; } >"$home/orin.sys"
+expect "header past the files" 1 "。" cli bars AAPL
+expect "header past the files, checked" 1 "orin" cli check
+head -c 5000 /dev/urandom >"$home/orin.sys"
+expect "random master" 1 "orin.sys" cli check
+cp "$home/orin.sys.good" "$home/orin.sys"
+truncate -s 5000 "$home/data/orin003.dat"
+expect "short price file" 1 "orin003.dat" cli bars AAPL
+expect "short price file, checked" 1 "orin003.dat" cli check
+finish

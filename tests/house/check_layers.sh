@@ -1,0 +1,38 @@
+#!/usr/bin/env bash
+# A folder includes only the folders below it.
+set -euo pipefail
+cd "$1/src"
+
+declare -A below=(
+  [base]="base"
+  [store]="base store"
+  [indicators]="base indicators"
+  [analysis]="base store indicators analysis"
+  [screening]="base store analysis screening"
+  [acquire]="base store acquire"
+  [shell]="base store analysis screening acquire shell"
+  [app]="base store indicators analysis screening acquire shell app"
+)
+
+wrong=0
+for folder in */; do
+  folder=${folder%/}
+  allowed=${below[$folder]-}
+  if [ -z "$allowed" ]; then
+    echo "$folder: no rule says what it may include"
+    wrong=1
+    continue
+  fi
+  while IFS=: read -r file line include; do
+    other=${include#*\"}
+    other=${other%%/*}
+    case " $allowed " in
+      *" $other "*) ;;
+      *)
+        echo "$file:$line: $folder must not include $other"
+        wrong=1
+        ;;
+    esac
+  done < <(grep -rnE '^#include "' "$folder" || true)
+done
+exit $wrong

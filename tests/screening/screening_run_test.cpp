@@ -1,0 +1,157 @@
+#include "screening/screening_run.h"
+
+#include <fstream>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "base/cp932.h"
+#include "support/faulty_file_system.h"
+#include "support/store_builder.h"
+
+namespace orin::screening {
+namespace {
+
+namespace fs = std::filesystem;
+using support::Code;
+using support::FlatBar;
+using support::NoBar;
+using support::StoreBuilder;
+using support::Weekdays;
+using ::testing::HasSubstr;
+
+store::NewStock Stock(const char* code, const char* name, int16_t listing) {
+  store::NewStock stock;
+  stock.code = Code(code);
+  stock.name = name;
+  stock.listing = listing;
+  return stock;
+}
+
+/// Three days of four stocks, 2020/01/06 to 08.
+class ScreeningRunTest : public ::testing::Test {
+ protected:
+  ScreeningRunTest()
+      : builder_(std::string("screen_") + Name()),
+        home_(fs::path(::testing::TempDir()) / "screen_home" / Name()) {
+    fs::remove_all(home_);
+    fs::create_directories(home_ / "patrol");
+    builder_.Days(Weekdays("2020/01/06", 3))
+        .Stock(Stock("^DJI", "ＮＹダウ", 3), {FlatBar(10), FlatBar(20), FlatBar(30)})
+        .Stock(Stock("UP", "上がる株", 1), {FlatBar(1), FlatBar(2), FlatBar(3.5)})
+        .Stock(Stock("DOWN", "下がる株", 2), {FlatBar(9), FlatBar(8), FlatBar(7)})
+        .Stock(Stock("GONE", "ない株", 1), {FlatBar(1), FlatBar(2), NoBar()});
+    builder_.Build();
+  }
+  static const char* Name() {
+    return ::testing::UnitTest::GetInstance()->current_test_info()->name();
+  }
+  fs::path WriteAnalysis(const std::string& text) const {
+    const fs::path path = home_ / "分析.txt";
+    std::ofstream(path, std::ios::binary) << "タイトル：試験\n分析結果格納場所：PATROL\\\n" << text;
+    return path;
+  }
+  base::Result<RunResult> Run(const std::string& text,
+                              base::FileSystem& files = base::NativeFileSystem()) {
+    const auto store = builder_.Open();
+    base::SilentProgress progress;
+    return RunAnalysisFile(store, WriteAnalysis(text), {home_, true}, files, progress);
+  }
+  [[nodiscard]] std::string ListText(const char* name = "k20200108.txt") const {
+    const auto bytes = base::ReadFile(home_ / "patrol" / name);
+    return bytes ? base::DecodeCp932(*bytes) : "";
+  }
+
+  StoreBuilder builder_;
+  fs::path home_;
+};
+
+TEST_F(ScreeningRunTest, WritesTitleDateAndAlignedLines) {
+  const auto result = Run("分析日付：2020/01/08\n分析項目：終値(0) > 0\n");
+  ASSERT_TRUE(result.has_value()) << result.error().message;
+  EXPECT_EQ(result->selected, 3);
+  EXPECT_EQ(result->result_list, home_ / "patrol/k20200108.txt");
+  EXPECT_EQ(ListText(),
+            "T:試験\r\nD:2020/01/08\r\n"
+            "^DJI     ＮＹダウ         他市場          30.0000       +10.0000\r\n"
+            "UP       上がる株         ＮＹ市場         3.5000        +1.5000\r\n"
+            "DOWN     下がる株         ＮＡ市場         7.0000        -1.0000\r\n");
+}
+
+TEST_F(ScreeningRunTest, MarketDateAndSecondStockAreObserved) {
+  EXPECT_EQ(Run("分析上場市場：ＮＹ市場銘柄\n分析項目：終値(0) > 0\n")->selected, 1);
+  EXPECT_EQ(Run("分析日付：2020/01/07\n分析項目：終値(0) = 2\n")->selected, 2);
+  EXPECT_NE(ListText("k20200107.txt"), "");
+  EXPECT_EQ(Run("分析項目：終値(0) * 2 < 第二銘柄終値(-1)\n第二銘柄コード：^DJI\n")->selected, 2);
+  EXPECT_EQ(Run("分析項目：終値(0) < 第二銘柄終値(0)\n")->selected, 0) << "no second stock";
+}
+
+TEST_F(ScreeningRunTest, SelectingNothingLeavesTheTwoHeaderLines) {
+  const auto result = Run("分析項目：終値(0) < 0\n");
+  EXPECT_EQ(result->selected, 0);
+  EXPECT_EQ(ListText(), "T:試験\r\nD:2020/01/08\r\n");
+}
+
+TEST_F(ScreeningRunTest, BareOperandSelectsNothingAndSaysSo) {
+  const auto result = Run("分析項目：終値(0)\n");
+  EXPECT_EQ(result->selected, 0);
+  EXPECT_FALSE(result->notes.empty());
+}
+
+TEST_F(ScreeningRunTest, WhatCannotRunIsOneSentenceAndNoList) {
+  std::string too_many = "分析項目：1=1";
+  for (int i = 0; i < 100; ++i) too_many += " Or 1=1";
+  struct Case {
+    std::string text;
+    const char* told;
+  };
+  const Case kCases[] = {
+      {"分析日付：2020/01/11\n分析項目：1=1\n", "2020/01/11"},
+      {"分析結果格納場所：nowhere\\\n分析項目：1=1\n", "nowhere"},
+      {"第二銘柄コード：NONE\n分析項目：1=1\n", "NONE"},
+      {too_many, "100"},
+  };
+  for (const Case& c : kCases) {
+    const auto result = Run(c.text);
+    ASSERT_FALSE(result.has_value()) << c.text;
+    EXPECT_THAT(result.error().message, HasSubstr(c.told));
+    EXPECT_THAT(result.error().message, HasSubstr("分析.txt"));
+    EXPECT_TRUE(fs::is_empty(home_ / "patrol")) << c.text;
+  }
+}
+
+TEST_F(ScreeningRunTest, ResultDirectoryMayComeFromTheDefaultFile) {
+  std::ofstream(home_ / "workresultfilename.txt") << "patrol\r\n";
+  const fs::path analysis = home_ / "a.txt";
+  std::ofstream(analysis) << "分析項目：1=1\n";
+  const auto store = builder_.Open();
+  base::SilentProgress progress;
+  const RunOptions options{home_, true};
+  EXPECT_TRUE(RunAnalysisFile(store, analysis, options, base::NativeFileSystem(), progress));
+  fs::remove(home_ / "workresultfilename.txt");
+  EXPECT_FALSE(RunAnalysisFile(store, analysis, options, base::NativeFileSystem(), progress));
+}
+
+TEST_F(ScreeningRunTest, ListIsWrittenWholeOrNotAtAll) {
+  ASSERT_TRUE(Run("分析項目：終値(0) < 0\n"));
+  const std::string before = ListText();
+  support::FaultyFileSystem faulty;
+  faulty.LimitGrowth(20);
+  EXPECT_FALSE(Run("分析項目：終値(0) > 0\n", faulty).has_value());
+  EXPECT_EQ(ListText(), before);
+}
+
+TEST_F(ScreeningRunTest, FirstFileMustLeaveFourFiles) {
+  store::MasterHeader header;
+  header.first_file = 2;
+  header.current_file = 10;
+  EXPECT_TRUE(CheckFirstFile(header, 2));
+  EXPECT_TRUE(CheckFirstFile(header, 7));
+  for (const int16_t wrong : {int16_t{1}, int16_t{8}, int16_t{11}}) {
+    EXPECT_FALSE(CheckFirstFile(header, wrong)) << wrong;
+  }
+  header.current_file = 3;
+  EXPECT_TRUE(CheckFirstFile(header, 2)) << "all there is";
+}
+
+}  // namespace
+}  // namespace orin::screening

@@ -1,0 +1,52 @@
+#include "store/file_names.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace orin::store {
+namespace {
+
+TEST(FileNames, EveryFileOfTheStoreIsMadeAndParsedAlike) {
+  const std::vector<std::pair<StoreFile, std::string>> cases = {
+      {{FileKind::kMaster, 0}, "orin.sys"},       {{FileKind::kNameIndex, 0}, "orin.ind"},
+      {{FileKind::kAdded, 0}, "orin.add"},        {{FileKind::kDeleted, 0}, "orin.del"},
+      {{FileKind::kTrendLines, 0}, "orin.lin"},   {{FileKind::kSplits, 0}, "株式分割.txt"},
+      {{FileKind::kJournal, 0}, "orin.jnl"},      {{FileKind::kDaily, 1}, "orin001.dat"},
+      {{FileKind::kDaily, 999}, "orin999.dat"},   {{FileKind::kCredit, 12}, "orins012.dat"},
+      {{FileKind::kIntraday, 100}, "orint100.dat"},
+  };
+  for (const auto& [file, name] : cases) {
+    EXPECT_EQ(FileName(file), name);
+    EXPECT_EQ(ParseFileName(name), file) << name;
+    EXPECT_EQ(ParseStagedName(name + ".tmp"), file) << name;
+  }
+}
+
+TEST(FileNames, NoOtherNameIsAStoreFile) {
+  for (const std::string name :
+       {"", "orin", "orin.", "orin.dat", "orin000.dat", "orin1.dat", "orin01.dat", "orin0001.dat",
+        "orin1000.dat", "orin-01.dat", "orin+01.dat", "orin 01.dat", "orin00a.dat", "orins.dat",
+        "orins000.dat", "orinx001.dat", "orin001.dat ", " orin001.dat", "orin001.DAT",
+        "orin001.dat.tmp", "../orin.sys", "data/orin001.dat", "..\\orin001.dat", "orin.sys\n",
+        "orin.sysx", "株式分割", "株式分割.txt.tmp", "/etc/passwd"}) {
+    EXPECT_FALSE(ParseFileName(name)) << name;
+  }
+  for (const std::string name : {"orin001.dat", ".tmp", "notes.tmp", "orin001.dat.tmp.tmp"}) {
+    EXPECT_FALSE(ParseStagedName(name)) << name;
+  }
+}
+
+TEST(FileNames, PriceFilesAreInTheDataDirectoryAllElseInTheSystemDirectory) {
+  const StoreLocation location = {"/s", "/d"};
+  EXPECT_EQ(PathOf(location, {FileKind::kMaster, 0}), "/s/orin.sys");
+  EXPECT_EQ(PathOf(location, {FileKind::kSplits, 0}), "/s/株式分割.txt");
+  EXPECT_EQ(PathOf(location, {FileKind::kDaily, 7}), "/d/orin007.dat");
+  EXPECT_EQ(PathOf(location, {FileKind::kCredit, 7}), "/d/orins007.dat");
+  EXPECT_EQ(StagedPathOf(location, {FileKind::kIntraday, 7}), "/d/orint007.dat.tmp");
+}
+
+}  // namespace
+}  // namespace orin::store
