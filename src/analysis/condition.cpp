@@ -60,7 +60,8 @@ class OperatorCoder {
     }
   }
 
-  // Gives the number of bytes dealt with.
+  // Gives the number of bytes dealt with. Item arguments are not spared: only the forms of
+  // IsArgumentSign keep their "-".
   size_t Code(size_t at) {
     const size_t depth = open_.size();
     if (depth == 0 || depth > kDeepestCode) return 1;

@@ -32,6 +32,8 @@ class NodeTable {
 
   NodeTable();
 
+  // Each gives the number of the one node that computes this.
+
   uint32_t Literal(base::Currency value);
   uint32_t Item(const ItemCall& call);
   uint32_t Negated(uint32_t node);

@@ -40,6 +40,9 @@ class OperandBuilder {
     std::string fault;  // empty where the node has a value
   };
 
+  // The list under way always is: signs and an operand, then any number of times an operator, signs
+  // and an operand. Every step keeps it so; false where the operand can have no value.
+
   const Leaf& BindLeaf(std::string_view text);
   void ReadTokens(const Piece& piece);
   bool ApplySigns(size_t depth);

@@ -43,6 +43,7 @@ class ProgramBuilder {
     for (size_t i = first_note; i < program_.notes_.size(); ++i) {
       if (program_.notes_[i].position == 0) program_.notes_[i].position = last_position_;
     }
+    // Equal roots are equal computations, so that one operand serves every place it stands at.
     const auto number = static_cast<uint32_t>(program_.operands_.size());
     const auto [place, is_new] = operand_of_root_.try_emplace(built.root, number);
     if (is_new) {

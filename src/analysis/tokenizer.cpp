@@ -46,6 +46,7 @@ class Tokenizer {
  private:
   void AddOperator(size_t at, OperatorCode code) {
     const bool absent = TrimAllBlanks(text_.substr(operand_begin_, at - operand_begin_)).empty();
+    // A "+" here has nothing on its left, and the absent operand lets it fail.
     const bool sign = absent && code.kind == OperatorKind::kSubtract;
     if (!sign) AddOperand(at);
     tokens_.push_back({sign ? Token::Kind::kSign : Token::Kind::kOperator,

@@ -23,12 +23,12 @@ class CountedBars {
     if (!bars_.HasData(t)) return StartAfter(t);
     if (!IsCounted(t)) return;
     Count(t, 1);
-    if (counted_ > n_) DropOldest();
+    if (counted_ > n_) Count(oldest_++, -1);
+    while (counted_ == n_ && !IsCounted(oldest_)) ++oldest_;
   }
 
   /// Nothing where the comparison of the oldest bar lacks a bar before it.
-  void PutAt(int32_t t, const ColumnSink& sink) {
-    while (counted_ == n_ && !IsCounted(oldest_)) ++oldest_;
+  void PutAt(int32_t t, const ColumnSink& sink) const {
     if (counted_ < n_ || oldest_ == bars_.First()) return;
     sink.Put(t, RoundedPercentage(rises_, total_));
   }
@@ -49,12 +49,6 @@ class CountedBars {
     rises_ += RiseVolume(t) * sign;
   }
 
-  void DropOldest() {
-    while (!IsCounted(oldest_)) ++oldest_;
-    Count(oldest_, -1);
-    ++oldest_;
-  }
-
   void StartAfter(int32_t t) {
     oldest_ = t + 1;
     counted_ = 0;
@@ -64,7 +58,7 @@ class CountedBars {
 
   BarsView bars_;
   int32_t n_;
-  int32_t oldest_;  // no counted bar lies before it
+  int32_t oldest_;  // no counted bar lies before it; it is one itself once n are counted
   int32_t counted_ = 0;
   Int128 total_ = 0;
   Int128 rises_ = 0;

@@ -1,0 +1,117 @@
+#include <array>
+#include <cstdint>
+#include <string_view>
+
+#include "analysis/condition.h"
+#include "analysis/evaluator.h"
+#include "analysis/program.h"
+#include "analysis/stock_context.h"
+#include "fuzz/require.h"
+
+namespace {
+
+using orin::analysis::Evaluator;
+using orin::analysis::Program;
+using orin::analysis::StockContext;
+using orin::analysis::Value;
+using orin::base::Bar;
+using orin::base::BarColumns;
+using orin::base::Currency;
+using orin::base::Date;
+using orin::base::DayIndex;
+using orin::base::ValueColumn;
+using orin::fuzz::Require;
+
+constexpr int32_t kDays = 60;
+constexpr int32_t kCut = 37;
+constexpr int32_t kFirstSerial = 43836;  // 2020/01/06, a Monday
+
+// The running week is another one from one day to the next; a hole is among them.
+constexpr std::array<int32_t, 9> kSingleDays = {60, 1, 37, 36, 38, 5, 23, 59, 2};
+
+/// A walk with holes: single days, the days 20 to 27 (a whole week) and, of the second stock, the
+/// first ones too. Some volumes are 0.
+BarColumns MakeBars(int32_t days, int32_t seed) {
+  BarColumns bars;
+  int32_t price = 1000 + seed;
+  for (int32_t day = 1; day <= days; ++day) {
+    Bar bar;
+    bar.date = Date::FromSerial(kFirstSerial + (day - 1) / 5 * 7 + (day - 1) % 5);
+    price += (day * 37 + seed * 11) % 41 - 20;
+    const bool hole = day % (9 + seed) == 4 || (day >= 20 && day <= 27) || (seed > 0 && day < 3);
+    if (!hole) {
+      bar.open = Currency::FromInt(price);
+      bar.high = Currency::FromInt(price + day % 7);
+      bar.low = Currency::FromInt(price - day % 5);
+      bar.close = Currency::FromInt(price + day % 3 - day % 2);
+      bar.volume = Currency::FromInt(day % 8 == 0 ? 0 : 100 * (day % 13));
+    }
+    bars.Append(bar);
+  }
+  return bars;
+}
+
+struct Market {
+  explicit Market(int32_t days)
+      : daily(MakeBars(days, 0)), second(MakeBars(days, 2)), context(daily, &second) {}
+
+  const BarColumns daily;
+  const BarColumns second;
+  StockContext context;
+};
+
+struct Outcome {
+  bool truth;
+  Value value;
+  bool operator==(const Outcome&) const = default;
+};
+
+Outcome OneDay(Evaluator& evaluator, StockContext& context, int32_t day) {
+  return {evaluator.EvaluateCondition(context, DayIndex(day)),
+          evaluator.EvaluateOperand(context, DayIndex(day))};
+}
+
+struct Range {
+  int32_t first;
+  std::vector<uint8_t> truths;
+  ValueColumn values;
+
+  Range(Evaluator& evaluator, StockContext& context, int32_t from, int32_t last) : first(from) {
+    evaluator.EvaluateConditionRange(context, DayIndex(from), DayIndex(last), truths);
+    evaluator.EvaluateOperandRange(context, DayIndex(from), DayIndex(last), values);
+  }
+  [[nodiscard]] Outcome At(int32_t day) const {
+    const auto place = static_cast<size_t>(day - first);
+    const bool valid = values.valid[place] != 0;
+    return {truths[place] != 0, valid ? Value::Of(values.values[place]) : Value::Failed()};
+  }
+};
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
+  const std::string_view text(reinterpret_cast<const char*>(data), size);
+  const auto condition = orin::analysis::CompileCondition(text);
+  if (!condition) {
+    Require(!condition.error().message.empty(), "a condition that is refused is told why");
+    return 0;
+  }
+  const Program program = Program::Build(*condition);
+  for (const auto& note : program.Notes()) Require(note.position <= size, "a note is in the text");
+
+  // Both see the same series; the second one ends earlier.
+  static Market whole(kDays);
+  static Market cut(kCut);
+  Evaluator evaluator(program);
+  const Range all(evaluator, whole.context, 1, kDays);
+  for (const int32_t day : kSingleDays) {
+    Require(OneDay(evaluator, whole.context, day) == all.At(day), "a day is as in a range");
+  }
+  const Range part(evaluator, whole.context, 19, 44);
+  for (int32_t day = 19; day <= 44; ++day) {
+    Require(part.At(day) == all.At(day), "a day is the same in every range");
+  }
+  Evaluator fresh(program);
+  Require(OneDay(fresh, cut.context, kCut) == all.At(kCut), "no day looks at later ones");
+  return 0;
+}
