@@ -1,6 +1,7 @@
 #include <array>
 #include <cstdint>
 #include <string_view>
+#include <vector>
 
 #include "analysis/condition.h"
 #include "analysis/evaluator.h"
@@ -10,6 +11,7 @@
 
 namespace {
 
+using orin::analysis::CompiledCondition;
 using orin::analysis::Evaluator;
 using orin::analysis::Program;
 using orin::analysis::StockContext;
@@ -87,18 +89,8 @@ struct Range {
   }
 };
 
-}  // namespace
-
-extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
-  const std::string_view text(reinterpret_cast<const char*>(data), size);
-  const auto condition = orin::analysis::CompileCondition(text);
-  if (!condition) {
-    Require(!condition.error().message.empty(), "a condition that is refused is told why");
-    return 0;
-  }
-  const Program program = Program::Build(*condition);
-  for (const auto& note : program.Notes()) Require(note.position <= size, "a note is in the text");
-
+/// Every way of evaluating gives a day the same outcome.
+void CheckDays(const Program& program) {
   // Both see the same series; the second one ends earlier.
   static Market whole(kDays);
   static Market cut(kCut);
@@ -113,5 +105,32 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   }
   Evaluator fresh(program);
   Require(OneDay(fresh, cut.context, kCut) == all.At(kCut), "no day looks at later ones");
+}
+
+/// Some operands of the condition by themselves: their values tell more than a truth does.
+void CheckOperands(const CompiledCondition& condition) {
+  int left = 3;
+  for (const auto& or_term : condition.or_terms) {
+    for (const auto& and_term : or_term) {
+      if (left-- == 0) return;
+      CheckDays(Program::Build({{{{and_term.front()}}}, {}}));
+    }
+  }
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
+  const std::string_view text(reinterpret_cast<const char*>(data), size);
+  const auto condition = orin::analysis::CompileCondition(text);
+  if (!condition) {
+    Require(!condition.error().message.empty(), "a condition that is refused is told why");
+    return 0;
+  }
+  const Program program = Program::Build(*condition);
+  for (const auto& note : program.Notes()) Require(note.position <= size, "a note is in the text");
+
+  CheckDays(program);
+  if (!program.IsValue()) CheckOperands(*condition);
   return 0;
 }

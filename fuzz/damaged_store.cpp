@@ -51,6 +51,7 @@ void MakeSoundStore(const store::StoreLocation& location) {
                                                {Code("BRK.B"), "ﾊﾞｰｸｼﾔｰ", 1, 1, 400}};
   Done(opened->AddStocks(stocks));
   std::vector<base::Date> days;
+  days.reserve(kDays);
   for (int32_t day = 0; day < kDays; ++day) {
     days.push_back(base::Date::FromSerial(kFirstSerial + day / 5 * 7 + day % 5));
   }

@@ -271,9 +271,7 @@ Status CsvUpdate::WriteLog() {
   if (summary_.stopped) text += "途中で中止しました。\r\n";
   summary_.log_file =
       store_.Location().data_directory / ("K" + store_.Master().Header().date.ToCompact() + ".LOG");
-  // A file name may hold characters the log's encoding lacks; the log is written all the same.
-  const auto bytes = base::EncodeCp932(text);
-  return base::ReplaceFile(files_, summary_.log_file, bytes ? *bytes : text);
+  return base::ReplaceFile(files_, summary_.log_file, base::EncodeCp932Lossy(text));
 }
 
 Status CsvUpdate::Import(const CsvUpdateSource& source) {

@@ -174,6 +174,19 @@ std::string DecodeFixedField(std::string_view field) {
   return DecodeCp932(field.substr(0, last == std::string_view::npos ? 0 : last + 1));
 }
 
+std::string EncodeCp932Lossy(std::string_view utf8) {
+  auto whole = EncodeCp932(utf8);
+  if (whole) return std::move(*whole);
+  std::string bytes;
+  while (!utf8.empty()) {
+    const size_t length = FirstCodePoint(utf8).length;
+    const auto encoded = EncodeCp932(utf8.substr(0, length));
+    bytes += encoded ? *encoded : "?";
+    utf8.remove_prefix(length);
+  }
+  return bytes;
+}
+
 Result<std::string> EncodeFixedField(std::string_view utf8, size_t width) {
   auto bytes = EncodeCp932(utf8);
   if (!bytes) return bytes;

@@ -30,19 +30,6 @@ std::string FormatLine(const SelectedStock& selected) {
   return line;
 }
 
-/// Character by character, for the rare text that cannot be encoded whole.
-std::string EncodeLeniently(std::string_view utf8) {
-  std::string bytes;
-  for (size_t at = 0; at < utf8.size();) {
-    size_t next = at + 1;
-    while (next < utf8.size() && (utf8[next] & 0xc0) == 0x80) ++next;
-    const auto encoded = base::EncodeCp932(utf8.substr(at, next - at));
-    bytes += encoded ? *encoded : "?";
-    at = next;
-  }
-  return bytes;
-}
-
 }  // namespace
 
 std::string ResultListName(base::Date date) { return "k" + date.ToCompact() + ".txt"; }
@@ -62,8 +49,7 @@ std::string FormatResultList(const std::string& title, base::Date date,
 
 base::Status WriteResultList(base::FileSystem& files, const std::filesystem::path& path,
                              const std::string& text) {
-  const auto bytes = base::EncodeCp932(text);
-  return base::ReplaceFile(files, path, bytes ? *bytes : EncodeLeniently(text));
+  return base::ReplaceFile(files, path, base::EncodeCp932Lossy(text));
 }
 
 }  // namespace orin::screening

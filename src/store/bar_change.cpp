@@ -47,10 +47,10 @@ std::vector<const BarChange*> InFileOrder(std::span<const BarChange> changes) {
   std::vector<const BarChange*> ordered;
   ordered.reserve(changes.size());
   for (const BarChange& change : changes) ordered.push_back(&change);
+  // The update hands them over in order; sorting millions of them is worth avoiding.
   if (std::ranges::is_sorted(changes, {}, PlaceInFiles)) return ordered;
-  std::ranges::stable_sort(ordered, {}, [](const BarChange* change) {
-    return PlaceInFiles(*change);
-  });
+  std::ranges::stable_sort(ordered, {},
+                           [](const BarChange* change) { return PlaceInFiles(*change); });
   return ordered;
 }
 
@@ -76,6 +76,7 @@ base::Status StockStore::ChangeBars(std::span<const BarChange> changes) {
     const int32_t day = change.day.Value() - 1 + state_->skipped_days;
     std::array<char, kBarLength> entry{};
     EncodeBar(change.bar, entry.data());
+    // Importing a history again changes few bars, and the journal holds each of them twice.
     if (std::memcmp(prices.Entry(change.slot, day), entry.data(), entry.size()) == 0) continue;
     writer.Add(change.slot, day, entry.data());
   }

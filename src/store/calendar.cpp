@@ -7,6 +7,7 @@ namespace orin::store {
 namespace {
 
 bool StartsPeriod(base::Date before, base::Date day, PeriodIndex::Kind kind) {
+  // Neither rule looks at the distance in days: a gap of weeks with rising weekdays is one week.
   if (kind == PeriodIndex::Kind::kWeek) return day.Weekday() <= before.Weekday();
   return day.Month() != before.Month();
 }

@@ -48,8 +48,8 @@ void CheckIndex(const CheckedStore& store, Findings& findings) {
     const int32_t record = entries[i].record.Value();
     CheckReference(store, entries[i].code, entries[i].record, where, findings);
     if (seen.insert(record).second) continue;
-    findings.AddOfKind("twice", where + "のレコード番号" + std::to_string(record) +
-                                    "が2回使われています。");
+    findings.AddOfKind("twice",
+                       where + "のレコード番号" + std::to_string(record) + "が2回使われています。");
   }
   findings.EndGroup();
 }
@@ -71,9 +71,10 @@ void CheckList(const CheckedStore& store, FileKind kind, Findings& findings) {
   int32_t number = 1;
   for (const ListedStock& stock : DecodeStockList(*bytes).stocks) {
     ++number;
+    // An emptied entry leads nowhere.
     if (stock.code == StockCode()) continue;
-    CheckReference(store, stock.code, stock.record,
-                   name + "のレコード" + std::to_string(number), findings);
+    CheckReference(store, stock.code, stock.record, name + "のレコード" + std::to_string(number),
+                   findings);
   }
   findings.EndGroup();
 }

@@ -66,7 +66,8 @@ class StockChecker {
 
 void CheckDateCode(const CheckedStore& store, std::string_view header_record, Findings& findings) {
   const bool has_days = store.header && store.header->current_file > 0;
-  const std::string_view text = header_record.substr(header_offset::kDate, header_offset::kDateWidth);
+  const std::string_view text =
+      header_record.substr(header_offset::kDate, header_offset::kDateWidth);
   if (!has_days || base::Date::ParseCompact(text)) return;
   findings.Add(store.NameForMessage(kMaster) + "の日付コード「" + base::DecodeCp932(text) +
                "」が日付ではありません。");

@@ -42,8 +42,8 @@ constexpr std::array<BarRule, 6> kBarRules = {{
      [](const base::Bar& bar) { return bar.HasData() && bar.high < bar.low; }},
     {"の始値か終値が高値と安値の間にありません",
      [](const base::Bar& bar) {
-       return bar.HasData() && (std::max(bar.open, bar.close) > bar.high ||
-                                std::min(bar.open, bar.close) < bar.low);
+       return bar.HasData() &&
+              (std::max(bar.open, bar.close) > bar.high || std::min(bar.open, bar.close) < bar.low);
      }},
 }};
 
@@ -114,6 +114,7 @@ class PriceChecker {
   }
 
   void CheckLengths() {
+    // The same bounds as in opening, so that whatever opening refuses is told here too.
     for (const DailyImage& file : files_) longest_ = std::max(longest_, file.Records());
     const int32_t date_record = header_.date_record;
     const int32_t needed = std::max(HighestSlot(store_.master, longest_), date_record);
@@ -144,8 +145,8 @@ class PriceChecker {
       }
       file.dates[position] = *date;
       if (!last.IsNone() && *date <= last) {
-        findings_.AddOfKind("order", at + "の日付" + date->ToText() + "が前の日付" +
-                                         last.ToText() + "より後ではありません。");
+        findings_.AddOfKind("order", at + "の日付" + date->ToText() + "が前の日付" + last.ToText() +
+                                         "より後ではありません。");
       }
       last = *date;
     }
@@ -153,6 +154,7 @@ class PriceChecker {
   }
 
   void CheckNewest(base::Date last) {
+    // An unreadable date code has its own finding.
     if (last.IsNone() || header_.date.IsNone() || last == header_.date) return;
     findings_.Add(store_.NameForMessage({FileKind::kMaster, 0}) + "の日付コード" +
                   header_.date.ToCompact() + "が株価ファイルの最新日付" + last.ToText() +

@@ -39,6 +39,7 @@ base::Status AppendText(std::string& bytes, std::string_view text, size_t width)
 }
 
 base::Status AppendListedStock(std::string& bytes, const ListedStock& stock) {
+  // Readers know an emptied entry by this text.
   bytes += stock.code == StockCode() ? kEmptiedCode : stock.code.Padded();
   const base::Status named = AppendText(bytes, stock.name, list_offset::kNameWidth);
   if (!named) return named;
@@ -86,14 +87,14 @@ StockList DecodeStockList(std::string_view bytes) {
   const base::RecordView records(bytes, kListRecordLength);
   StockList list;
   if (const auto header = records.Record(1)) list.header = *header;
+  // The header may promise more than the file holds, and the file may hold old entries.
   const int32_t last = std::min<int32_t>(CountInHeader(bytes) + 1, records.Count());
   for (int32_t number = 2; number <= last; ++number) {
     const std::string_view record = *records.Record(number);
-    list.stocks.push_back(
-        {DecodeCode(record, at::kCode),
-         base::DecodeFixedField(record.substr(at::kName, at::kNameWidth)),
-         base::MasterRecord(base::GetInt16(record.data() + at::kRecord)),
-         base::GetInt16(record.data() + at::kFlag)});
+    list.stocks.push_back({DecodeCode(record, at::kCode),
+                           base::DecodeFixedField(record.substr(at::kName, at::kNameWidth)),
+                           base::MasterRecord(base::GetInt16(record.data() + at::kRecord)),
+                           base::GetInt16(record.data() + at::kFlag)});
   }
   return list;
 }

@@ -13,7 +13,8 @@ constexpr std::array<uint32_t, 256> MakeTable() {
   std::array<uint32_t, 256> table{};
   for (uint32_t i = 0; i < table.size(); ++i) {
     uint32_t value = i;
-    for (int bit = 0; bit < 8; ++bit) value = (value & 1) != 0 ? value >> 1 ^ kPolynomial : value >> 1;
+    for (int bit = 0; bit < 8; ++bit)
+      value = (value & 1) != 0 ? value >> 1 ^ kPolynomial : value >> 1;
     table[i] = value;
   }
   return table;

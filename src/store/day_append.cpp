@@ -43,13 +43,16 @@ base::Status StockStore::State::AppendDays(std::span<const base::Date> dates,
     const base::Status added = place.position > 0 ? AppendToCurrentFile(part, by_record)
                                                   : AppendNewFile(place.file, part, by_record);
     if (!added) return added;
+    // The bars are those of the first day alone.
     by_record.clear();
     done += part.size();
   }
   const auto count = static_cast<int32_t>(stored + dates.size());
+  // Up to here no reader can see the new days.
   if (const auto saved = CommitHeader(HeaderFor(count, dates.back())); !saved) return saved;
   for (const base::Date date : dates) {
     if (const auto taken = prices.TakeNewDay(location, date); !taken) {
+      // Committed, but not mapped: the next change begins with loading everything anew.
       in_doubt = true;
       return taken;
     }
@@ -86,6 +89,7 @@ base::Status StockStore::State::AppendToCurrentFile(std::span<const base::Date> 
 
 base::Status StockStore::State::AppendNewFile(int16_t number, std::span<const base::Date> dates,
                                               std::span<const base::Bar* const> bars) {
+  // The file has its name only once it is whole; one that a killed writer has left is replaced.
   const std::filesystem::path staged = StagedPathOf(location, DailyFile(number));
   const std::string no_data = NoDataEntries(kDaysPerFile);
   const auto write = [&]() -> base::Status {

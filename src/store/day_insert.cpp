@@ -17,7 +17,8 @@ struct Run {
 };
 
 /// Where the entries of a new file come from; a run lies within one old file.
-std::vector<Run> RunsOfFile(std::span<const base::Date> days, std::span<const base::Date> old_days) {
+std::vector<Run> RunsOfFile(std::span<const base::Date> days,
+                            std::span<const base::Date> old_days) {
   std::vector<Run> runs;
   for (size_t i = 0; i < days.size(); ++i) {
     const auto old_day = std::ranges::lower_bound(old_days, days[i]);
@@ -68,6 +69,7 @@ base::Status StockStore::AddDays(std::span<const base::Date> dates) {
   std::ranges::set_union(stored, dates, std::back_inserter(days));
   days.erase(std::ranges::unique(days).begin(), days.end());
   if (days.size() == stored.size()) return {};
+  // The usual case, a year of newer days, needs no rewriting.
   if (std::ranges::equal(stored, std::span(days).first(stored.size()))) {
     return state_->AppendDays(std::span(days).subspan(stored.size()), {});
   }
@@ -80,6 +82,7 @@ base::Status StockStore::State::RewriteDays(const std::vector<base::Date>& days)
   const auto changed = std::ranges::mismatch(stored, days).in2 - days.begin();
   const auto count = static_cast<int32_t>(days.size());
   Transaction transaction(location, *files);
+  // Files before the first new day keep their days and stay.
   int32_t day = static_cast<int32_t>(changed) / kDaysPerFile * kDaysPerFile;
   for (; day < count; day += kDaysPerFile) {
     const auto file = transaction.Stage(DailyFile(prices.PlaceOf(day).file));

@@ -44,6 +44,7 @@ std::optional<int16_t> ParseNumber(std::string_view digits) {
   if (digits.size() != kNumberWidth || !std::ranges::all_of(digits, IsDigit)) return std::nullopt;
   int16_t number = 0;
   for (const char digit : digits) number = static_cast<int16_t>(number * 10 + (digit - '0'));
+  // Three digits hold the upper bound by themselves.
   if (number < 1) return std::nullopt;
   return number;
 }

@@ -50,6 +50,7 @@ std::optional<StoreFile> TakeFile(Reader& reader) {
   const auto name = reader.Take(base::GetUint16(length->data()));
   if (!name) return std::nullopt;
   const auto file = ParseFileName(*name);
+  // Names outside the store would let damaged bytes write anywhere.
   if (!file || file->kind == FileKind::kJournal) return std::nullopt;
   return file;
 }
@@ -62,6 +63,7 @@ bool TakeWrite(Reader& reader, JournalStep& step) {
   const auto bytes = reader.Take(base::GetUint32(numbers->data() + 16));
   if (!bytes || bytes->empty()) return false;
   step.bytes = *bytes;
+  // Divided rather than multiplied: the product may be out of range.
   const bool in_range = step.offset >= 0 && step.offset <= kLongestFile && step.times >= 1 &&
                         step.times <= kLongestFile / static_cast<int64_t>(bytes->size());
   return in_range && step.End() <= kLongestFile;

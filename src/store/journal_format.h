@@ -42,7 +42,7 @@ inline constexpr int64_t kLongestFile = int64_t{1} << 30;
 
 struct JournalStep {
   enum class Kind : uint8_t {
-    kWrite = 1,   // puts `bytes` `times` times, beginning at `offset`
+    kWrite = 1,    // puts `bytes` `times` times, beginning at `offset`
     kReplace = 2,  // gives the staged file its name
     kRemove = 3,
   };
@@ -54,9 +54,7 @@ struct JournalStep {
   std::string_view bytes;  // of the journal
 
   /// Where the write ends in the file.
-  [[nodiscard]] int64_t End() const {
-    return offset + times * static_cast<int64_t>(bytes.size());
-  }
+  [[nodiscard]] int64_t End() const { return offset + times * static_cast<int64_t>(bytes.size()); }
 };
 
 /// A journal in the making.

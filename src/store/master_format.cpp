@@ -18,6 +18,7 @@ std::string_view Field(std::string_view record, size_t offset, size_t width) {
 StockRecord DecodeStockRecord(std::string_view record) {
   namespace at = master_offset;
   StockRecord stock;
+  // One damaged record must not keep the others from being read.
   if (const auto code = StockCode::Parse(Field(record, at::kCode, StockCode::kWidth))) {
     stock.code = *code;
   }

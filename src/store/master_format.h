@@ -14,27 +14,27 @@ namespace orin::store {
 
 inline constexpr size_t kMasterRecordLength = 52;
 
-namespace master_offset {  // of a stock record
-inline constexpr size_t kCode = 0;      // 8
-inline constexpr size_t kSlot = 8;      // 2
-inline constexpr size_t kListing = 10;  // 2
-inline constexpr size_t kKind = 12;     // 2
-inline constexpr size_t kSector = 14;   // 2
-inline constexpr size_t kRank = 16;     // 2
-inline constexpr size_t kName = 18;     // 16
+namespace master_offset {                // of a stock record
+inline constexpr size_t kCode = 0;       // 8
+inline constexpr size_t kSlot = 8;       // 2
+inline constexpr size_t kListing = 10;   // 2
+inline constexpr size_t kKind = 12;      // 2
+inline constexpr size_t kSector = 14;    // 2
+inline constexpr size_t kRank = 16;      // 2
+inline constexpr size_t kName = 18;      // 16
 inline constexpr size_t kReserved = 34;  // 18
 inline constexpr size_t kNameWidth = kReserved - kName;
 }  // namespace master_offset
 
 namespace header_offset {
-inline constexpr size_t kDate = 0;           // 8, "yyyymmdd"; blanks in an empty store
-inline constexpr size_t kDateRecord = 8;     // 2
-inline constexpr size_t kFirstFile = 10;     // 2
-inline constexpr size_t kCurrentFile = 12;   // 2
+inline constexpr size_t kDate = 0;            // 8, "yyyymmdd"; blanks in an empty store
+inline constexpr size_t kDateRecord = 8;      // 2
+inline constexpr size_t kFirstFile = 10;      // 2
+inline constexpr size_t kCurrentFile = 12;    // 2
 inline constexpr size_t kCurrentRecord = 14;  // 2
-inline constexpr size_t kCreditFirst = 16;   // 2
+inline constexpr size_t kCreditFirst = 16;    // 2
 inline constexpr size_t kCreditCurrent = 18;  // 2
-inline constexpr size_t kReserved = 20;      // 32
+inline constexpr size_t kReserved = 20;       // 32
 inline constexpr size_t kDateWidth = 8;
 }  // namespace header_offset
 

@@ -135,8 +135,8 @@ base::Result<std::string> BuildNameIndex(const StockMaster& master,
   base::MasterRecord record(2);
   for (const StockRecord& stock : master.Stocks()) {
     const auto found = known_by_code.find(stock.code);
-    IndexEntry entry = found == known_by_code.end() ? NewEntry(stock, record, companies)
-                                                    : *found->second;
+    IndexEntry entry =
+        found == known_by_code.end() ? NewEntry(stock, record, companies) : *found->second;
     entry.record = record;
     std::string key = SyllabaryKey(entry.reading);
     entries.push_back(KeyedEntry{std::move(key), std::move(entry)});

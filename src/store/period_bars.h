@@ -30,7 +30,7 @@ class PeriodBars {
   base::BarsView daily_;
   const PeriodIndex* periods_ = nullptr;
   int32_t first_period_ = 1;
-  base::BarColumns columns_;   // complete periods
+  base::BarColumns columns_;    // complete periods
   int32_t running_period_ = 0;  // the one columns_ holds cut short; 0 where none is
 };
 

@@ -37,6 +37,7 @@ void PutEntries(const char* entry, base::BarColumns& bars, size_t position, size
   base::Currency* low = bars.low.data() + position;
   base::Currency* close = bars.close.data() + position;
   base::Currency* volume = bars.volume.data() + position;
+  // One pass over the entries with plain pointers: screening spends most of its loading here.
   for (size_t i = 0; i < count; ++i, entry += kBarLength) {
     const base::Bar bar = DecodeBar(entry, base::Date());
     open[i] = bar.open;
@@ -50,6 +51,8 @@ void PutEntries(const char* entry, base::BarColumns& bars, size_t position, size
 }  // namespace
 
 int32_t HighestSlot(const StockMaster& master, int32_t records) {
+  // A slot beyond every file is a damaged record. Taking it at its word would call all files too
+  // short, or make the next one 130 MB long.
   const int32_t limit = records > 0 ? records : std::numeric_limits<int16_t>::max();
   int32_t highest = 0;
   for (const StockRecord& stock : master.Stocks()) {
@@ -99,6 +102,8 @@ base::Status PriceFiles::CheckLengths(const StoreLocation& location,
   for (const base::MappedFile& file : files_) {
     longest = std::max(longest, RecordsIn(file.Bytes()));
   }
+  // A file that lacks what another one has was cut off; one that is longer has what a killed
+  // writer left behind.
   const int32_t needed = std::max(HighestSlot(master, longest), date_record_);
   for (int32_t i = 0; i < FileCount(); ++i) {
     const int32_t records = RecordsIn(files_[static_cast<size_t>(i)].Bytes());
@@ -123,8 +128,8 @@ base::Status PriceFiles::ReadDays(const StoreLocation& location, const MasterHea
       return base::Fail(DateForMessage(location, place) + "が日付ではありません。");
     }
     if (!days_.empty() && *date <= days_.back()) {
-      return base::Fail(DateForMessage(location, place) + "の日付" + date->ToText() +
-                        "が前の日付" + days_.back().ToText() + "より後ではありません。");
+      return base::Fail(DateForMessage(location, place) + "の日付" + date->ToText() + "が前の日付" +
+                        days_.back().ToText() + "より後ではありません。");
     }
     days_.push_back(*date);
   }
@@ -142,6 +147,7 @@ void PriceFiles::Load(base::SlotRecord slot, int32_t first, int32_t last,
   const auto count = static_cast<size_t>(std::max(last - first + 1, 0));
   bars.Resize(count);
   std::copy_n(days_.begin() + first, count, bars.dates.begin());
+  // A damaged record costs its own stock only.
   if (!HasSlot(slot)) {
     PutNoData(bars, 0, count);
     return;
@@ -156,6 +162,7 @@ void PriceFiles::Load(base::SlotRecord slot, int32_t first, int32_t last,
 
 base::Status PriceFiles::TakeNewDay(const StoreLocation& location, base::Date date) {
   const int16_t file = PlaceOf(DayCount()).file;
+  // Mapped files are shared with the disk, so that days written into them are seen at once.
   if (file == first_file_ + FileCount()) {
     if (const base::Status mapped = MapFile(location, file); !mapped) return mapped;
     CountRecords();

@@ -14,6 +14,7 @@ base::Bar DecodeBar(const char* entry, base::Date date) {
 }
 
 void EncodeBar(const base::Bar& bar, char* entry) {
+  // Readers take a day without data by its volume, but prices left in it would be impossible bars.
   const base::Bar stored = bar.HasData() ? bar : base::Bar();
   base::PutCurrency(entry + bar_offset::kOpen, stored.open);
   base::PutCurrency(entry + bar_offset::kHigh, stored.high);
@@ -36,6 +37,7 @@ std::string EncodeDateEntry(base::Date date) {
 
 std::optional<base::Date> DecodeDateEntry(const char* entry) {
   const double stored = base::GetDouble(entry);
+  // Date::FromFile takes 0 for 1899-12-30 as well; here it means that the slot is unused.
   if (stored == 0) return base::Date();
   return base::Date::FromFile(stored);
 }

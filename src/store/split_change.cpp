@@ -37,6 +37,7 @@ base::Status WriteAdjusted(const PriceFiles& prices, base::SlotRecord slot, int3
     const auto with_data = [&bars] { return std::ranges::count(bars.volume, base::kNoDataVolume); };
     const auto empty_before = with_data();
     AdjustForSplit(event, bars);
+    // In a chart such a day may be missing; stored prices must not get lost.
     if (with_data() != empty_before) {
       return base::Fail(EventText(event) + "で修正すると株価が扱える値の範囲を超えます。");
     }
@@ -80,6 +81,7 @@ base::Status StockStore::CorrectForSplit(const SplitEvent& event) {
   Transaction transaction(state_->location, *state_->files);
   if (prices.FileCount() > 0) {
     if (const base::Status checked = state_->CheckSlot(slot); !checked) return checked;
+    // All stored days, also those before the calendar that was chosen when opening.
     const auto end = std::ranges::upper_bound(prices.Days(), event.last_day_with_rights);
     const auto last = static_cast<int32_t>(end - prices.Days().begin()) - 1;
     const auto written = WriteAdjusted(prices, slot, last, event, transaction);

@@ -27,6 +27,7 @@ bool IsHeader(std::string_view line) {
 std::optional<double> ParseRatio(std::string_view text) {
   double ratio = 0;
   const char* end = text.data() + text.size();
+  // Independent of the locale, and strict about what follows the number.
   const auto [rest, failure] = std::from_chars(text.data(), end, ratio, std::chars_format::fixed);
   const bool is_ratio = failure == std::errc{} && rest == end && std::isfinite(ratio) && ratio > 0;
   return is_ratio ? std::optional(ratio) : std::nullopt;
@@ -75,14 +76,15 @@ std::string WithoutLineBreaks(std::string text) {
 std::string RatioText(const SplitEvent& event) {
   if (!event.ratio_text.empty()) return WithoutLineBreaks(event.ratio_text);
   std::array<char, 400> text{};  // the longest double without an exponent has 309 digits
-  const auto result = std::to_chars(text.data(), text.data() + text.size(), event.ratio,
-                                    std::chars_format::fixed);
+  const auto result =
+      std::to_chars(text.data(), text.data() + text.size(), event.ratio, std::chars_format::fixed);
   return std::string(text.data(), result.ptr);
 }
 
 }  // namespace
 
 SplitList::SplitList(std::vector<SplitEvent> events) : events_(std::move(events)) {
+  // The file keeps its own order; looking up needs another.
   sorted_ = events_;
   std::ranges::stable_sort(sorted_, {}, [](const SplitEvent& event) {
     return std::make_tuple(event.code, event.last_day_with_rights);
@@ -95,6 +97,7 @@ SplitList::SplitList(std::vector<SplitEvent> events) : events_(std::move(events)
 
 SplitList SplitList::Parse(std::string_view bytes, const std::string& file_name,
                            std::vector<std::string>& problems) {
+  // Users edit the list with editors of either encoding.
   const base::DecodedText decoded = base::DecodeText(bytes);
   std::vector<SplitEvent> events;
   size_t number = 0;
@@ -125,8 +128,7 @@ base::Result<std::string> SplitList::Serialize() const {
   }
   for (const SplitEvent& event : events_) {
     text += std::string(event.code.Text()) + "," + WithoutLineBreaks(event.name) + "," +
-            RatioText(event) + "," + event.last_day_with_rights.ToText() +
-            std::string(kLineEnd);
+            RatioText(event) + "," + event.last_day_with_rights.ToText() + std::string(kLineEnd);
   }
   return base::EncodeCp932(text);
 }

@@ -18,7 +18,7 @@ namespace orin::store {
 struct SplitEvent {
   StockCode code;
   std::string name;
-  double ratio = 1;       // new shares for one old share; above 0
+  double ratio = 1;        // new shares for one old share; above 0
   std::string ratio_text;  // as written in the file; empty: `ratio` is written
   base::Date last_day_with_rights;
 };

@@ -27,6 +27,7 @@ base::Status CheckNewStocks(std::span<const NewStock> stocks, const StockMaster&
     if (!seen.insert(stock.code).second) {
       return base::Fail("追加する銘柄に銘柄コード" + code + "が2つあります。");
     }
+    // The whole name, not only the part that the field holds: orin.ind has more of it.
     if (const auto name = base::EncodeCp932(stock.name); !name) {
       return base::Fail("銘柄" + code + "の銘柄名：" + name.error().message);
     }
@@ -40,6 +41,7 @@ base::Result<std::vector<base::SlotRecord>> FreeSlots(const StockMaster& master,
   std::unordered_set<int32_t> used = {master.Header().date_record};
   for (const StockRecord& stock : master.Stocks()) used.insert(stock.slot.Value());
   std::vector<base::SlotRecord> slots;
+  // Not the first gap: the slot of a purged stock may still be known to old lists.
   int32_t next = std::max(HighestSlot(master, records), 1) + 1;
   for (; slots.size() < count && next <= kLastSlot; ++next) {
     if (!used.contains(next)) slots.emplace_back(next);
@@ -69,6 +71,7 @@ base::Result<std::vector<StockRecord>> MakeRecords(std::span<const NewStock> sto
     const auto encoded = EncodeStockRecord(record);
     if (!encoded) return base::Forward(encoded);
     bytes += AsText(*encoded);
+    // What a later start will read, with the name cut.
     records.push_back(DecodeStockRecord(AsText(*encoded)));
   }
   return records;
@@ -80,8 +83,7 @@ void GrowPriceFiles(const PriceFiles& prices, int32_t date_record,
   const std::string no_data = NoDataEntries(1);
   for (int32_t index = 0; index < prices.FileCount(); ++index) {
     const DayPlace place = prices.PlaceOf(index * kDaysPerFile);
-    const auto whole =
-        static_cast<int32_t>(prices.Bytes(place.file).size() / kDailyRecordLength);
+    const auto whole = static_cast<int32_t>(prices.Bytes(place.file).size() / kDailyRecordLength);
     const int32_t last = slots.back().Value();
     // Records between the file's end and the first new slot belong to damaged stock records.
     int32_t first = std::min(slots.front().Value(), whole + 1);
@@ -135,14 +137,16 @@ base::Status StockStore::AddStocks(std::span<const NewStock> stocks) {
   const base::MasterRecord first(static_cast<int32_t>(master.Stocks().size()) + 2);
   std::vector<CompanyName> companies;
   for (size_t i = 0; i < stocks.size(); ++i) {
-    companies.push_back({base::MasterRecord(first.Value() + static_cast<int32_t>(i)), stocks[i].name});
+    companies.push_back(
+        {base::MasterRecord(first.Value() + static_cast<int32_t>(i)), stocks[i].name});
   }
   std::vector<StockRecord> all(master.Stocks().begin(), master.Stocks().end());
   all.insert(all.end(), added->begin(), added->end());
   StockMaster grown(master.Header(), std::move(all));
 
   Transaction transaction(state_->location, *state_->files);
-  transaction.Write(kMaster, int64_t{first.Value() - 1} * int64_t{kMasterRecordLength}, record_bytes);
+  transaction.Write(kMaster, int64_t{first.Value() - 1} * int64_t{kMasterRecordLength},
+                    record_bytes);
   GrowPriceFiles(state_->prices, master.Header().date_record, *slots, transaction);
   const base::Status listed = ReplaceAdded(state_->location, *added, first, transaction);
   if (!listed) return listed;

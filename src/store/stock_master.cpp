@@ -87,9 +87,10 @@ std::vector<StockMaster::SectorGroup> StockMaster::GroupBySector() const {
     const StockRecord& stock = stocks_[i];
     if (stock.sector < kFirstSector || stock.sector > kLastSector) continue;
     if (!IsListing(stock.listing)) continue;
-    SectorGroup& group = groups.try_emplace(stock.sector, SectorGroup{stock.sector, {}}).first->second;
-    group.by_listing[static_cast<size_t>(stock.listing - 1)].emplace_back(
-        static_cast<int32_t>(i) + kFirstStockRecord);
+    SectorGroup& group =
+        groups.try_emplace(stock.sector, SectorGroup{stock.sector, {}}).first->second;
+    group.by_listing[static_cast<size_t>(stock.listing - 1)].emplace_back(static_cast<int32_t>(i) +
+                                                                          kFirstStockRecord);
   }
   std::vector<SectorGroup> sorted;
   for (auto& [sector, group] : groups) sorted.push_back(std::move(group));

@@ -22,8 +22,8 @@ enum class Listing : int16_t { kNewYork = 1, kNasdaq = 2, kOther = 3 };
 std::string_view ListingName(int16_t listing_code);
 
 /// 種別コード.
-inline constexpr int16_t kKindCommonStock = 1;   // of a main market
-inline constexpr int16_t kKindSmallCap = 2;      // of the small-cap section of ＮＡ市場
+inline constexpr int16_t kKindCommonStock = 1;  // of a main market
+inline constexpr int16_t kKindSmallCap = 2;     // of the small-cap section of ＮＡ市場
 inline constexpr int16_t kKindIndex = 9;
 
 /// 業種コード of the index stocks.
@@ -40,16 +40,16 @@ struct StockRecord {
   int16_t kind = 1;
   int16_t sector = 0;
   int16_t rank = 0;
-  std::string name;                   // UTF-8, at most 16 bytes in code page 932
+  std::string name;                    // UTF-8, at most 16 bytes in code page 932
   std::array<char, 18> reserved = {};  // kept as read
 };
 
 /// Record 1 of orin.sys: the state of the price files.
 struct MasterHeader {
-  base::Date date;            // the newest stored day; none in an empty store
-  int16_t date_record = 1;    // number of the record of dates in every price file
-  int16_t first_file = 1;     // oldest daily file in use
-  int16_t current_file = 0;   // newest daily file; 0 while there is none
+  base::Date date;             // the newest stored day; none in an empty store
+  int16_t date_record = 1;     // number of the record of dates in every price file
+  int16_t first_file = 1;      // oldest daily file in use
+  int16_t current_file = 0;    // newest daily file; 0 while there is none
   int16_t current_record = 0;  // last used slot of the current file, 1..100
   int16_t credit_first = 0;
   int16_t credit_current = 0;
@@ -76,7 +76,7 @@ class StockMaster {
   [[nodiscard]] std::span<const base::MasterRecord> WithInitial(int letter) const;
 
   struct SectorGroup {
-    int16_t sector;                                              // 100..926
+    int16_t sector;                                             // 100..926
     std::array<std::vector<base::MasterRecord>, 3> by_listing;  // listing codes 1, 2, 3
   };
   /// One group for each sector code in use, in ascending order.

@@ -52,6 +52,61 @@ void ClearTrendLines(base::SlotRecord slot, std::string_view lines, Transaction&
   transaction.Write(kTrendLines, records.Offset(slot.Value()), EncodeTrendLines(TrendLines()));
 }
 
+/// The files that name stocks, as they are.
+struct SystemFiles {
+  std::string master;
+  std::string index;
+  std::string added;
+  std::string deleted;
+  std::string trend_lines;
+};
+
+base::Result<SystemFiles> ReadSystemFiles(const StoreLocation& location) {
+  SystemFiles files;
+  struct Wanted {
+    StoreFile file;
+    std::string* bytes;
+  };
+  for (const Wanted& wanted :
+       {Wanted{kMaster, &files.master}, Wanted{kIndex, &files.index}, Wanted{kAdded, &files.added},
+        Wanted{kDeleted, &files.deleted}, Wanted{kTrendLines, &files.trend_lines}}) {
+    auto bytes = ReadIfThere(location, wanted.file);
+    if (!bytes) return base::Forward(bytes);
+    *wanted.bytes = std::move(*bytes);
+  }
+  return files;
+}
+
+/// The stocks that stay, with the bytes of orin.sys for them.
+struct KeptStocks {
+  std::vector<StockRecord> stocks;
+  std::string bytes;
+};
+
+KeptStocks KeepOthers(const StockMaster& master, const Codes& purged, const SystemFiles& files,
+                      Transaction& transaction) {
+  const base::RecordView records(files.master, kMasterRecordLength);
+  KeptStocks kept;
+  kept.bytes = records.Record(1).value_or(std::string_view());
+  int32_t number = 2;
+  for (const StockRecord& stock : master.Stocks()) {
+    // The bytes as they are: a record this program cannot read keeps what it holds.
+    const std::string_view record = records.Record(number++).value_or(std::string_view());
+    if (purged.contains(stock.code)) {
+      ClearTrendLines(stock.slot, files.trend_lines, transaction);
+    } else {
+      kept.stocks.push_back(stock);
+      kept.bytes += record;
+    }
+  }
+  return kept;
+}
+
+int16_t AddedTo(int16_t counter, int32_t count) {
+  const int32_t most = std::numeric_limits<int16_t>::max();
+  return static_cast<int16_t>(std::min(counter + count, most));
+}
+
 }  // namespace
 
 base::Result<int32_t> StockStore::PurgeDeletedStocks() {
@@ -59,51 +114,29 @@ base::Result<int32_t> StockStore::PurgeDeletedStocks() {
   if (state_->prices.FileCount() < kFewestFiles) {
     return base::Fail("データファイルは１０ファイル以上必要です。");
   }
-  const StoreLocation& location = state_->location;
-  const auto deleted_bytes = ReadIfThere(location, kDeleted);
-  if (!deleted_bytes) return base::Forward(deleted_bytes);
-  StockList deleted = DecodeStockList(*deleted_bytes);
+  const auto files = ReadSystemFiles(state_->location);
+  if (!files) return base::Forward(files);
+  StockList deleted = DecodeStockList(files->deleted);
   const Codes purged = MarkedForDeletion(deleted);
   if (purged.empty()) return 0;
-  const auto master_bytes = base::ReadFile(PathOf(location, kMaster));
-  const auto added_bytes = ReadIfThere(location, kAdded);
-  const auto index_bytes = ReadIfThere(location, kIndex);
-  const auto line_bytes = ReadIfThere(location, kTrendLines);
-  for (const auto* bytes : {&master_bytes, &added_bytes, &index_bytes, &line_bytes}) {
-    if (!*bytes) return base::Forward(*bytes);
-  }
 
-  Transaction transaction(location, *state_->files);
-  const base::RecordView records(*master_bytes, kMasterRecordLength);
-  std::string kept_bytes(records.Record(1).value_or(std::string_view()));
-  std::vector<StockRecord> kept;
-  int32_t number = 2;
-  for (const StockRecord& stock : state_->master.Stocks()) {
-    // The bytes as they are: a record this program cannot read keeps what it holds.
-    const std::string_view record = records.Record(number++).value_or(std::string_view());
-    if (purged.contains(stock.code)) {
-      ClearTrendLines(stock.slot, *line_bytes, transaction);
-    } else {
-      kept.push_back(stock);
-      kept_bytes += record;
-    }
-  }
-  const auto count = static_cast<int32_t>(state_->master.Stocks().size() - kept.size());
-  const StockMaster master(state_->master.Header(), std::move(kept));
-  StockList added = DecodeStockList(*added_bytes);
+  Transaction transaction(state_->location, *state_->files);
+  KeptStocks kept = KeepOthers(state_->master, purged, *files, transaction);
+  const auto count = static_cast<int32_t>(state_->master.Stocks().size() - kept.stocks.size());
+  const StockMaster master(state_->master.Header(), std::move(kept.stocks));
+  StockList added = DecodeStockList(files->added);
   Renumber(added, purged, master);
   Renumber(deleted, purged, master);
-  deleted.SetDeletionCounter(static_cast<int16_t>(
-      std::min<int32_t>(deleted.DeletionCounter() + count, std::numeric_limits<int16_t>::max())));
-  const auto index = BuildNameIndex(master, DecodeNameIndex(*index_bytes), {});
+  deleted.SetDeletionCounter(AddedTo(deleted.DeletionCounter(), count));
+  const auto index = BuildNameIndex(master, DecodeNameIndex(files->index), {});
   if (!index) return base::Forward(index);
-  base::Status staged = transaction.Replace(kMaster, kept_bytes);
-  if (staged) staged = ReplaceList(kAdded, added, transaction);
-  if (staged) staged = ReplaceList(kDeleted, deleted, transaction);
-  if (staged) staged = transaction.Replace(kIndex, *index);
-  if (staged) staged = state_->Commit(transaction);
-  if (staged) staged = state_->Reload();
-  if (!staged) return base::Forward(staged);
+  base::Status status = transaction.Replace(kMaster, kept.bytes);
+  if (status) status = ReplaceList(kAdded, added, transaction);
+  if (status) status = ReplaceList(kDeleted, deleted, transaction);
+  if (status) status = transaction.Replace(kIndex, *index);
+  if (status) status = state_->Commit(transaction);
+  if (status) status = state_->Reload();
+  if (!status) return base::Forward(status);
   return count;
 }
 

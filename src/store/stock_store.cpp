@@ -11,6 +11,8 @@ namespace orin::store {
 
 namespace {
 
+constexpr int kLoadAttempts = 3;
+
 base::Status CreateFiles(const StoreLocation& location, base::FileSystem& files) {
   const auto no_stocks = EncodeStockList(StockList());
   if (!no_stocks) return base::Forward(no_stocks);
@@ -41,6 +43,7 @@ base::Status Recover(const StoreLocation& location, Access access, base::FileSys
     const base::Status recovered = RecoverStore(location, files);
     return recovered ? RemoveLeftovers(location, files) : recovered;
   }
+  // Readers do without the lock, but what a dead writer has begun must be finished by someone.
   if (!HasJournal(location)) return {};
   const auto lock = StoreLock::Acquire(location.system_directory);
   if (!lock) return base::Forward(lock);
@@ -63,8 +66,8 @@ base::Status StockStore::Create(const StoreLocation& location, base::FileSystem&
   return CreateFiles(location, files);
 }
 
-base::Result<StockStore> StockStore::Open(const StoreLocation& location,
-                                          const OpenOptions& options, base::FileSystem& files) {
+base::Result<StockStore> StockStore::Open(const StoreLocation& location, const OpenOptions& options,
+                                          base::FileSystem& files) {
   auto state = std::make_unique<State>();
   state->location = location;
   state->options = options;
@@ -77,11 +80,16 @@ base::Result<StockStore> StockStore::Open(const StoreLocation& location,
     if (!lock) return base::Forward(lock);
     state->lock = std::move(*lock);
   }
-  if (has_directory) {
-    const base::Status recovered = Recover(location, options.access, files);
+  base::Status loaded;
+  // A writer may begin its commit while a reader loads; what the reader has is mixed then.
+  for (int attempt = 0; attempt < kLoadAttempts; ++attempt) {
+    const base::Status recovered =
+        has_directory ? Recover(location, options.access, files) : base::Status();
     if (!recovered) return base::Forward(recovered);
+    loaded = state->Load();
+    if (options.access == Access::kWrite || !HasJournal(location)) break;
   }
-  if (const base::Status loaded = state->Load(); !loaded) return base::Forward(loaded);
+  if (!loaded) return base::Forward(loaded);
   return StockStore(std::move(state));
 }
 
@@ -114,6 +122,7 @@ base::Result<std::pair<base::Date, base::Date>> StockStore::DaysOfFile(int16_t f
 
 void StockStore::LoadBars(base::SlotRecord slot, base::DayIndex first, base::DayIndex last,
                           base::BarColumns& bars) const {
+  // Days outside the calendar would be read beyond the files.
   const int32_t from = std::max(first.Value(), 1);
   const int32_t to = std::min(last.Value(), state_->calendar.Count());
   const int32_t offset = state_->skipped_days - 1;
@@ -127,6 +136,7 @@ void StockStore::LoadBars(base::SlotRecord slot, base::DayIndex first, base::Day
 void StockStore::LoadAdjustedBars(const StockRecord& stock, base::DayIndex first,
                                   base::DayIndex last, base::BarColumns& bars) const {
   LoadBars(stock.slot, first, last, bars);
+  // Oldest first; an event never touches bars after its own day.
   for (const SplitEvent& event : state_->splits.EventsOf(stock.code)) AdjustForSplit(event, bars);
 }
 

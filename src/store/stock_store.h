@@ -82,7 +82,8 @@ class StockStore {
   /// Adds to orin.sys, orin.ind and orin.add and gives every price file the new slots.
   base::Status AddStocks(std::span<const NewStock> stocks);
   /// One newer day for all stocks; a slot without a bar gets no data.
-  base::Status AppendDay(base::Date date, std::span<const std::pair<base::SlotRecord, base::Bar>> bars);
+  base::Status AppendDay(base::Date date,
+                         std::span<const std::pair<base::SlotRecord, base::Bar>> bars);
   /// Makes every one of `dates` (ascending) a day of the calendar, without data. Days newer than
   /// the newest are appended; others are put between, in front too.
   base::Status AddDays(std::span<const base::Date> dates);

@@ -13,6 +13,7 @@ base::Result<StoreLock> StoreLock::Acquire(const std::filesystem::path& system_d
   base::FileDescriptor directory =
       base::FileDescriptor::Open(system_directory, O_RDONLY | O_DIRECTORY | O_CLOEXEC);
   if (!directory.IsOpen()) return base::FailSystemCall(system_directory, "を開けません", errno);
+  // A lock file would outlive a killed program and would have to be removed by hand.
   const int locked =
       base::RetryInterrupted([&] { return flock(directory.Number(), LOCK_EX | LOCK_NB); });
   if (locked == 0) return StoreLock(std::move(directory));

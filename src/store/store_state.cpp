@@ -14,6 +14,7 @@ namespace {
 
 constexpr StoreFile kMaster = {FileKind::kMaster, 0};
 constexpr StoreFile kSplits = {FileKind::kSplits, 0};
+// Price files reach 130 MB; they are written without ever being in memory whole.
 constexpr size_t kWriteBuffer = size_t{1} << 20;
 
 struct HeaderRule {
@@ -31,6 +32,7 @@ bool IsMissing(const std::filesystem::path& path) {
 }  // namespace
 
 base::Status CheckHeader(const MasterHeader& header, const std::filesystem::path& path) {
+  // Nothing but the first file number counts while there are no price files.
   const bool empty = header.current_file == 0;
   const std::array<HeaderRule, 4> rules = {{
       {"日付レコード", header.date_record, 1, INT16_MAX},
@@ -61,6 +63,7 @@ base::Status StockStore::State::LoadMaster() {
     return base::Fail("「" + base::PathText(path) + "」は" + std::to_string(bytes->size()) +
                       "バイトしかなく、先頭のレコードがありません。");
   }
+  // Numbers out of range would lead to places outside the price files further on.
   const MasterHeader header = DecodeMasterHeader(*records.Record(1));
   if (const base::Status checked = CheckHeader(header, path); !checked) return checked;
   std::vector<StockRecord> stocks;
@@ -101,6 +104,7 @@ base::Status StockStore::State::LoadSplits() {
   problems.clear();
   splits = SplitList();
   if (IsMissing(path)) {
+    // A reader may lack the right to write, and for it a missing list is an empty one.
     if (options.access == Access::kRead) return {};
     return base::ReplaceFile(*files, path, "");
   }
@@ -128,6 +132,7 @@ base::Status StockStore::State::PrepareChange() {
     return base::Fail("「" + base::PathText(location.system_directory) +
                       "」の株価データは読み取り専用で開かれています。");
   }
+  // The files, not the memory, say whether the change that failed has happened.
   if (!in_doubt) return {};
   if (const base::Status recovered = RecoverStore(location, *files); !recovered) return recovered;
   if (const base::Status removed = RemoveLeftovers(location, *files); !removed) return removed;
@@ -143,6 +148,8 @@ base::Status StockStore::State::Commit(Transaction& transaction) {
 }
 
 base::Status StockStore::State::CommitHeader(const MasterHeader& header) {
+  // One record lies within one disk sector, so that this write is whole or not at all and needs
+  // no journal. What it commits is on the disk already.
   const MasterRecordBytes bytes = EncodeMasterHeader(header);
   const auto file = files->OpenForUpdate(PathOf(location, kMaster));
   if (!file) return base::Forward(file);
@@ -171,6 +178,8 @@ int32_t StockStore::State::RecordsPerFile() const {
 }
 
 base::Status StockStore::State::CheckSlot(base::SlotRecord slot) const {
+  // The bound is what the files hold, not what the master names: a damaged record must not make
+  // a write leave its file.
   const int32_t number = slot.Value();
   if (number >= 1 && number <= RecordsPerFile() && number != master.Header().date_record) return {};
   return base::Fail("銘柄レコード" + std::to_string(number) + "は株価ファイルにありません。");

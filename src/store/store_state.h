@@ -22,8 +22,8 @@ struct StockStore::State {
   base::FileSystem* files = nullptr;
   StoreLock lock;  // held where access is kWrite
   StockMaster master;
-  PriceFiles prices;   // all files of the header
-  Calendar calendar;   // from the first file chosen
+  PriceFiles prices;         // all files of the header
+  Calendar calendar;         // from the first file chosen
   int32_t skipped_days = 0;  // stored days before the calendar's first
   SplitList splits;
   std::vector<std::string> problems;

@@ -9,6 +9,7 @@ namespace {
 using OpenFiles = std::map<StoreFile, std::unique_ptr<base::WritableFile>>;
 
 constexpr StoreFile kJournal = {FileKind::kJournal, 0};
+// New slots of a whole market are a hundred megabytes of the same entry.
 constexpr size_t kFillBuffer = size_t{1} << 18;
 
 bool Exists(const std::filesystem::path& path) {
@@ -30,7 +31,8 @@ base::Result<base::WritableFile*> OpenOnce(const StoreLocation& location, const 
 base::Status WriteStep(const JournalStep& step, base::WritableFile& file) {
   if (step.times == 1) return file.WriteAt(step.offset, step.bytes);
   const auto length = static_cast<int64_t>(step.bytes.size());
-  const auto at_once = std::clamp<int64_t>(static_cast<int64_t>(kFillBuffer) / length, 1, step.times);
+  const auto at_once =
+      std::clamp<int64_t>(static_cast<int64_t>(kFillBuffer) / length, 1, step.times);
   std::string buffer;
   for (int64_t i = 0; i < at_once; ++i) buffer += step.bytes;
   int64_t offset = step.offset;
@@ -54,6 +56,7 @@ class Replay {
     for (const JournalStep& step : steps) {
       if (const base::Status made = Make(step); !made) return made;
     }
+    // The journal goes only after everything it stands for is on the disk.
     for (const auto& [file, opened] : open_) {
       if (const base::Status synced = opened->Sync(); !synced) return synced;
     }
@@ -157,6 +160,7 @@ base::Status Transaction::ReserveGrowth(const std::vector<JournalStep>& steps) {
     const auto opened = OpenOnce(location_, file, files_, open_);
     if (!opened) return base::Forward(opened);
     std::error_code failure;
+    // Only growth can meet a full disk; what is overwritten has its blocks.
     const auto length = std::filesystem::file_size(PathOf(location_, file), failure);
     if (!failure && end <= static_cast<int64_t>(length)) continue;
     if (const base::Status reserved = (*opened)->Reserve(end); !reserved) return reserved;
@@ -184,6 +188,7 @@ base::Status Transaction::WriteJournal(std::string_view bytes) {
     static_cast<void>(files_.Remove(staged_path));
     return status;
   }
+  // From the rename on the journal may be found by the next start.
   in_doubt_ = true;
   return files_.SyncDirectory(location_.system_directory);
 }
@@ -193,6 +198,7 @@ base::Status Transaction::Commit() {
   const std::string bytes = journal_.Finish();
   const auto steps = DecodeJournal(bytes);
   if (!steps) return base::Forward(steps);
+  // Everything that can fail for want of space comes before the commit.
   if (const base::Status reserved = ReserveGrowth(*steps); !reserved) return reserved;
   if (const base::Status synced = SyncStaged(); !synced) return synced;
   if (const base::Status written = WriteJournal(bytes); !written) return written;
@@ -211,6 +217,8 @@ base::Status RecoverStore(const StoreLocation& location, base::FileSystem& files
   const auto bytes = base::ReadFile(path);
   if (!bytes) return base::Forward(bytes);
   const auto steps = DecodeJournal(*bytes);
+  // It was written whole before it got its name, so this is later damage, and what it would do
+  // cannot be known.
   if (!steps) {
     if (const base::Status removed = files.Remove(path); !removed) return removed;
     return files.SyncDirectory(location.system_directory);

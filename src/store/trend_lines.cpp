@@ -67,6 +67,7 @@ base::Status SaveTrendLines(const StoreLocation& location, base::SlotRecord slot
     return base::Fail("銘柄レコード" + std::to_string(slot.Value()) + "は「" +
                       base::PathText(path) + "」に書き込めません。");
   }
+  // A few megabytes at most: replacing the file is simpler than a journal and as safe.
   auto bytes = ReadIfThere(path);
   if (!bytes) return base::Forward(bytes);
   const auto offset = static_cast<size_t>(slot.Value() - 1) * kTrendRecordLength;

@@ -20,9 +20,9 @@ inline constexpr size_t kTrendLinesPerStock = 10;
 inline constexpr size_t kTrendRecordLength = kTrendLinesPerStock * kTrendLineLength;
 
 namespace trend_offset {
-inline constexpr size_t kFirstDate = 0;    // 8
-inline constexpr size_t kFirstPrice = 8;   // 8
-inline constexpr size_t kSecondDate = 16;  // 8
+inline constexpr size_t kFirstDate = 0;     // 8
+inline constexpr size_t kFirstPrice = 8;    // 8
+inline constexpr size_t kSecondDate = 16;   // 8
 inline constexpr size_t kSecondPrice = 24;  // 8
 }  // namespace trend_offset
 

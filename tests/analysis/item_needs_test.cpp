@@ -65,6 +65,17 @@ TEST(ItemNeeds, LoadingWhatAnItemNeedsGivesTheValueOfTheWholeHistory) {
   EXPECT_GT(values, 3000);
 }
 
+TEST(ItemNeeds, ParametersThatNeverGiveAValueNeedNothingLoaded) {
+  const store::StockStore store = OpenMarket("item_needs_nothing");
+  for (const char* text :
+       {"移動平均(0,0)", "週間移動平均(0,0)", "週間ＡＤＸ(3,0,-2)", "月間ＶＲ(-1,0)", "週間終値(1)",
+        "月間％Ｄ(0,3,0)", "第二銘柄移動平均(0,0)", "さや最大値(0,0)"}) {
+    const ItemCall call = *ItemCall::Bind(text);
+    const DayIndex day(100);
+    EXPECT_EQ(EvaluateWith(store, call.Needs(), call, day, day).valid[0], 0) << text;
+  }
+}
+
 TEST(ItemNeeds, NoBarMoreThanNeededIsCounted) {
   const store::StockStore store = OpenMarket("item_needs_least");
   const auto fails_with = [&store](const char* text, const History& less) {

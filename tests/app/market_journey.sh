@@ -12,7 +12,7 @@ before=$(cat "$home"/data/*.dat "$home"/orin.* | cksum)
 expect_text "import again" "43,43,1013" "$(cli update-csv 2>/dev/null)"
 expect_text "importing again changes nothing" "$before" "$(cat "$home"/data/*.dat "$home"/orin.* | cksum)"
 
-expect_text "master" "3,AAPL" "$(cli master | sed -n 3p | cut -d, -f1,2)"
+expect_text "master" "5,AAPL" "$(cli master AAPL | sed -n 2p | cut -d, -f1,2)"
 expect_text "stored bars are the file's" \
   "$(tail -1 "$home/brand/AAPL.csv" | tr -d '\r' | cut -d, -f1-5)" \
   "$(cli bars AAPL --raw | tail -1 | cut -d, -f1-5)"

@@ -45,7 +45,7 @@ cp "$home/brand/AAPL.csv" "$home/mixed/株.csv"
 head -c 3000 /dev/urandom >"$home/mixed/NOISE.csv"
 expect "wrong lines are told, the rest goes on" 0 "件の問題" cli update-csv --dir "$home/mixed"
 log=$(iconv -f CP932 -t UTF-8 "$home"/data/K20200110.LOG)
-for told in "AAPL.csv 5行目" "「abc」" "AAPL.csv 6行目" "「2016/13/01」" "株.csv" "NOISE.csv 1行目"; do
+for told in "AAPL.csv 5行目：" "「abc」" "AAPL.csv 6行目：" "「2016/13/01」" "株.csv" "NOISE.csv 1行目："; do
   expect "the log tells $told" 0 "$told" echo "$log"
 done
 

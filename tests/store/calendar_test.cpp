@@ -1,7 +1,6 @@
 #include "store/calendar.h"
 
 #include <gtest/gtest.h>
-
 #include <random>
 
 #include "store/period_bars.h"
@@ -81,7 +80,8 @@ TEST(Calendar, FindsTradingDaysAndNoOthers) {
 }
 
 TEST(Calendar, WeekBeginsWhereTheWeekdayIsNotGreaterThanTheDayBefores) {
-  // Fri | Mon Wed | Wed (a week later) | Tue | Thu (nine days later, but a greater weekday) Sat | Sun
+  // Fri | Mon Wed | Wed (a week later) | Tue | Thu (nine days later, but a greater weekday) Sat |
+  // Sun
   const Calendar calendar(Dates({"2020/01/03", "2020/01/06", "2020/01/08", "2020/01/15",
                                  "2020/01/21", "2020/01/30", "2020/02/01", "2020/02/02"}));
   EXPECT_EQ(FirstDays(calendar.Weeks()), (std::vector<int32_t>{1, 2, 4, 5, 8}));
@@ -90,8 +90,8 @@ TEST(Calendar, WeekBeginsWhereTheWeekdayIsNotGreaterThanTheDayBefores) {
 }
 
 TEST(Calendar, MonthBeginsWhereTheMonthNumberChanges) {
-  const Calendar calendar(Dates({"2019/12/31", "2020/01/02", "2020/01/31", "2020/02/03",
-                                 "2021/02/03", "2021/03/01"}));
+  const Calendar calendar(
+      Dates({"2019/12/31", "2020/01/02", "2020/01/31", "2020/02/03", "2021/02/03", "2021/03/01"}));
   EXPECT_EQ(FirstDays(calendar.Months()), (std::vector<int32_t>{1, 2, 4, 6}));
 }
 

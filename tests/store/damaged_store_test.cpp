@@ -1,7 +1,6 @@
+#include <filesystem>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-
-#include <filesystem>
 #include <random>
 
 #include "base/coding.h"
@@ -48,8 +47,7 @@ std::string BarBytes(const base::Bar& bar) {
 class DamagedStore : public ::testing::Test {
  protected:
   void SetUp() override {
-    const auto* test = ::testing::UnitTest::GetInstance()->current_test_info();
-    StoreBuilder builder(std::string("damaged_") + test->name());
+    StoreBuilder builder("damaged");
     builder.Days(Weekdays("2020/01/06", kDays)).Split("A", 2, "2020/01/31");
     builder.Stock("A", std::vector(kDays, FlatBar(10))).Stock("B", std::vector(kDays, FlatBar(20)));
     location_ = builder.Build();
@@ -112,8 +110,7 @@ TEST_F(DamagedStore, HeaderOutOfRangeIsRefusedWithItsField) {
   Write(kMaster, whole.substr(0, 51));
   EXPECT_THAT(OpenError(), HasSubstr("51バイト"));
   fs::remove(PathOf(location_, kMaster));
-  EXPECT_THAT(OpenError(),
-              HasSubstr("初期設定ファイルで指定した場所にorin.sysがありません。"));
+  EXPECT_THAT(OpenError(), HasSubstr("初期設定ファイルで指定した場所にorin.sysがありません。"));
 }
 
 TEST_F(DamagedStore, DatesOutOfOrderAreRefusedWithTheirPlace) {
@@ -172,9 +169,12 @@ TEST_F(DamagedStore, CheckTellsWhatIsWrongWithTheMaster) {
 
 TEST_F(DamagedStore, CheckTellsImpossibleBarsOnceAStock) {
   const std::vector<std::pair<base::Bar, std::string>> cases = {
-      {BarOf(5, 4, 6, 5, 1), "高値が安値より低い"}, {BarOf(9, 8, 4, 5, 1), "始値か終値が"},
-      {BarOf(5, 8, 4, 3, 1), "始値か終値が"},      {BarOf(-5, 8, -6, 3, 1), "株価が負"},
-      {FlatBar(5, -2), "出来高が負"},              {FlatBar(0, 1), "株価が0"},
+      {BarOf(5, 4, 6, 5, 1), "高値が安値より低い"},
+      {BarOf(9, 8, 4, 5, 1), "始値か終値が"},
+      {BarOf(5, 8, 4, 3, 1), "始値か終値が"},
+      {BarOf(-5, 8, -6, 3, 1), "株価が負"},
+      {FlatBar(5, -2), "出来高が負"},
+      {FlatBar(0, 1), "株価が0"},
   };
   const size_t record = 2 * kDailyRecordLength;  // of B
   for (const auto& [bar, message] : cases) {
@@ -225,7 +225,7 @@ TEST_F(DamagedStore, GarbageAndTruncationAreSurvivedWhereverTheyAre) {
   const fs::path pristine = root.string() + "_pristine";
   fs::remove_all(pristine);
   fs::copy(root, pristine, fs::copy_options::recursive);
-  for (int round = 0; round < 300; ++round) {
+  for (int round = 0; round < 120; ++round) {
     const StoreFile& file = files[number(files.size())];
     std::string bytes = Read(file);
     if (round % 4 == 0) bytes.resize(number(bytes.size() + 1));

@@ -1,7 +1,6 @@
 #include "store/file_names.h"
 
 #include <gtest/gtest.h>
-
 #include <string>
 #include <utility>
 #include <vector>
@@ -11,11 +10,11 @@ namespace {
 
 TEST(FileNames, EveryFileOfTheStoreIsMadeAndParsedAlike) {
   const std::vector<std::pair<StoreFile, std::string>> cases = {
-      {{FileKind::kMaster, 0}, "orin.sys"},       {{FileKind::kNameIndex, 0}, "orin.ind"},
-      {{FileKind::kAdded, 0}, "orin.add"},        {{FileKind::kDeleted, 0}, "orin.del"},
-      {{FileKind::kTrendLines, 0}, "orin.lin"},   {{FileKind::kSplits, 0}, "株式分割.txt"},
-      {{FileKind::kJournal, 0}, "orin.jnl"},      {{FileKind::kDaily, 1}, "orin001.dat"},
-      {{FileKind::kDaily, 999}, "orin999.dat"},   {{FileKind::kCredit, 12}, "orins012.dat"},
+      {{FileKind::kMaster, 0}, "orin.sys"},         {{FileKind::kNameIndex, 0}, "orin.ind"},
+      {{FileKind::kAdded, 0}, "orin.add"},          {{FileKind::kDeleted, 0}, "orin.del"},
+      {{FileKind::kTrendLines, 0}, "orin.lin"},     {{FileKind::kSplits, 0}, "株式分割.txt"},
+      {{FileKind::kJournal, 0}, "orin.jnl"},        {{FileKind::kDaily, 1}, "orin001.dat"},
+      {{FileKind::kDaily, 999}, "orin999.dat"},     {{FileKind::kCredit, 12}, "orins012.dat"},
       {{FileKind::kIntraday, 100}, "orint100.dat"},
   };
   for (const auto& [file, name] : cases) {
@@ -26,12 +25,34 @@ TEST(FileNames, EveryFileOfTheStoreIsMadeAndParsedAlike) {
 }
 
 TEST(FileNames, NoOtherNameIsAStoreFile) {
-  for (const std::string name :
-       {"", "orin", "orin.", "orin.dat", "orin000.dat", "orin1.dat", "orin01.dat", "orin0001.dat",
-        "orin1000.dat", "orin-01.dat", "orin+01.dat", "orin 01.dat", "orin00a.dat", "orins.dat",
-        "orins000.dat", "orinx001.dat", "orin001.dat ", " orin001.dat", "orin001.DAT",
-        "orin001.dat.tmp", "../orin.sys", "data/orin001.dat", "..\\orin001.dat", "orin.sys\n",
-        "orin.sysx", "株式分割", "株式分割.txt.tmp", "/etc/passwd"}) {
+  for (const std::string name : {"",
+                                 "orin",
+                                 "orin.",
+                                 "orin.dat",
+                                 "orin000.dat",
+                                 "orin1.dat",
+                                 "orin01.dat",
+                                 "orin0001.dat",
+                                 "orin1000.dat",
+                                 "orin-01.dat",
+                                 "orin+01.dat",
+                                 "orin 01.dat",
+                                 "orin00a.dat",
+                                 "orins.dat",
+                                 "orins000.dat",
+                                 "orinx001.dat",
+                                 "orin001.dat ",
+                                 " orin001.dat",
+                                 "orin001.DAT",
+                                 "orin001.dat.tmp",
+                                 "../orin.sys",
+                                 "data/orin001.dat",
+                                 "..\\orin001.dat",
+                                 "orin.sys\n",
+                                 "orin.sysx",
+                                 "株式分割",
+                                 "株式分割.txt.tmp",
+                                 "/etc/passwd"}) {
     EXPECT_FALSE(ParseFileName(name)) << name;
   }
   for (const std::string name : {"orin001.dat", ".tmp", "notes.tmp", "orin001.dat.tmp.tmp"}) {

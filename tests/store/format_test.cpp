@@ -1,7 +1,6 @@
-#include <gtest/gtest.h>
-
 #include <algorithm>
 #include <cctype>
+#include <gtest/gtest.h>
 #include <string>
 
 #include "store/companion_formats.h"
@@ -29,9 +28,9 @@ std::string Bytes(std::string hex) {
 
 TEST(MasterFormat, StockRecordHasItsFieldsAtTheirOffsets) {
   const std::string record = Bytes(
-      "4141504C20202020 0300 0200 0100 2003 FFFF"          // AAPL, 3, 2, 1, 800, -1
-      "83418362837683 8B2020202020202020"                  // アップル
-      "3412 30313233343536373839414243444546");            // reserved
+      "4141504C20202020 0300 0200 0100 2003 FFFF"  // AAPL, 3, 2, 1, 800, -1
+      "83418362837683 8B2020202020202020"          // アップル
+      "3412 30313233343536373839414243444546");    // reserved
   ASSERT_EQ(record.size(), kMasterRecordLength);
   const StockRecord stock = DecodeStockRecord(record);
   EXPECT_EQ(stock.code, Code("AAPL"));

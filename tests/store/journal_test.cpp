@@ -1,7 +1,6 @@
+#include <filesystem>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-
-#include <filesystem>
 #include <random>
 
 #include "base/coding.h"

@@ -42,8 +42,8 @@ TEST(StockCode, IsATickerThatStaysInItsDirectory) {
     EXPECT_TRUE(StockCode::Parse(good)) << good;
   }
   for (const std::string_view bad :
-       {"", "    ", "123456789", "..", ".A", "A/B", "A\\B", "C:", "A*", "A?", "A\"", "A<", "A>", "A|",
-        "A,B", "A B", " A", "A\t", "A\n", "あ", "A\x7F", "!@@@@@@@"}) {
+       {"",   "    ", "123456789", "..",  ".A",  "A/B", "A\\B", "C:",  "A*", "A?",    "A\"",
+        "A<", "A>",   "A|",        "A,B", "A B", " A",  "A\t",  "A\n", "あ", "A\x7F", "!@@@@@@@"}) {
     EXPECT_FALSE(StockCode::Parse(bad)) << bad;
   }
   EXPECT_EQ(Code("AAPL").Padded(), "AAPL    ");
@@ -60,8 +60,8 @@ TEST(StockMaster, FindsTheFirstStockOfACode) {
 }
 
 TEST(StockMaster, InitialLettersRegardlessOfCase) {
-  const StockMaster master({}, {Record("Apple"), Record("apple"), Record("Zoo"), Record("^DJI"),
-                                Record("9A")});
+  const StockMaster master(
+      {}, {Record("Apple"), Record("apple"), Record("Zoo"), Record("^DJI"), Record("9A")});
   EXPECT_THAT(Numbers(master.WithInitial(1)), ElementsAre(2, 3));
   EXPECT_THAT(Numbers(master.WithInitial(26)), ElementsAre(4));
   EXPECT_THAT(Numbers(master.WithInitial(0)), ElementsAre(5, 6));
@@ -71,9 +71,9 @@ TEST(StockMaster, InitialLettersRegardlessOfCase) {
 }
 
 TEST(StockMaster, SectorsGroupedByMarket) {
-  const StockMaster master({}, {Record("A", 1, 926), Record("B", 3, 100), Record("C", 1, 100),
-                                Record("D", 2, 99), Record("E", 2, 927), Record("F", 4, 100),
-                                Record("G", 3, 100)});
+  const StockMaster master(
+      {}, {Record("A", 1, 926), Record("B", 3, 100), Record("C", 1, 100), Record("D", 2, 99),
+           Record("E", 2, 927), Record("F", 4, 100), Record("G", 3, 100)});
   const auto groups = master.GroupBySector();
   ASSERT_EQ(groups.size(), 2U);
   EXPECT_EQ(groups[0].sector, 100);
@@ -97,9 +97,12 @@ TEST(StockMaster, NamesOfMarketsAndSectors) {
 
 TEST(NameIndex, ReadingIsHalfWidthUpperCase) {
   const std::vector<std::pair<std::string, std::string>> cases = {
-      {"ＮＹダウ工業株30種", "NYﾀﾞｳ工業株30種"}, {"Apple Inc.", "APPLE INC."},
-      {"アップル", "ｱｯﾌﾟﾙ"},                      {"ぱナソニック　ヴェ", "ﾊﾟﾅｿﾆｯｸ ｳﾞｪ"},
-      {"ﾃｽﾄ・「ー」", "ﾃｽﾄ･｢ｰ｣"},                 {"", ""},
+      {"ＮＹダウ工業株30種", "NYﾀﾞｳ工業株30種"},
+      {"Apple Inc.", "APPLE INC."},
+      {"アップル", "ｱｯﾌﾟﾙ"},
+      {"ぱナソニック　ヴェ", "ﾊﾟﾅｿﾆｯｸ ｳﾞｪ"},
+      {"ﾃｽﾄ・「ー」", "ﾃｽﾄ･｢ｰ｣"},
+      {"", ""},
   };
   for (const auto& [name, reading] : cases) {
     EXPECT_EQ(ReadingOfName(name), reading);
@@ -108,7 +111,8 @@ TEST(NameIndex, ReadingIsHalfWidthUpperCase) {
 
 TEST(NameIndex, IsInSyllabaryOrderAndKeepsKnownReadings) {
   std::vector<StockRecord> stocks;
-  for (const std::string_view name : {"ン", "ヲ", "ワ", "ガス", "カサ", "ハードル", "ハトバ", "A", "ア"}) {
+  for (const std::string_view name :
+       {"ン", "ヲ", "ワ", "ガス", "カサ", "ハードル", "ハトバ", "A", "ア"}) {
     StockRecord stock = Record("X" + std::to_string(stocks.size()));
     stock.name = name;
     stocks.push_back(stock);
@@ -119,8 +123,8 @@ TEST(NameIndex, IsInSyllabaryOrderAndKeepsKnownReadings) {
   const auto entries = DecodeNameIndex(BuildNameIndex(master, known, companies).value());
   std::vector<std::string> names;
   for (const IndexEntry& entry : entries) names.push_back(entry.company);
-  EXPECT_THAT(names, ElementsAre("A", "ア", "別名", "カサ", "ガス", "ハトバ", "ハードル", "ワ",
-                                 "ヲ会社"));
+  EXPECT_THAT(names,
+              ElementsAre("A", "ア", "別名", "カサ", "ガス", "ハトバ", "ハードル", "ワ", "ヲ会社"));
   EXPECT_EQ(entries[2].record.Value(), 2);
   EXPECT_EQ(entries[8].reading, "ｦ会社");
 }

@@ -1,11 +1,10 @@
 #include "store/stock_store.h"
 
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
 #include <algorithm>
 #include <filesystem>
 #include <fstream>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
 
 #include "store/companion_formats.h"
 #include "store/file_names.h"
@@ -109,11 +108,11 @@ TEST(StockStore, InsertedDaysMoveTheLaterOnesWithTheirBars) {
   const auto days = Weekdays("2020/01/06", 230);
   builder.Days(days).Stock("A", Rising(230)).Stock("B");
   StockStore store = builder.Open(Access::kWrite);
-  std::vector<base::Date> added = Weekdays("2019/11/01", 30);       // in front
-  for (const size_t week : {0U, 7U, 19U, 20U, 35U}) {               // Saturdays in between
+  std::vector<base::Date> added = Weekdays("2019/11/01", 30);  // in front
+  for (const size_t week : {0U, 7U, 19U, 20U, 35U}) {          // Saturdays in between
     added.push_back(base::Date::FromSerial(days[week * 5].Serial() + 5));
   }
-  added.push_back(days[3]);                                         // there already
+  added.push_back(days[3]);  // there already
   std::ranges::sort(added);
   added.push_back(base::Date::FromSerial(days.back().Serial() + 1));  // newer
   ASSERT_TRUE(store.AddDays(added));
@@ -135,15 +134,16 @@ TEST(StockStore, AddedStockHasTheNextSlotAndNoDataInAllFiles) {
   StoreBuilder builder("addition");
   builder.Days(Weekdays("2020/01/06", 101)).Stock("A", Rising(101));
   StockStore store = builder.Open(Access::kWrite);
-  ASSERT_TRUE(store.AddStocks(std::vector{Stock("B", "びっくりＢ社の長すぎる名前"), Stock("C", "")}));
+  ASSERT_TRUE(
+      store.AddStocks(std::vector{Stock("B", "びっくりＢ社の長すぎる名前"), Stock("C", "")}));
   ASSERT_EQ(store.Master().Stocks().size(), 3U);
   EXPECT_EQ(SlotOf(store, "B").Value(), 3);
   EXPECT_EQ(SlotOf(store, "C").Value(), 4);
   EXPECT_EQ(store.Master().Stocks()[1].name, "びっくりＢ社の長");
   EXPECT_EQ(Closes(store, "B"), std::vector<double>(101, -1));
   EXPECT_EQ(Closes(store, "A").back(), 101);
-  const auto index = DecodeNameIndex(
-      base::ReadFile(PathOf(store.Location(), {FileKind::kNameIndex, 0})).value());
+  const auto index =
+      DecodeNameIndex(base::ReadFile(PathOf(store.Location(), {FileKind::kNameIndex, 0})).value());
   ASSERT_EQ(index.size(), 3U);
   EXPECT_EQ(index[2].company, "びっくりＢ社の長すぎる名前");
   const StockList added =
@@ -180,14 +180,17 @@ TEST(StockStore, ChangedBarsAreOfAnyOrderAndTheLastOneOfADayCounts) {
   builder.Days(Weekdays("2020/01/06", 102)).Stock("A", Rising(102)).Stock("B", Rising(102));
   StockStore store = builder.Open(Access::kWrite);
   const base::SlotRecord a = SlotOf(store, "A");
-  const std::vector<BarChange> changes = {
-      {SlotOf(store, "B"), base::DayIndex(101), FlatBar(500)},
-      {a, base::DayIndex(100), FlatBar(600)}, {a, base::DayIndex(101), FlatBar(601)},
-      {a, base::DayIndex(1), FlatBar(1)},     {a, base::DayIndex(2), FlatBar(700)},
-      {a, base::DayIndex(2), FlatBar(701)},   {a, base::DayIndex(3), NoBar()}};
+  const std::vector<BarChange> changes = {{SlotOf(store, "B"), base::DayIndex(101), FlatBar(500)},
+                                          {a, base::DayIndex(100), FlatBar(600)},
+                                          {a, base::DayIndex(101), FlatBar(601)},
+                                          {a, base::DayIndex(1), FlatBar(1)},
+                                          {a, base::DayIndex(2), FlatBar(700)},
+                                          {a, base::DayIndex(2), FlatBar(701)},
+                                          {a, base::DayIndex(3), NoBar()}};
   ASSERT_TRUE(store.ChangeBars(changes));
   const std::vector<double> closes = Closes(store, "A");
-  EXPECT_THAT(std::vector(closes.begin(), closes.begin() + 4), ::testing::ElementsAre(1, 701, -1, 4));
+  EXPECT_THAT(std::vector(closes.begin(), closes.begin() + 4),
+              ::testing::ElementsAre(1, 701, -1, 4));
   EXPECT_EQ(closes[99], 600);
   EXPECT_EQ(closes[100], 601);
   EXPECT_EQ(Closes(store, "B")[100], 500);
@@ -229,8 +232,8 @@ TEST(StockStore, CalendarBeginsAtTheFirstFileChosen) {
   ASSERT_EQ(store.Days().Count(), 150);
   EXPECT_EQ(store.Days().DateOf(base::DayIndex(1)), days[100]);
   EXPECT_EQ(Closes(store, "A").front(), 101);
-  ASSERT_TRUE(store.ChangeBars(std::vector<BarChange>{
-      {SlotOf(store, "A"), base::DayIndex(1), FlatBar(7)}}));
+  ASSERT_TRUE(store.ChangeBars(
+      std::vector<BarChange>{{SlotOf(store, "A"), base::DayIndex(1), FlatBar(7)}}));
   EXPECT_EQ(Closes(store, "A").front(), 7);
   EXPECT_EQ(store.DaysOfFile(1).value(), std::pair(days[0], days[99]));
   EXPECT_EQ(store.DaysOfFile(3).value(), std::pair(days[200], days[249]));

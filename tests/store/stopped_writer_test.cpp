@@ -1,11 +1,10 @@
 // Every change of the store is stopped at every single operation on the disk, in every way a disk
 // may lose what was not flushed, and at every size of a full disk.
 
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
 #include <filesystem>
 #include <functional>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
 #include <ostream>
 #include <string>
 
@@ -95,8 +94,7 @@ std::vector<Job> Jobs() {
       {"StocksOfAnEmptyStore", 0, AddTwoStocks},
       {"Bars", 102, ChangeSomeBars},
       {"SplitList", 3, [](StockStore& store) { return store.SaveSplits(SplitList({TheSplit()})); }},
-      {"SplitCorrection", 102,
-       [](StockStore& store) { return store.CorrectForSplit(TheSplit()); }},
+      {"SplitCorrection", 102, [](StockStore& store) { return store.CorrectForSplit(TheSplit()); }},
   };
 }
 
@@ -106,7 +104,8 @@ std::string ContentOf(const StockStore& store) {
                      std::to_string(store.Master().Header().current_file) + " " +
                      std::to_string(store.Master().Header().current_record) + "\n";
   for (const StockRecord& stock : store.Master().Stocks()) {
-    text += std::string(stock.code.Padded()) + std::to_string(stock.slot.Value()) + stock.name + ":";
+    text +=
+        std::string(stock.code.Padded()) + std::to_string(stock.slot.Value()) + stock.name + ":";
     for (const base::Bar& bar : AllBars(store, stock.code.Text())) {
       text += bar.date.ToCompact() + " " + bar.open.ToText() + " " + bar.volume.ToText() + ",";
     }
@@ -130,7 +129,7 @@ std::string ContentWithCompanions(const StockStore& store) {
 class StoppedWriter : public ::testing::TestWithParam<Job> {
  protected:
   void SetUp() override {
-    StoreBuilder builder("stopped_" + GetParam().name);
+    StoreBuilder builder("stopped");
     builder.Days(Weekdays(kFirstDay, GetParam().days)).Split("BBB", 3, "2020/01/10");
     builder.Split("AAA", 2, "2020/05/29");
     for (const std::string_view code : {"AAA", "BBB", "CCC"}) {
@@ -178,7 +177,8 @@ class StoppedWriter : public ::testing::TestWithParam<Job> {
       content = ContentWithCompanions(*store);
     }
     ASSERT_TRUE(content == after_ || (content == before_ && !must_be_after))
-        << content << "\nbefore\n" << before_;
+        << content << "\nbefore\n"
+        << before_;
     base::SilentProgress progress;
     ASSERT_THAT(CheckStore(location_, progress).value(), ::testing::IsEmpty());
     if (content == before_) {

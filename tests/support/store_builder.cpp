@@ -1,8 +1,8 @@
 #include "support/store_builder.h"
 
-#include <gtest/gtest.h>
-
+#include <algorithm>
 #include <filesystem>
+#include <gtest/gtest.h>
 #include <stdexcept>
 #include <string>
 
@@ -12,6 +12,15 @@ namespace {
 
 void Require(const base::Status& status) {
   if (!status) throw std::runtime_error(status.error().message);
+}
+
+/// Tests run side by side, so that each needs a directory of its own.
+std::string TestName() {
+  const auto* test = ::testing::UnitTest::GetInstance()->current_test_info();
+  if (test == nullptr) return "";
+  std::string name = std::string(test->test_suite_name()) + "_" + test->name() + "_";
+  std::ranges::replace(name, '/', '_');
+  return name;
 }
 
 }  // namespace
@@ -52,7 +61,8 @@ base::Bar FlatBar(double price, double volume) { return BarOf(price, price, pric
 base::Bar NoBar() { return {}; }
 
 StoreBuilder::StoreBuilder(std::string_view directory_name) {
-  const auto root = std::filesystem::path(::testing::TempDir()) / directory_name;
+  const auto root =
+      std::filesystem::path(::testing::TempDir()) / (TestName() + std::string(directory_name));
   std::filesystem::remove_all(root);
   location_ = {root / "system", root / "data"};
 }

@@ -25,7 +25,8 @@ base::Bar FlatBar(double price, double volume = 100);
 base::Bar NoBar();
 
 /// Makes a store on the real disk through the public interface of the store: `system` and `data`
-/// in a directory of its own under testing::TempDir(), which it empties first. A failure throws.
+/// in a directory under testing::TempDir() that is the running test's own and emptied first. A
+/// failure throws.
 ///   StoreBuilder builder("range");
 ///   builder.Days(Weekdays("2020/01/06", 120)).Stock("AAPL", {FlatBar(10), NoBar(), FlatBar(11)});
 ///   store::StockStore store = builder.Open();

@@ -65,6 +65,8 @@ void EvaluatePeriods(const BoundItem& item, const StockContext& context, DayInde
 
 void EvaluateSeries(const BoundItem& item, StockContext& context, DayIndex first, DayIndex last,
                     base::ValueColumn& out) {
+  // Nothing is loaded for parameters that never give a value.
+  if (!item.indicator->Accepts(item.arguments)) return;
   switch (item.form) {
     case SeriesForm::kDaily:
       return EvaluateDays(item, context.Daily(), first, last, out);

@@ -55,7 +55,7 @@ int RunBars(const Session& session, const BarsOptions& options) {
 void AddBarsCommand(CLI::App& app, Session& session) {
   const auto options = std::make_shared<BarsOptions>();
   CLI::App* command = app.add_subcommand("bars", "銘柄の株価を表示する");
-  command->add_option("CODE", options->code, "銘柄コード")->required();
+  command->add_option("CODE", options->code, "銘柄コード（必須）")->required()->type_name("");
   command->add_option("--period", options->period, "day（日足）、week（週足）、month（月足）")
       ->check(CLI::IsMember({"day", "week", "month"}))
       ->type_name("day|week|month");

@@ -84,11 +84,12 @@ int RunEval(const Session& session, const EvalOptions& options) {
 void AddEvalCommand(CLI::App& app, Session& session) {
   const auto options = std::make_shared<EvalOptions>();
   CLI::App* command = app.add_subcommand("eval", "分析項目の式を計算する");
-  command->add_option("--code", options->code, "銘柄コード")->required()->type_name("CODE");
+  command->add_option("--code", options->code, "銘柄コード（必須）")->required()->type_name("CODE");
   command->add_option("--date", options->date, "分析日付 yyyy/mm/dd（省略時は最新の日）")
       ->type_name("D");
   command->add_option("--second", options->second, "第二銘柄の銘柄コード")->type_name("CODE");
-  command->add_option("EXPR", options->expressions, "式（省略時は標準入力の１行ごと）");
+  command->add_option("EXPR", options->expressions, "式（省略時は標準入力の１行ごと）")
+      ->type_name("");
   command->footer(
       "条件式には true か false を、値の式には小数４桁の数を、計算できないときは fail を、\n"
       "書き方が違うときは error: と理由を、式ごとに１行で表示します。");

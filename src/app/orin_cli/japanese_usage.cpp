@@ -25,8 +25,14 @@ class JapaneseFormatter final : public CLI::Formatter {
     label("SUBCOMMAND", "コマンド");
     label("SUBCOMMANDS", "コマンド");
     label("Subcommands", "コマンド");
-    label("REQUIRED", "（必須）");
-    label("TEXT", "文字");
+  }
+
+  // What else the library would tell of an option stands in its description.
+  std::string make_option_opts(const CLI::Option* option) const override {
+    std::string text;
+    if (!option->get_type_name().empty()) text += " " + option->get_type_name();
+    if (option->get_expected_max() > 1) text += " ...";
+    return text;
   }
 
   std::string make_group(std::string group, bool is_positional,
@@ -49,15 +55,31 @@ struct Explanation {
 };
 
 constexpr std::array<Explanation, 7> kExplanations = {{
-    {static_cast<int>(CLI::ExitCodes::RequiredError), "必要なコマンドまたは引数がありません。"},
-    {static_cast<int>(CLI::ExitCodes::ExtrasError),
-     "余分な引数または知らないオプションがあります。"},
-    {static_cast<int>(CLI::ExitCodes::ArgumentMismatch), "オプションの値がないか、多すぎます。"},
-    {static_cast<int>(CLI::ExitCodes::ConversionError), "オプションの値が数値ではありません。"},
-    {static_cast<int>(CLI::ExitCodes::ValidationError), "オプションの値が選べる値ではありません。"},
-    {static_cast<int>(CLI::ExitCodes::ExcludesError), "同時に使えないオプションがあります。"},
-    {static_cast<int>(CLI::ExitCodes::RequiresError), "オプションに必要な他の引数がありません。"},
+    {static_cast<int>(CLI::ExitCodes::RequiredError), "必要なのに指定されていません。"},
+    {static_cast<int>(CLI::ExitCodes::ExtrasError), "余分な引数か、知らないオプションです。"},
+    {static_cast<int>(CLI::ExitCodes::ArgumentMismatch), "値がないか、多すぎます。"},
+    {static_cast<int>(CLI::ExitCodes::ConversionError), "値が数値ではありません。"},
+    {static_cast<int>(CLI::ExitCodes::ValidationError), "値が選べる値ではありません。"},
+    {static_cast<int>(CLI::ExitCodes::ExcludesError), "同時に使えない引数があります。"},
+    {static_cast<int>(CLI::ExitCodes::RequiresError), "一緒に必要な引数がありません。"},
 }};
+
+/// What of the command line the error is about: the parser's own sentence ends in it or begins
+/// with it.
+std::string Culprit(const std::string& what) {
+  constexpr std::string_view kRequired = " is required";
+  constexpr std::string_view kConversion = "Could not convert: ";
+  if (what.starts_with("A subcommand")) return "コマンド";
+  if (what.starts_with(kConversion)) return what.substr(kConversion.size());
+  if (what.ends_with(kRequired)) return what.substr(0, what.size() - kRequired.size());
+  const size_t colon = what.find(": ");
+  return what.substr(0, colon == std::string::npos ? what.find(' ') : colon);
+}
+
+std::string UnexpectedArguments(const std::string& what) {
+  const size_t colon = what.rfind(": ");
+  return colon == std::string::npos ? "" : what.substr(colon + 2);
+}
 
 }  // namespace
 
@@ -74,7 +96,9 @@ void SpeakJapanese(CLI::App& app) {
 int ExplainUsage(const CLI::App& app, const CLI::ParseError& error) {
   if (error.get_exit_code() == static_cast<int>(CLI::ExitCodes::Success)) {
     const auto chosen = app.get_subcommands();
-    std::cout << (chosen.empty() ? app.help() : chosen.front()->help());
+    std::string help = chosen.empty() ? app.help() : chosen.front()->help();
+    if (!help.ends_with('\n')) help += '\n';
+    std::cout << help;
     return kDone;
   }
   const auto explanation =
@@ -83,7 +107,10 @@ int ExplainUsage(const CLI::App& app, const CLI::ParseError& error) {
   const std::string_view sentence = explanation == kExplanations.end()
                                         ? std::string_view("コマンドの書き方が違います。")
                                         : explanation->sentence;
-  Tell(std::string(sentence) + "使い方は orin-cli --help で分かります（" + error.what() + "）。");
+  const bool unexpected = error.get_exit_code() == static_cast<int>(CLI::ExitCodes::ExtrasError);
+  const std::string culprit =
+      unexpected ? UnexpectedArguments(error.what()) : Culprit(error.what());
+  Tell("「" + culprit + "」：" + std::string(sentence) + "使い方は orin-cli --help で分かります。");
   return kWrongUsage;
 }
 

@@ -56,7 +56,7 @@ int RunMaster(const Session& session, const std::vector<std::string>& codes) {
 void AddMasterCommand(CLI::App& app, Session& session) {
   const auto codes = std::make_shared<std::vector<std::string>>();
   CLI::App* command = app.add_subcommand("master", "銘柄の一覧を表示する");
-  command->add_option("CODE", *codes, "銘柄コード（省略時は全銘柄）");
+  command->add_option("CODE", *codes, "銘柄コード（省略時は全銘柄）")->type_name("");
   command->callback([&session, codes] {
     session.run = [&session, codes] { return RunMaster(session, *codes); };
   });

@@ -109,7 +109,7 @@ int RunScreen(const Session& session, const ScreenOptions& options) {
 void AddScreenCommand(CLI::App& app, Session& session) {
   const auto options = std::make_shared<ScreenOptions>();
   CLI::App* command = app.add_subcommand("screen", "分析ファイルで銘柄を選び出す");
-  CLI::Option* files = command->add_option("FILE", options->files, "分析ファイル");
+  CLI::Option* files = command->add_option("FILE", options->files, "分析ファイル")->type_name("");
   CLI::Option* group =
       command->add_option("--group", options->group, "株価分析グループファイル（orin.chk）")
           ->type_name("FILE.chk");
