@@ -76,7 +76,7 @@ base::Status StockStore::ChangeBars(std::span<const BarChange> changes) {
     const int32_t day = change.day.Value() - 1 + state_->skipped_days;
     std::array<char, kBarLength> entry{};
     EncodeBar(change.bar, entry.data());
-    // Importing a history again changes few bars, and the journal holds each of them twice.
+    // Importing a history again changes few bars; the others need not go through the journal.
     if (std::memcmp(prices.Entry(change.slot, day), entry.data(), entry.size()) == 0) continue;
     writer.Add(change.slot, day, entry.data());
   }

@@ -71,7 +71,7 @@ base::BarsView PeriodBars::AsOf(base::DayIndex day) {
     PutPeriod(running_period_, LastDay(running_period_));
     running_period_ = 0;
   }
-  // A scan goes day by day, so that most calls find the period before complete.
+  // The last day of a period needs the whole bar, which is there unless it was cut before.
   const bool is_cut = day.Value() != LastDay(period);
   if (is_cut || running_period_ == period) PutPeriod(period, day.Value());
   running_period_ = is_cut ? period : 0;

@@ -41,7 +41,7 @@ base::Result<std::vector<base::SlotRecord>> FreeSlots(const StockMaster& master,
   std::unordered_set<int32_t> used = {master.Header().date_record};
   for (const StockRecord& stock : master.Stocks()) used.insert(stock.slot.Value());
   std::vector<base::SlotRecord> slots;
-  // Not the first gap: the slot of a purged stock may still be known to old lists.
+  // Behind all stocks rather than in a gap, so that new slots lie together in the files.
   int32_t next = std::max(HighestSlot(master, records), 1) + 1;
   for (; slots.size() < count && next <= kLastSlot; ++next) {
     if (!used.contains(next)) slots.emplace_back(next);
