@@ -29,7 +29,7 @@ echo "■ 株価データの検査"
 
 echo
 echo "■ 株価分析（分析結果のファイル、選ばれた銘柄の数）"
-results=$("${cli[@]}" screen --group "$home/orin.chk")
+results=$("${cli[@]}" screen --group "$home/orin.chk" | sed "s|^$PWD/||")
 echo "$results"
 
 while IFS=$'\t' read -r list count; do

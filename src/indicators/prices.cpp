@@ -2,7 +2,6 @@
 
 namespace orin::indicators {
 
-using base::BarsView;
 using base::Currency;
 
 namespace {

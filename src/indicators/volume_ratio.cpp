@@ -4,7 +4,6 @@
 namespace orin::indicators {
 
 using base::BarsView;
-using base::Currency;
 using base::Int128;
 
 namespace {
