@@ -67,7 +67,7 @@ base::Status StockStore::AddDays(std::span<const base::Date> dates) {
   const std::span<const base::Date> stored = state_->prices.Days();
   std::vector<base::Date> days;
   std::ranges::set_union(stored, dates, std::back_inserter(days));
-  days.erase(std::ranges::unique(days).begin(), days.end());
+  days.erase(std::unique(days.begin(), days.end()), days.end());
   if (days.size() == stored.size()) return {};
   // The usual case, a year of newer days, needs no rewriting.
   if (std::ranges::equal(stored, std::span(days).first(stored.size()))) {

@@ -16,6 +16,10 @@ expect_text "master" "5,AAPL" "$(cli master AAPL | sed -n 2p | cut -d, -f1,2)"
 expect_text "stored bars are the file's" \
   "$(tail -1 "$home/brand/AAPL.csv" | tr -d '\r' | cut -d, -f1-5)" \
   "$(cli bars AAPL --raw | tail -1 | cut -d, -f1-5)"
+expect_text "name index in syllabary order" "44 ABBVIE" \
+  "$(cli system-file orin.ind | wc -l) $(cli system-file orin.ind | sed -n 2p | cut -d, -f1)"
+expect_text "header" "20200110,1,1,11,13,0,0" "$(cli system-file orin.sys | sed -n 2p)"
+expect_text "added stocks" "^DJI,NYダウ工業株30種,2,0" "$(cli system-file orin.add | sed -n 2p)"
 expect_text "days" "1014" "$(cli bars ^DJI | wc -l)"
 
 expect_text "values and conditions" "310.3300

@@ -19,6 +19,7 @@ expect "code that leaves the directory" 1 "..\\X" cli bars '..\X'
 expect "wrong date" 1 "2020/02/30" cli eval --code AAPL --date 2020/02/30 1
 expect "holiday" 1 "2020/01/11" cli eval --code AAPL --date 2020/01/11 1
 expect "before the first day" 1 "1999/01/04" cli eval --code AAPL --date 1999/01/04 1
+expect "not a system file" 1 "orin.xyzはシステムファイルではありません。" cli system-file orin.xyz
 expect "wrong period" 2 "使い方" cli bars AAPL --period year
 expect "offset before the first day" 0 "fail" cli eval --code AAPL '終値(-5000)'
 expect "future" 0 "fail" cli eval --code AAPL '終値(1)'

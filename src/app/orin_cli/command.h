@@ -30,6 +30,7 @@ void AddEvalCommand(CLI::App& app, Session& session);
 void AddScreenCommand(CLI::App& app, Session& session);
 void AddCheckCommand(CLI::App& app, Session& session);
 void AddSplitsCommand(CLI::App& app, Session& session);
+void AddSystemFileCommand(CLI::App& app, Session& session);
 
 /// Writes the sentence to standard error and gives the exit status of a failed job.
 int Report(const base::Error& error);

@@ -50,6 +50,7 @@ int Run(std::vector<std::string> arguments) {
   AddScreenCommand(app, session);
   AddCheckCommand(app, session);
   AddSplitsCommand(app, session);
+  AddSystemFileCommand(app, session);
   SpeakJapanese(app);
 
   ProtectExpressions(arguments);

@@ -1,0 +1,45 @@
+#include <filesystem>
+#include <iostream>
+#include <memory>
+
+#include "app/orin_cli/command.h"
+#include "shell/store_places.h"
+#include "store/system_file_listing.h"
+
+namespace orin::app {
+
+namespace {
+
+/// A bare name is a file of the system directory, anything else a path.
+base::Result<std::filesystem::path> Locate(const Session& session, const std::string& file) {
+  const std::filesystem::path path(file);
+  if (path.has_parent_path()) return path;
+  const auto settings = shell::LoadSettings(session.places);
+  if (!settings) return base::Forward(settings);
+  return shell::LocateStore(settings->bus, session.places).system_directory / path;
+}
+
+int RunSystemFile(const Session& session, const std::string& file) {
+  const auto path = Locate(session, file);
+  if (!path) return Report(path.error());
+  const auto listing = store::ListSystemFile(*path);
+  if (!listing) return Report(listing.error());
+  std::cout << *listing;
+  return kDone;
+}
+
+}  // namespace
+
+void AddSystemFileCommand(CLI::App& app, Session& session) {
+  const auto file = std::make_shared<std::string>();
+  CLI::App* command = app.add_subcommand("system-file", "システムファイルの中身を表示する");
+  command->add_option("FILE", *file, "orin.sys、orin.ind、orin.add、orin.del のどれか（必須）")
+      ->required()
+      ->type_name("");
+  command->footer("ファイルにある通りに、見出しのある ＣＳＶ で表示します。");
+  command->callback([&session, file] {
+    session.run = [&session, file] { return RunSystemFile(session, *file); };
+  });
+}
+
+}  // namespace orin::app
