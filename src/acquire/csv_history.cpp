@@ -7,6 +7,7 @@
 #include <optional>
 #include <tl/expected.hpp>
 
+#include "acquire/csv_fields.h"
 #include "base/text.h"
 
 namespace orin::acquire {
@@ -22,28 +23,6 @@ constexpr std::array<std::string_view, kFieldCount> kFieldNames = {"年月日", 
                                                                    "安値",   "終値", "出来高"};
 
 using Fields = std::array<std::string_view, kFieldCount>;
-
-std::string_view Unquoted(std::string_view field) {
-  field = base::TrimBlanks(field);
-  if (field.size() >= 2 && field.front() == '"' && field.back() == '"') {
-    field = field.substr(1, field.size() - 2);
-  }
-  return field;
-}
-
-/// How many fields the line has; the first six of them into `fields`. Empty ones at the end
-/// beyond the sixth do not count.
-size_t SplitFields(std::string_view line, Fields& fields) {
-  while (line.ends_with(',')) line.remove_suffix(1);
-  size_t count = 0;
-  for (;;) {
-    const size_t comma = line.find(',');
-    if (count < kFieldCount) fields[count] = Unquoted(line.substr(0, comma));
-    ++count;
-    if (comma == std::string_view::npos) return count;
-    line.remove_prefix(comma + 1);
-  }
-}
 
 bool CarriesNoTrade(std::string_view price) {
   if (price == "-") return true;
@@ -74,20 +53,10 @@ std::optional<std::string> Contradiction(const Bar& bar, const Fields& fields) {
   return std::nullopt;
 }
 
-/// The bar of a line; nullopt for a day without trade; the message for a wrong line.
-tl::expected<std::optional<Bar>, std::string> ReadLine(std::string_view line) {
-  Fields fields;
-  const size_t count = SplitFields(line, fields);
-  if (count != kFieldCount) {
-    return tl::unexpected("項目の数が" + std::to_string(count) + "です（6必要です）" +
-                          Quoted(line));
-  }
-  const auto date = base::Date::Parse(fields[0]);
-  if (!date) return tl::unexpected("年月日" + Quoted(fields[0]) + "が日付ではありません");
-  if (std::any_of(fields.begin() + 1, fields.begin() + 5, CarriesNoTrade)) return std::nullopt;
-
+/// The bar of a day with trade, or the message.
+tl::expected<Bar, std::string> ReadBar(base::Date date, Fields fields) {
   Bar bar;
-  bar.date = *date;
+  bar.date = date;
   if (fields[5] == "-") fields[5] = "0";
   const std::array<Currency*, 5> targets = {&bar.open, &bar.high, &bar.low, &bar.close,
                                             &bar.volume};
@@ -100,6 +69,31 @@ tl::expected<std::optional<Bar>, std::string> ReadLine(std::string_view line) {
   return bar;
 }
 
+/// Takes a line into the history, as a bar, in silence or as a problem.
+void ReadLine(std::string_view line, int32_t number, CsvHistory& history) {
+  Fields fields;
+  const size_t count = SplitFields(line, fields);
+  if (count != kFieldCount) {
+    history.problems.Add(number,
+                         "項目の数が" + std::to_string(count) + "です（6必要です）" + Quoted(line));
+    return;
+  }
+  const auto date = base::Date::Parse(fields[0]);
+  if (!date || date->IsNone()) {
+    history.problems.Add(number, "年月日" + Quoted(fields[0]) + "が日付ではありません");
+    return;
+  }
+  if (std::any_of(fields.begin() + 1, fields.begin() + 5, CarriesNoTrade)) return;
+  history.trading_days.push_back(*date);
+  auto bar = ReadBar(*date, fields);
+  if (!bar) {
+    history.problems.Add(number, std::move(bar.error()));
+    return;
+  }
+  history.bars.push_back(*bar);
+  history.lines.push_back(number);
+}
+
 /// Ascending dates, the last line of each.
 void SortAndMerge(CsvHistory& history) {
   std::vector<size_t> order(history.bars.size());
@@ -108,13 +102,15 @@ void SortAndMerge(CsvHistory& history) {
     return history.bars[a].date < history.bars[b].date;
   });
   CsvHistory sorted;
+  sorted.trading_days = std::move(history.trading_days);
+  sorted.has_heading = history.has_heading;
   sorted.problems = std::move(history.problems);
   for (const size_t i : order) {
     const Bar& bar = history.bars[i];
     if (!sorted.bars.empty() && sorted.bars.back().date == bar.date) {
-      sorted.problems.push_back(
-          {sorted.lines.back(), "年月日" + Quoted(bar.date.ToText()) + "の行が" +
-                                    std::to_string(history.lines[i]) + "行目にもあります"});
+      sorted.problems.Add(sorted.lines.back(), "年月日" + Quoted(bar.date.ToText()) + "の行が" +
+                                                   std::to_string(history.lines[i]) +
+                                                   "行目にもあります");
       sorted.bars.back() = bar;
       sorted.lines.back() = history.lines[i];
       continue;
@@ -133,41 +129,24 @@ bool IsStrictlyAscending(const std::vector<Bar>& bars) {
 
 }  // namespace
 
-std::string Quoted(std::string_view value) {
-  constexpr size_t kLongest = 60;
-  std::string text = "「";
-  size_t length = std::min(value.size(), kLongest);
-  // Not inside a character of several bytes.
-  while (length < value.size() && length > 0 && (value[length] & 0xc0) == 0x80) --length;
-  for (const char c : value.substr(0, length)) {
-    const bool control = static_cast<unsigned char>(c) < 0x20 || c == 0x7f;
-    text += control ? '?' : c;
-  }
-  if (length < value.size()) text += "…";
-  return text + "」";
-}
-
 CsvHistory ParseCsvHistory(std::string_view utf8) {
   CsvHistory history;
   const std::vector<std::string_view> lines = base::SplitLines(utf8);
-  if (lines.empty() || base::TrimBlanks(lines.front()) != kHeader) {
+  history.has_heading = !lines.empty() && IsHeading(lines.front(), kFieldNames);
+  if (!history.has_heading) {
     const std::string_view found = lines.empty() ? std::string_view() : lines.front();
-    history.problems.push_back(
-        {1, "見出しが「" + std::string(kHeader) + "」ではありません" + Quoted(found)});
+    history.problems.Add(1,
+                         "見出しが「" + std::string(kHeader) + "」ではありません" + Quoted(found));
     return history;
   }
   for (size_t i = 1; i < lines.size(); ++i) {
     if (base::TrimBlanks(lines[i]).empty()) continue;
-    const auto number = static_cast<int32_t>(i + 1);
-    auto bar = ReadLine(lines[i]);
-    if (!bar) {
-      history.problems.push_back({number, std::move(bar.error())});
-    } else if (*bar) {
-      history.bars.push_back(**bar);
-      history.lines.push_back(number);
-    }
+    ReadLine(lines[i], static_cast<int32_t>(i + 1), history);
   }
   if (!IsStrictlyAscending(history.bars)) SortAndMerge(history);
+  std::ranges::sort(history.trading_days);
+  const auto repeated = std::unique(history.trading_days.begin(), history.trading_days.end());
+  history.trading_days.erase(repeated, history.trading_days.end());
   return history;
 }
 

@@ -5,21 +5,19 @@
 #include <string_view>
 #include <vector>
 
+#include "acquire/line_problems.h"
 #include "base/bars.h"
 
 namespace orin::acquire {
-
-/// Something wrong with a line of a file handed in.
-struct LineProblem {
-  int32_t line = 0;     // from 1; 0: the file as a whole
-  std::string message;  // what is wrong, with the value; no file name, no full stop
-};
 
 /// One stock's price history as read from a CSV file.
 struct CsvHistory {
   std::vector<base::Bar> bars;  // ascending, one a date
   std::vector<int32_t> lines;   // the line each bar stands in
-  std::vector<LineProblem> problems;
+  /// The days of trade: those of the bars and of lines whose prices are wrong; ascending.
+  std::vector<base::Date> trading_days;
+  bool has_heading = false;
+  LineProblems problems;
 };
 
 /// Reads the text of a CSV history: the header "年月日,始値,高値,安値,終値,出来高", then one day
@@ -29,8 +27,5 @@ struct CsvHistory {
 /// open or close outside them, a negative number) is left out with a problem. Of several lines of
 /// one date the last one counts. A wrong header is a problem of line 1 and nothing is read.
 CsvHistory ParseCsvHistory(std::string_view utf8);
-
-/// A value for a message: control characters replaced, cut to a readable length.
-std::string Quoted(std::string_view value);
 
 }  // namespace orin::acquire

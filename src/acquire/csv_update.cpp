@@ -7,10 +7,9 @@
 #include <unordered_set>
 #include <utility>
 
-#include "acquire/csv_history.h"
+#include "acquire/csv_files.h"
 #include "acquire/stock_list.h"
 #include "base/cp932.h"
-#include "base/text.h"
 
 namespace orin::acquire {
 
@@ -18,64 +17,32 @@ namespace {
 
 namespace fs = std::filesystem;
 using base::Bar;
-using base::BarColumns;
 using base::DayIndex;
 using base::Status;
 using store::BarChange;
 using store::StockCode;
 
-constexpr std::string_view kCalendarCode = "^DJI";
 constexpr std::string_view kDailyStage = "ミルテ（ＣＳＶ株価更新：日足）";
 constexpr std::string_view kWeeklyStage = "ミルテ（ＣＳＶ株価更新：週足）";
 constexpr size_t kChangesPerCommit = 250'000;
-constexpr size_t kProblemsTold = 100;  // of one file
 
-struct CsvFile {
-  StockCode code;
-  fs::path path;
+using Codes = std::unordered_set<StockCode, store::StockCodeHash>;
+
+/// Days of the calendar as positions first..end of it; empty where both are equal.
+struct DaySpan {
+  size_t first;
+  size_t end;
 };
 
-class CsvUpdate {
- public:
-  CsvUpdate(store::StockStore& store, base::FileSystem& files, base::Progress& progress)
-      : store_(store), files_(files), progress_(progress) {}
-
-  base::Result<CsvUpdateSummary> Run(const CsvUpdateSource& source);
-
- private:
-  Status Import(const CsvUpdateSource& source);
-  base::Result<std::vector<CsvFile>> ListFiles(const fs::path& directory);
-  Status AddStocks(const std::optional<fs::path>& list, std::span<const CsvFile> csv_files);
-  Status AddCalendarDays(std::span<const CsvFile> csv_files);
-  using Pass = void (CsvUpdate::*)(const store::StockRecord&, const CsvFile&, const CsvHistory&);
-  Status ImportFiles(std::span<const CsvFile> csv_files, std::string_view stage, Pass pass);
-  void TakeDaily(const store::StockRecord& stock, const CsvFile& file, const CsvHistory& history);
-  void TakeWeekly(const store::StockRecord& stock, const CsvFile& file, const CsvHistory& history);
-  Status CommitChanges();
-  std::optional<CsvHistory> ReadHistory(const CsvFile& file);
-  void Tell(const fs::path& file, std::span<const LineProblem> problems);
-  Status WriteLog();
-
-  store::StockStore& store_;
-  base::FileSystem& files_;
-  base::Progress& progress_;
-  CsvUpdateSummary summary_;
-  std::vector<BarChange> changes_;
-  BarColumns stored_;
-  std::unordered_set<StockCode, store::StockCodeHash> seen_;
-};
-
-bool IsCsvName(const fs::path& path) {
-  return base::EqualsIgnoreCase(base::PathText(path.extension()), ".csv");
+/// The trading days of the calendar week (Sunday to Saturday) that holds `date`.
+DaySpan WeekOf(std::span<const base::Date> days, base::Date date) {
+  const int32_t sunday = date.Serial() - (date.Weekday() - 1);
+  const auto from = std::lower_bound(days.begin(), days.end(), base::Date::FromSerial(sunday));
+  const auto to = std::lower_bound(from, days.end(), base::Date::FromSerial(sunday + 7));
+  return {static_cast<size_t>(from - days.begin()), static_cast<size_t>(to - days.begin())};
 }
 
-/// The calendar's file first, then by code.
-bool ComesBefore(const CsvFile& a, const CsvFile& b) {
-  const bool a_first = a.code.Text() == kCalendarCode;
-  const bool b_first = b.code.Text() == kCalendarCode;
-  if (a_first != b_first) return a_first;
-  return std::pair(a.code, a.path) < std::pair(b.code, b.path);
-}
+DayIndex DayAt(size_t position) { return DayIndex(static_cast<int32_t>(position + 1)); }
 
 store::NewStock StockOfFileAlone(const StockCode& code) {
   store::NewStock stock;
@@ -88,141 +55,156 @@ store::NewStock StockOfFileAlone(const StockCode& code) {
   return stock;
 }
 
-base::Result<std::vector<CsvFile>> CsvUpdate::ListFiles(const fs::path& directory) {
-  std::vector<CsvFile> found;
-  std::error_code failure;
-  for (fs::directory_iterator at(directory, failure), end; !failure && at != end;
-       at.increment(failure)) {
-    const fs::path& path = at->path();
-    if (!IsCsvName(path)) continue;
-    const auto code = StockCode::Parse(base::PathText(path.stem()));
-    if (!code) {
-      Tell(path, std::vector<LineProblem>{{0, "ファイル名が銘柄コードではありません"}});
-      continue;
-    }
-    found.push_back({*code, path});
+class CsvUpdate {
+ public:
+  CsvUpdate(store::StockStore& store, base::FileSystem& files, base::Progress& progress)
+      : store_(store), files_(files), progress_(progress) {}
+
+  base::Result<CsvUpdateSummary> Run(const CsvUpdateSource& source);
+
+ private:
+  Status Import(const CsvUpdateSource& source);
+  base::Result<StockList> ReadStockList(const std::optional<fs::path>& path);
+  /// The days the calendar is to have; none where there is no file to take them from.
+  base::Result<std::vector<base::Date>> ReadCalendarDays();
+  [[nodiscard]] std::vector<store::NewStock> StocksToAdd(StockList list);
+  using Pass = void (CsvUpdate::*)(const store::StockRecord&, const CsvFile&, const CsvHistory&);
+  Status ImportFiles(std::span<const CsvFile> csv_files, std::string_view stage, Pass pass);
+  Status ImportFile(const CsvFile& file, Pass pass);
+  void TakeDaily(const store::StockRecord& stock, const CsvFile& file, const CsvHistory& history);
+  void TakeWeekly(const store::StockRecord& stock, const CsvFile& file, const CsvHistory& history);
+  void TakeWeek(const store::StockRecord& stock, DaySpan week, const Bar& bar);
+  [[nodiscard]] bool HasDailyLine(const StockCode& code, DaySpan week);
+  Status CommitChanges();
+  void WriteLog();
+
+  store::StockStore& store_;
+  base::FileSystem& files_;
+  base::Progress& progress_;
+  CsvUpdateSummary summary_;
+  FileProblems problems_;
+  std::vector<CsvFile> daily_;
+  std::vector<CsvFile> weekly_;
+  std::vector<BarChange> changes_;
+  base::BarColumns stored_;  // of the stock in hand
+  Codes seen_;
+  std::optional<std::pair<StockCode, std::vector<base::Date>>> daily_lines_;  // of one stock
+};
+
+base::Result<StockList> CsvUpdate::ReadStockList(const std::optional<fs::path>& path) {
+  if (!path) return StockList();
+  const auto bytes = base::ReadFile(*path);
+  if (!bytes) return base::Forward(bytes);
+  StockList list = ParseStockList(base::DecodeText(*bytes).text);
+  if (!list.has_heading) {
+    return base::Fail("銘柄の一覧 " + base::PathText(*path) + " の" +
+                      list.problems.Kept().front().message + "。");
   }
-  if (failure) {
-    return base::Fail("ＣＳＶファイルのディレクトリ " + base::PathText(directory) +
-                      " を読み込めません。");
-  }
-  std::sort(found.begin(), found.end(), ComesBefore);
-  return found;
+  problems_.Add(*path, list.problems);
+  return list;
 }
 
-void CsvUpdate::Tell(const fs::path& file, std::span<const LineProblem> problems) {
-  const std::string name = base::PathText(file.filename());
-  size_t told = 0;
-  for (const LineProblem& problem : problems) {
-    if (told == kProblemsTold) {
-      summary_.problems.push_back(name + " ほか" + std::to_string(problems.size() - told) +
-                                  "行に問題があります。");
-      return;
-    }
-    const std::string place =
-        problem.line == 0 ? std::string(" ") : " " + std::to_string(problem.line) + "行目：";
-    summary_.problems.push_back(name + place + problem.message + "。");
-    ++told;
-  }
-}
-
-std::optional<CsvHistory> CsvUpdate::ReadHistory(const CsvFile& file) {
-  const auto bytes = base::ReadFile(file.path);
-  if (!bytes) {
-    summary_.problems.push_back(bytes.error().message);
-    return std::nullopt;
-  }
-  CsvHistory history = ParseCsvHistory(base::DecodeText(*bytes).text);
-  Tell(file.path, history.problems);
-  return history;
-}
-
-Status CsvUpdate::AddStocks(const std::optional<fs::path>& list,
-                            std::span<const CsvFile> csv_files) {
-  std::vector<store::NewStock> wanted;
-  if (list) {
-    const auto bytes = base::ReadFile(*list);
-    if (!bytes) return base::Forward(bytes);
-    StockList stocks = ParseStockList(base::DecodeText(*bytes).text);
-    Tell(*list, stocks.problems);
-    wanted = std::move(stocks.stocks);
-  }
-  for (const CsvFile& file : csv_files) wanted.push_back(StockOfFileAlone(file.code));
-
-  std::unordered_set<StockCode, store::StockCodeHash> taken;
-  std::vector<store::NewStock> added;
-  for (store::NewStock& stock : wanted) {
-    if (!store_.Master().Find(stock.code).IsNone() || !taken.insert(stock.code).second) continue;
-    added.push_back(std::move(stock));
-  }
-  summary_.added_stocks = static_cast<int32_t>(added.size());
-  return added.empty() ? Status() : store_.AddStocks(added);
-}
-
-Status CsvUpdate::AddCalendarDays(std::span<const CsvFile> csv_files) {
-  const bool has_file = !csv_files.empty() && csv_files.front().code.Text() == kCalendarCode;
+base::Result<std::vector<base::Date>> CsvUpdate::ReadCalendarDays() {
+  const bool has_calendar = store_.Days().Count() > 0;
+  const bool has_file = !daily_.empty() && daily_.front().code.Text() == kCalendarCode;
   if (!has_file) {
-    if (store_.Days().Count() > 0) return {};
+    if (has_calendar) return std::vector<base::Date>();
     return base::Fail("取引日の暦となる ^DJI.csv がＣＳＶファイルのディレクトリにありません。");
   }
-  const auto bytes = base::ReadFile(csv_files.front().path);
-  if (!bytes) return base::Forward(bytes);
-  // What is wrong with the file is told when its prices are imported.
-  const CsvHistory history = ParseCsvHistory(base::DecodeText(*bytes).text);
-  std::vector<base::Date> days;
-  for (const Bar& bar : history.bars) {
-    if (store_.Days().Find(bar.date).IsNone()) days.push_back(bar.date);
+  const CsvFile& file = daily_.front();
+  FileProblems problems;  // told when its prices are imported, or below
+  auto history = ReadCsvHistory(file, problems);
+  if (history) problems.Add(file.path, history->problems);
+  if (!has_calendar && (!history || history->trading_days.empty())) {
+    return base::Fail("取引日の暦となる " + base::PathText(file.path) + " に取引日がありません。" +
+                      (problems.Sentences().empty() ? "" : problems.Sentences().front()));
   }
-  if (days.empty() && store_.Days().Count() == 0) {
-    return base::Fail("取引日の暦となる " + base::PathText(csv_files.front().path) +
-                      " に株価がありません。");
+  if (!history) return std::vector<base::Date>();
+  // A day that is still to come is a slip of the pen, and would be the newest for ever.
+  std::erase_if(history->trading_days, [](base::Date day) { return day > base::Date::Today(); });
+  return std::move(history->trading_days);
+}
+
+/// The stocks of the list, then those that only have a file that can be read.
+std::vector<store::NewStock> CsvUpdate::StocksToAdd(StockList list) {
+  std::vector<store::NewStock> added;
+  Codes taken(list.wrong_lines.begin(), list.wrong_lines.end());
+  const auto take = [&](store::NewStock stock) {
+    taken.insert(stock.code);
+    if (store_.Master().Find(stock.code).IsNone()) added.push_back(std::move(stock));
+  };
+  for (store::NewStock& stock : list.stocks) take(std::move(stock));
+  for (const CsvFile& file : daily_) {
+    if (taken.contains(file.code) || !store_.Master().Find(file.code).IsNone()) continue;
+    FileProblems ignored;  // told when the file's prices are imported
+    const auto history = ReadCsvHistory(file, ignored);
+    if (history && history->has_heading) take(StockOfFileAlone(file.code));
   }
-  return days.empty() ? Status() : store_.AddDays(days);
+  return added;
 }
 
 void CsvUpdate::TakeDaily(const store::StockRecord& stock, const CsvFile& file,
                           const CsvHistory& history) {
-  std::vector<LineProblem> problems;
+  LineProblems problems;
   for (size_t i = 0; i < history.bars.size(); ++i) {
     const Bar& bar = history.bars[i];
     const DayIndex day = store_.Days().Find(bar.date);
     if (day.IsNone()) {
-      problems.push_back(
-          {history.lines[i], "年月日" + Quoted(bar.date.ToText()) + "は取引日ではありません"});
+      problems.Add(history.lines[i],
+                   "年月日" + Quoted(bar.date.ToText()) + "は取引日ではありません");
     } else if (stored_.At(static_cast<size_t>(day.Value() - 1)) != bar) {
       changes_.push_back({stock.slot, day, bar});
     }
   }
-  Tell(file.path, problems);
-}
-
-/// The trading days of the calendar week (Sunday to Saturday) that holds `date`, as positions
-/// first..last of the calendar; empty where first > last.
-std::pair<size_t, size_t> WeekOf(std::span<const base::Date> days, base::Date date) {
-  const int32_t sunday = date.Serial() - (date.Weekday() - 1);
-  const auto from = std::lower_bound(days.begin(), days.end(), base::Date::FromSerial(sunday));
-  const auto to = std::lower_bound(from, days.end(), base::Date::FromSerial(sunday + 7));
-  return {static_cast<size_t>(from - days.begin()), static_cast<size_t>(to - days.begin())};
+  problems_.Add(file.path, problems);
 }
 
 void CsvUpdate::TakeWeekly(const store::StockRecord& stock, const CsvFile& file,
                            const CsvHistory& history) {
-  std::vector<LineProblem> problems;
+  LineProblems problems;
   for (size_t i = 0; i < history.bars.size(); ++i) {
     const Bar& bar = history.bars[i];
-    const auto [first, end] = WeekOf(store_.Days().Days(), bar.date);
-    if (first == end) {
-      problems.push_back(
-          {history.lines[i], "年月日" + Quoted(bar.date.ToText()) + "の週に取引日がありません"});
-      continue;
+    const DaySpan week = WeekOf(store_.Days().Days(), bar.date);
+    if (week.first < week.end) {
+      TakeWeek(stock, week, bar);
+    } else {
+      problems.Add(history.lines[i],
+                   "年月日" + Quoted(bar.date.ToText()) + "の週に取引日がありません");
     }
-    const bool empty_week =
-        std::all_of(stored_.volume.begin() + static_cast<std::ptrdiff_t>(first),
-                    stored_.volume.begin() + static_cast<std::ptrdiff_t>(end),
-                    [](base::Currency volume) { return volume == base::kNoDataVolume; });
-    if (empty_week) changes_.push_back({stock.slot, DayIndex(static_cast<int32_t>(end)), bar});
   }
-  Tell(file.path, problems);
+  problems_.Add(file.path, problems);
+}
+
+/// Puts the weekly bar on the last day of a week that has no daily ones. A single bar that no
+/// line of the daily file explains is the same week's bar of an earlier run.
+void CsvUpdate::TakeWeek(const store::StockRecord& stock, DaySpan week, const Bar& bar) {
+  std::vector<size_t> with_data;
+  for (size_t day = week.first; day < week.end; ++day) {
+    if (stored_.volume[day] != base::kNoDataVolume) with_data.push_back(day);
+  }
+  if (with_data.size() > 1) return;
+  const size_t last = week.end - 1;
+  Bar wanted = bar;
+  wanted.date = store_.Days().DateOf(DayAt(last));
+  if (with_data.size() == 1) {
+    if (stored_.At(with_data[0]) == wanted || HasDailyLine(stock.code, week)) return;
+    if (with_data[0] != last) changes_.push_back({stock.slot, DayAt(with_data[0]), Bar()});
+  }
+  changes_.push_back({stock.slot, DayAt(last), wanted});
+}
+
+bool CsvUpdate::HasDailyLine(const StockCode& code, DaySpan week) {
+  if (!daily_lines_ || daily_lines_->first != code) {
+    daily_lines_.emplace(code, std::vector<base::Date>());
+    const auto file = std::ranges::find(daily_, code, &CsvFile::code);
+    FileProblems ignored;  // told in the daily pass
+    auto history = file == daily_.end() ? std::nullopt : ReadCsvHistory(*file, ignored);
+    if (history) daily_lines_->second = std::move(history->trading_days);
+  }
+  const auto days = store_.Days().Days().subspan(week.first, week.end - week.first);
+  return std::ranges::any_of(daily_lines_->second, [days](base::Date day) {
+    return std::ranges::binary_search(days, day);
+  });
 }
 
 Status CsvUpdate::CommitChanges() {
@@ -233,6 +215,24 @@ Status CsvUpdate::CommitChanges() {
   return {};
 }
 
+Status CsvUpdate::ImportFile(const CsvFile& file, Pass pass) {
+  const auto history = ReadCsvHistory(file, problems_);
+  if (!history) return {};
+  problems_.Add(file.path, history->problems);
+  const base::MasterRecord record = store_.Master().Find(file.code);
+  if (record.IsNone()) {
+    if (!history->has_heading) return {};
+    problems_.Add(base::PathText(file.path.filename()) + " 銘柄コードが見つかりません。");
+    return {};
+  }
+  ++summary_.files;
+  seen_.insert(file.code);
+  const store::StockRecord& stock = store_.Master().Stock(record);
+  store_.LoadBars(stock.slot, DayIndex(1), store_.Days().Last(), stored_);
+  (this->*pass)(stock, file, *history);
+  return changes_.size() < kChangesPerCommit ? Status() : CommitChanges();
+}
+
 Status CsvUpdate::ImportFiles(std::span<const CsvFile> csv_files, std::string_view stage,
                               Pass pass) {
   const auto total = static_cast<int64_t>(csv_files.size());
@@ -241,62 +241,64 @@ Status CsvUpdate::ImportFiles(std::span<const CsvFile> csv_files, std::string_vi
       summary_.stopped = true;
       break;
     }
-    const CsvFile& file = csv_files[static_cast<size_t>(done)];
-    const base::MasterRecord record = store_.Master().Find(file.code);
-    if (record.IsNone()) {
-      Tell(file.path, std::vector<LineProblem>{{0, "銘柄コードが見つかりません"}});
-      continue;
-    }
-    const auto history = ReadHistory(file);
-    if (!history) continue;
-    ++summary_.files;
-    seen_.insert(file.code);
-    const store::StockRecord& stock = store_.Master().Stock(record);
-    store_.LoadBars(stock.slot, DayIndex(1), store_.Days().Last(), stored_);
-    (this->*pass)(stock, file, *history);
-    if (changes_.size() >= kChangesPerCommit) {
-      if (const Status committed = CommitChanges(); !committed) return committed;
-    }
+    const Status imported = ImportFile(csv_files[static_cast<size_t>(done)], pass);
+    if (!imported) return imported;
   }
   if (!summary_.stopped) static_cast<void>(progress_.Report(stage, total, total));
   return CommitChanges();
 }
 
-Status CsvUpdate::WriteLog() {
+Status CsvUpdate::Import(const CsvUpdateSource& source) {
+  auto daily = ListCsvFiles(source.daily_directory, problems_);
+  if (!daily) return base::Forward(daily);
+  daily_ = std::move(*daily);
+  if (std::error_code ignored; fs::is_directory(source.weekly_directory, ignored)) {
+    auto weekly = ListCsvFiles(source.weekly_directory, problems_);
+    if (!weekly) return base::Forward(weekly);
+    weekly_ = std::move(*weekly);
+  }
+  auto list = ReadStockList(source.stock_list);
+  if (!list) return base::Forward(list);
+  // Nothing is changed before it is known that there is a calendar.
+  const auto days = ReadCalendarDays();
+  if (!days) return base::Forward(days);
+  const std::vector<store::NewStock> added = StocksToAdd(std::move(*list));
+  if (!added.empty()) {
+    if (const Status done = store_.AddStocks(added); !done) return done;
+    summary_.added_stocks = static_cast<int32_t>(added.size());
+  }
+  if (const Status done = days->empty() ? Status() : store_.AddDays(*days); !done) return done;
+  const Status done = ImportFiles(daily_, kDailyStage, &CsvUpdate::TakeDaily);
+  return done ? ImportFiles(weekly_, kWeeklyStage, &CsvUpdate::TakeWeekly) : done;
+}
+
+/// A log that cannot be written is one more problem, and no reason to call the import failed.
+void CsvUpdate::WriteLog() {
+  if (store_.Master().Header().date.IsNone()) return;
   std::string text;
-  for (const std::string& problem : summary_.problems) text += problem + "\r\n";
+  for (const std::string& problem : problems_.Sentences()) text += problem + "\r\n";
   text += "読み込んだファイル：" + std::to_string(summary_.files) + "、追加した銘柄：" +
           std::to_string(summary_.added_stocks) + "、更新した株価：" +
           std::to_string(summary_.changed_bars) + "\r\n";
   if (summary_.stopped) text += "途中で中止しました。\r\n";
-  summary_.log_file =
+  const fs::path log =
       store_.Location().data_directory / ("K" + store_.Master().Header().date.ToCompact() + ".LOG");
-  return base::ReplaceFile(files_, summary_.log_file, base::EncodeCp932Lossy(text));
-}
-
-Status CsvUpdate::Import(const CsvUpdateSource& source) {
-  const auto daily = ListFiles(source.daily_directory);
-  if (!daily) return base::Forward(daily);
-  std::vector<CsvFile> weekly;
-  if (std::error_code ignored; fs::is_directory(source.weekly_directory, ignored)) {
-    auto found = ListFiles(source.weekly_directory);
-    if (!found) return base::Forward(found);
-    weekly = std::move(*found);
+  const Status written = base::ReplaceFile(files_, log, base::EncodeCp932Lossy(text));
+  if (written) {
+    summary_.log_file = log;
+  } else {
+    problems_.Add(written.error().message);
   }
-  if (const Status added = AddStocks(source.stock_list, *daily); !added) return added;
-  if (const Status added = AddCalendarDays(*daily); !added) return added;
-  if (const Status done = ImportFiles(*daily, kDailyStage, &CsvUpdate::TakeDaily); !done) {
-    return done;
-  }
-  return ImportFiles(weekly, kWeeklyStage, &CsvUpdate::TakeWeekly);
 }
 
 base::Result<CsvUpdateSummary> CsvUpdate::Run(const CsvUpdateSource& source) {
   const Status imported = Import(source);
+  if (!imported) problems_.Add(imported.error().message);
+  WriteLog();
+  if (!imported) return base::Forward(imported);
   summary_.stocks = static_cast<int32_t>(seen_.size());
   summary_.days = store_.Days().Count();
-  if (!imported) return base::Forward(imported);
-  if (const Status logged = WriteLog(); !logged) return base::Forward(logged);
+  summary_.problems = problems_.Sentences();
   return std::move(summary_);
 }
 

@@ -7,14 +7,19 @@
 #include <tl/expected.hpp>
 #include <unordered_set>
 
+#include "acquire/csv_fields.h"
+#include "base/cp932.h"
 #include "base/text.h"
 
 namespace orin::acquire {
 
 namespace {
 
-constexpr std::string_view kHeader = "銘柄コード,銘柄名,上場コード,種別コード,業種コード";
 constexpr size_t kFieldCount = 5;
+constexpr std::array<std::string_view, kFieldCount> kFieldNames = {
+    "銘柄コード", "銘柄名", "上場コード", "種別コード", "業種コード"};
+
+using Fields = std::array<std::string_view, kFieldCount>;
 
 tl::expected<int16_t, std::string> ReadCode(std::string_view name, std::string_view text) {
   int16_t value = 0;
@@ -26,32 +31,48 @@ tl::expected<int16_t, std::string> ReadCode(std::string_view name, std::string_v
   return value;
 }
 
-tl::expected<store::NewStock, std::string> ReadLine(std::string_view line) {
-  const auto fields = base::SplitByDelimiter(line, ",");
-  if (!fields || fields->size() != kFieldCount) {
-    return tl::unexpected("項目の数が5ではありません" + Quoted(line));
-  }
-  const auto code = store::StockCode::Parse(base::TrimBlanks((*fields)[0]));
-  if (!code) return tl::unexpected("銘柄コード" + Quoted((*fields)[0]) + "は使えません");
-
+tl::expected<store::NewStock, std::string> ReadStock(const store::StockCode& code,
+                                                     const Fields& fields) {
   store::NewStock stock;
-  stock.code = *code;
-  stock.name = std::string(base::TrimBlanks((*fields)[1]));
-  struct Target {
-    std::string_view name;
-    int16_t* value;
-  };
-  const std::array<Target, 3> targets = {
-      {{"上場コード", &stock.listing}, {"種別コード", &stock.kind}, {"業種コード", &stock.sector}}};
+  stock.code = code;
+  stock.name = std::string(fields[1]);
+  const auto encodable = base::EncodeCp932(stock.name);
+  if (!encodable) return tl::unexpected("銘柄名" + Quoted(stock.name) + "に使えない文字があります");
+  const std::array<int16_t*, 3> targets = {&stock.listing, &stock.kind, &stock.sector};
   for (size_t i = 0; i < targets.size(); ++i) {
-    const auto value = ReadCode(targets[i].name, base::TrimBlanks((*fields)[i + 2]));
+    const auto value = ReadCode(kFieldNames[i + 2], fields[i + 2]);
     if (!value) return tl::unexpected(value.error());
-    *targets[i].value = *value;
+    *targets[i] = *value;
   }
   if (stock.listing < 1 || stock.listing > 3) {
-    return tl::unexpected("上場コード" + Quoted((*fields)[2]) + "は1、2、3のどれでもありません");
+    return tl::unexpected("上場コード" + Quoted(fields[2]) + "は1、2、3のどれでもありません");
   }
   return stock;
+}
+
+using Codes = std::unordered_set<store::StockCode, store::StockCodeHash>;
+
+void ReadLine(std::string_view line, int32_t number, Codes& seen, StockList& list) {
+  Fields fields;
+  const size_t count = SplitFields(line, fields);
+  const auto code = store::StockCode::Parse(fields[0]);
+  if (!code) {
+    list.problems.Add(number, "銘柄コード" + Quoted(fields[0]) + "は使えません");
+    return;
+  }
+  auto stock = count == kFieldCount
+                   ? ReadStock(*code, fields)
+                   : tl::unexpected("項目の数が" + std::to_string(count) + "です（5必要です）");
+  if (!stock) {
+    list.problems.Add(number, std::move(stock.error()));
+    list.wrong_lines.push_back(*code);
+    return;
+  }
+  if (!seen.insert(*code).second) {
+    list.problems.Add(number, "銘柄コード" + Quoted(code->Text()) + "の行が前にもあります");
+    return;
+  }
+  list.stocks.push_back(std::move(*stock));
 }
 
 }  // namespace
@@ -59,23 +80,16 @@ tl::expected<store::NewStock, std::string> ReadLine(std::string_view line) {
 StockList ParseStockList(std::string_view utf8) {
   StockList list;
   const auto lines = base::SplitLines(utf8);
-  if (lines.empty() || base::TrimBlanks(lines.front()) != kHeader) {
-    list.problems.push_back({1, "見出しが「" + std::string(kHeader) + "」ではありません"});
+  list.has_heading = !lines.empty() && IsHeading(lines.front(), kFieldNames);
+  if (!list.has_heading) {
+    list.problems.Add(
+        1, "見出しが「銘柄コード,銘柄名,上場コード,種別コード,業種コード」ではありません");
     return list;
   }
-  std::unordered_set<store::StockCode, store::StockCodeHash> seen;
+  Codes seen;
   for (size_t i = 1; i < lines.size(); ++i) {
-    if (base::TrimBlanks(lines[i]).empty()) continue;
-    const auto number = static_cast<int32_t>(i + 1);
-    auto stock = ReadLine(lines[i]);
-    if (!stock) {
-      list.problems.push_back({number, std::move(stock.error())});
-    } else if (!seen.insert(stock->code).second) {
-      list.problems.push_back(
-          {number, "銘柄コード" + Quoted(stock->code.Text()) + "の行が前にもあります"});
-    } else {
-      list.stocks.push_back(std::move(*stock));
-    }
+    if (!base::TrimBlanks(lines[i]).empty())
+      ReadLine(lines[i], static_cast<int32_t>(i + 1), seen, list);
   }
   return list;
 }

@@ -117,14 +117,20 @@ size_t CharacterLength(std::string_view bytes) {
   return Cp932().character_of[PairCode(lead, static_cast<unsigned char>(bytes[1]))] != 0 ? 2 : 1;
 }
 
-std::string CannotEncode(std::string_view character, const CodePoint& point) {
+/// "U+1F600", or the byte as "0x8F" where it is no character.
+std::string NumberOf(std::string_view character, const CodePoint& point) {
   std::array<char, 16> number{};
   std::snprintf(number.data(), number.size(), point.valid ? "U+%04X" : "0x%02X",
                 point.valid ? static_cast<unsigned>(point.value)
                             : static_cast<unsigned>(static_cast<unsigned char>(character[0])));
+  return number.data();
+}
+
+std::string CannotEncode(std::string_view character, const CodePoint& point) {
   const std::string subject =
       point.valid ? "文字「" + std::string(character) + "」" : "読めないバイト";
-  return subject + "（" + number.data() + "）はシフトJISにないため、ファイルに書けません。";
+  return subject + "（" + NumberOf(character, point) +
+         "）はシフトJISにないため、ファイルに書けません。";
 }
 
 }  // namespace
@@ -179,10 +185,11 @@ std::string EncodeCp932Lossy(std::string_view utf8) {
   if (whole) return std::move(*whole);
   std::string bytes;
   while (!utf8.empty()) {
-    const size_t length = FirstCodePoint(utf8).length;
-    const auto encoded = EncodeCp932(utf8.substr(0, length));
-    bytes += encoded ? *encoded : "?";
-    utf8.remove_prefix(length);
+    const CodePoint point = FirstCodePoint(utf8);
+    const std::string_view character = utf8.substr(0, point.length);
+    const auto encoded = EncodeCp932(character);
+    bytes += encoded ? *encoded : NumberOf(character, point);
+    utf8.remove_prefix(point.length);
   }
   return bytes;
 }

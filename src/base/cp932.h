@@ -17,7 +17,8 @@ std::string DecodeCp932(std::string_view bytes);
 /// the wave dash, the minus sign and the double vertical line are taken as one.
 Result<std::string> EncodeCp932(std::string_view utf8);
 
-/// For texts that must be written whatever they hold: "?" for each character that cannot be.
+/// For texts that must be written whatever they hold: a character that cannot be becomes its
+/// number, as "U+1F600".
 std::string EncodeCp932Lossy(std::string_view utf8);
 
 /// The field of `width` bytes, padded on the right with blanks, without its padding.

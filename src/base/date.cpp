@@ -4,6 +4,7 @@
 #include <charconv>
 #include <chrono>
 #include <cstdio>
+#include <ctime>
 
 namespace orin::base {
 
@@ -76,6 +77,13 @@ std::optional<Date> Date::FromFile(double stored) {
   const auto serial = static_cast<int32_t>(stored);
   if (static_cast<double>(serial) != stored) return std::nullopt;
   return Date(serial);
+}
+
+Date Date::Today() {
+  const std::time_t now = std::time(nullptr);
+  std::tm local{};
+  localtime_r(&now, &local);
+  return FromYmd(local.tm_year + 1900, local.tm_mon + 1, local.tm_mday).value_or(Date());
 }
 
 int Date::Year() const { return static_cast<int>(Split(serial_).year()); }

@@ -22,6 +22,8 @@ class Date {
   static std::optional<Date> ParseCompact(std::string_view text);
   /// The 8-byte date of the files; nullopt for fractions, NaN and days out of range.
   static std::optional<Date> FromFile(double stored);
+  /// The day it is here by the system's clock.
+  static Date Today();
 
   [[nodiscard]] constexpr int32_t Serial() const { return serial_; }
   [[nodiscard]] constexpr bool IsNone() const { return serial_ == 0; }

@@ -30,7 +30,7 @@ std::string FormatResultList(const std::string& title, base::Date date,
                              const std::vector<SelectedStock>& selected);
 
 /// Writes the list in code page 932 with CRLF, whole or not at all. A character that code page
-/// 932 lacks becomes "?", so that a name never stops a run.
+/// 932 lacks becomes its number, so that a title never stops a run.
 base::Status WriteResultList(base::FileSystem& files, const std::filesystem::path& path,
                              const std::string& text);
 

@@ -163,6 +163,63 @@ TEST_F(CsvUpdateTest, WeeklyBarsFillOnlyWeeksWithoutDailyOnes) {
   EXPECT_THAT(summary.problems[0], HasSubstr("AA.csv 5行目"));
 }
 
+TEST_F(CsvUpdateTest, WeeklyBarOfTheRunningWeekIsReplacedByALaterOne) {
+  WriteDaily("^DJI", {1, 2, 3});
+  Write("list.csv", "銘柄コード,銘柄名,上場コード,種別コード,業種コード\nAA,a,1,1,800\n");
+  Write("week/AA.csv", std::string(kHeader) + "2020/01/10,5,5,5,5,300\n");
+  Update();
+  EXPECT_THAT(Closes("AA"), ElementsAre(-1, -1, 5));
+  WriteDaily("^DJI", {1, 2, 3, 4});
+  Write("week/AA.csv", std::string(kHeader) + "2020/01/10,5,9,3,8,500\n");
+  Update();
+  EXPECT_THAT(Closes("AA"), ElementsAre(-1, -1, -1, 8));
+  WriteDaily("AA", {0, 0, 0, 7});
+  Update();
+  EXPECT_THAT(Closes("AA"), ElementsAre(-1, -1, -1, 7)) << "the daily file's own bar stays";
+}
+
+TEST_F(CsvUpdateTest, OneDoubtfulLineOfTheIndexCostsNoTradingDay) {
+  Write("day/^DJI.csv",
+        std::string(kHeader) +
+            "2020/01/06,1,1,1,1,1\n2020/01/07,1,2,1,2.01,1\n9920/08/01,1,1,1,1,1\n");
+  WriteDaily("AA", {5, 6});
+  const CsvUpdateSummary summary = Update();
+  EXPECT_THAT(Closes("AA"), ElementsAre(5, 6));
+  EXPECT_THAT(Closes("^DJI"), ElementsAre(1, -1));
+  EXPECT_THAT(summary.problems,
+              ElementsAre(HasSubstr("終値「2.01」"), HasSubstr("「9920/08/01」")));
+}
+
+TEST_F(CsvUpdateTest, OnlyStocksOfSoundListsAndFilesAreAdded) {
+  WriteDaily("^DJI", {1});
+  WriteDaily("BBB", {5});
+  Write("day/NOISE.csv", "\x01\x02\x03");
+  Write("day/EMPTY.csv", "");
+  Write("list.csv",
+        "銘柄コード,銘柄名,上場コード,種別コード,業種コード\nBBB,ビー,5,1,100\n"
+        "CCC,\xF0\x9F\x98\x80,1,1,100\n\"DDD\",\"ディー\",1,1,100,\n");
+  const CsvUpdateSummary summary = Update();
+  const auto store = builder_.Open();
+  std::string codes;
+  for (const auto& stock : store.Master().Stocks()) codes += stock.name + " ";
+  EXPECT_EQ(codes, "ディー ^DJI ");
+  EXPECT_EQ(summary.problems.size(), 5u);
+}
+
+TEST_F(CsvUpdateTest, ListWithAWrongHeadingChangesNothing) {
+  WriteDaily("^DJI", {1});
+  Write("list.csv", "銘柄コード,銘柄名,上場コード,種別コード\nAA,a,1,1\n");
+  {
+    auto store = builder_.Open(store::Access::kWrite);
+    base::SilentProgress progress;
+    const auto summary = UpdateFromCsv(store, {root_ / "day", root_ / "week", root_ / "list.csv"},
+                                       base::NativeFileSystem(), progress);
+    ASSERT_FALSE(summary.has_value());
+    EXPECT_THAT(summary.error().message, HasSubstr("list.csv"));
+  }
+  EXPECT_TRUE(builder_.Open().Master().Stocks().empty());
+}
+
 TEST_F(CsvUpdateTest, StoppedRunKeepsWhatItHasAndTheNextOneCompletesIt) {
   WriteDaily("^DJI", {1, 2});
   WriteDaily("AA", {5, 6});

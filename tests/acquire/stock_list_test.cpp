@@ -16,7 +16,7 @@ TEST(StockList, ReadsStocksInFileOrder) {
   EXPECT_EQ(list.stocks[1].name, "アップル");
   EXPECT_EQ(list.stocks[1].listing, 2);
   EXPECT_EQ(list.stocks[1].sector, 800);
-  EXPECT_TRUE(list.problems.empty());
+  EXPECT_TRUE(list.problems.Kept().empty());
 }
 
 TEST(StockList, WrongLineIsToldAndTheRestGoesOn) {
@@ -27,15 +27,15 @@ TEST(StockList, WrongLineIsToldAndTheRestGoesOn) {
     const StockList list =
         ParseStockList(std::string(kHeader) + "B,b,1,1,100\n" + line + "\nC,c,1,1,100\n");
     EXPECT_EQ(list.stocks.size(), 2u) << line;
-    ASSERT_EQ(list.problems.size(), 1u) << line;
-    EXPECT_EQ(list.problems[0].line, 3) << line;
+    ASSERT_EQ(list.problems.Kept().size(), 1u) << line;
+    EXPECT_EQ(list.problems.Kept()[0].line, 3) << line;
   }
 }
 
 TEST(StockList, WrongHeaderReadsNothing) {
   const StockList list = ParseStockList("AAPL,アップル,2,1,800\n");
   EXPECT_TRUE(list.stocks.empty());
-  EXPECT_EQ(list.problems.size(), 1u);
+  EXPECT_EQ(list.problems.Kept().size(), 1u);
 }
 
 }  // namespace

@@ -57,7 +57,7 @@ void AddBarsCommand(CLI::App& app, Session& session) {
   CLI::App* command = app.add_subcommand("bars", "銘柄の株価を表示する");
   command->add_option("CODE", options->code, "銘柄コード（必須）")->required()->type_name("");
   command->add_option("--period", options->period, "day（日足）、week（週足）、month（月足）")
-      ->check(CLI::IsMember({"day", "week", "month"}))
+      ->check(CLI::IsMember({"day", "week", "month"}).description(""))
       ->type_name("day|week|month");
   command->add_flag("--raw", options->raw, "株式分割を調整せず、保存されているまま表示する");
   command->callback([&session, options] {

@@ -19,7 +19,8 @@ int RunInit(const Session& session) {
 
 void AddInitCommand(CLI::App& app, Session& session) {
   CLI::App* command = app.add_subcommand("init", "空の株価データを作る");
-  command->footer("orin.sys と株価データのディレクトリを作ります。すでにあるときは何もしません。");
+  command->footer(
+      "orin.sys と株価データのディレクトリを作ります。すでにあるときは何も変えずに失敗します。");
   command->callback([&session] { session.run = [&session] { return RunInit(session); }; });
 }
 

@@ -54,15 +54,25 @@ struct Explanation {
   std::string_view sentence;
 };
 
+constexpr std::string_view kUnexpected = "余分な引数か、知らないコマンドかオプションです。";
+
 constexpr std::array<Explanation, 7> kExplanations = {{
     {static_cast<int>(CLI::ExitCodes::RequiredError), "必要なのに指定されていません。"},
-    {static_cast<int>(CLI::ExitCodes::ExtrasError), "余分な引数か、知らないオプションです。"},
+    {static_cast<int>(CLI::ExitCodes::ExtrasError), kUnexpected},
     {static_cast<int>(CLI::ExitCodes::ArgumentMismatch), "値がないか、多すぎます。"},
     {static_cast<int>(CLI::ExitCodes::ConversionError), "値が数値ではありません。"},
     {static_cast<int>(CLI::ExitCodes::ValidationError), "値が選べる値ではありません。"},
     {static_cast<int>(CLI::ExitCodes::ExcludesError), "同時に使えない引数があります。"},
     {static_cast<int>(CLI::ExitCodes::RequiresError), "一緒に必要な引数がありません。"},
 }};
+
+/// The arguments nothing took, in the order of the command line.
+std::string Leftovers(const CLI::App& app) {
+  std::vector<std::string> arguments = app.remaining(true);
+  std::string text;
+  for (const std::string& argument : arguments) text += (text.empty() ? "" : " ") + argument;
+  return text;
+}
 
 /// What of the command line the error is about: the parser's own sentence ends in it or begins
 /// with it.
@@ -74,11 +84,6 @@ std::string Culprit(const std::string& what) {
   if (what.ends_with(kRequired)) return what.substr(0, what.size() - kRequired.size());
   const size_t colon = what.find(": ");
   return what.substr(0, colon == std::string::npos ? what.find(' ') : colon);
-}
-
-std::string UnexpectedArguments(const std::string& what) {
-  const size_t colon = what.rfind(": ");
-  return colon == std::string::npos ? "" : what.substr(colon + 2);
 }
 
 }  // namespace
@@ -96,7 +101,7 @@ void SpeakJapanese(CLI::App& app) {
 int ExplainUsage(const CLI::App& app, const CLI::ParseError& error) {
   if (error.get_exit_code() == static_cast<int>(CLI::ExitCodes::Success)) {
     const auto chosen = app.get_subcommands();
-    std::string help = chosen.empty() ? app.help() : chosen.front()->help();
+    std::string help = chosen.empty() ? app.help() : chosen.front()->help(app.get_name());
     if (!help.ends_with('\n')) help += '\n';
     std::cout << help;
     return kDone;
@@ -107,10 +112,10 @@ int ExplainUsage(const CLI::App& app, const CLI::ParseError& error) {
   const std::string_view sentence = explanation == kExplanations.end()
                                         ? std::string_view("コマンドの書き方が違います。")
                                         : explanation->sentence;
-  const bool unexpected = error.get_exit_code() == static_cast<int>(CLI::ExitCodes::ExtrasError);
-  const std::string culprit =
-      unexpected ? UnexpectedArguments(error.what()) : Culprit(error.what());
-  Tell("「" + culprit + "」：" + std::string(sentence) + "使い方は orin-cli --help で分かります。");
+  const std::string leftovers = Leftovers(app);
+  const std::string culprit = leftovers.empty() ? Culprit(error.what()) : leftovers;
+  const std::string_view told = leftovers.empty() ? sentence : kUnexpected;
+  Tell("「" + culprit + "」：" + std::string(told) + "使い方は orin-cli --help で分かります。");
   return kWrongUsage;
 }
 

@@ -1,13 +1,14 @@
 #include <cstdlib>
+#include <exception>
 #include <filesystem>
 #include <iostream>
-#include <memory>
 #include <string>
-#include <string_view>
+#include <system_error>
 #include <vector>
 
 #include "app/orin_cli/command.h"
 #include "app/orin_cli/japanese_usage.h"
+#include "base/file_system.h"
 
 namespace orin::app {
 
@@ -29,6 +30,13 @@ fs::path DefaultHome() {
   }
   const char* user = std::getenv("HOME");
   return fs::path(user != nullptr ? user : ".") / ".local/share/orin";
+}
+
+/// As it is where the current directory is gone.
+fs::path Absolute(const fs::path& path) {
+  std::error_code failure;
+  const fs::path absolute = fs::absolute(path, failure);
+  return (failure ? path : absolute).lexically_normal();
 }
 
 int Run(std::vector<std::string> arguments) {
@@ -59,9 +67,15 @@ int Run(std::vector<std::string> arguments) {
   } catch (const CLI::ParseError& error) {
     return ExplainUsage(app, error);
   }
-  session.places.program_directory = fs::absolute(home).lexically_normal();
-  session.places.ini_file = ini.empty() ? session.places.program_directory / "orin.ini"
-                                        : fs::absolute(ini).lexically_normal();
+  if (home.empty()) return Report({"--home のディレクトリが空です。"});
+  session.places.program_directory = Absolute(home);
+  session.places.ini_file =
+      ini.empty() ? session.places.program_directory / "orin.ini" : Absolute(ini);
+  std::error_code ignored;
+  if (!ini.empty() && !fs::exists(session.places.ini_file, ignored)) {
+    Tell("設定ファイル " + base::PathText(session.places.ini_file) +
+         " がないので、既定値を使います。");
+  }
   return session.run();
 }
 
@@ -70,9 +84,15 @@ int Run(std::vector<std::string> arguments) {
 }  // namespace orin::app
 
 int main(int argc, char** argv) {
-  // The parser of the command line wants the arguments last first.
   std::vector<std::string> arguments(argv + 1, argv + argc);
-  const int status = orin::app::Run(std::move(arguments));
+  int status = orin::app::kFailed;
+  try {
+    status = orin::app::Run(std::move(arguments));
+  } catch (const std::exception& failure) {
+    // Nothing is known to throw; should it happen, the user still gets a sentence.
+    orin::app::Tell(std::string("予期しない問題が起きたので中止しました（") + failure.what() +
+                    "）。");
+  }
   std::cout.flush();
   if (!std::cout) {
     std::cerr << "標準出力に書き込めません。\n";

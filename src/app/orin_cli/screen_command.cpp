@@ -2,6 +2,7 @@
 #include <iostream>
 #include <memory>
 #include <optional>
+#include <system_error>
 #include <vector>
 
 #include "app/orin_cli/open_store.h"
@@ -10,6 +11,7 @@
 #include "screening/screening_run.h"
 #include "shell/settings/analysis_group.h"
 #include "shell/store_places.h"
+#include "store/file_names.h"
 
 namespace orin::app {
 
@@ -20,7 +22,7 @@ namespace fs = std::filesystem;
 struct ScreenOptions {
   std::vector<std::string> files;
   std::string group;
-  int16_t first_file = 0;
+  std::optional<int32_t> first_file;
   bool day_file = false;
 };
 
@@ -33,9 +35,10 @@ base::Result<std::vector<fs::path>> FilesOfGroup(const fs::path& group_file, con
   for (const shell::AnalysisGroupEntry& entry : group->entries) {
     if (!entry.IsTicked() || entry.file.empty()) continue;
     fs::path file = base::NativePath(entry.file, home);
-    if (!fs::exists(file)) {
-      const fs::path beside = base::NativePath(entry.file, fs::absolute(group_file).parent_path());
-      if (fs::exists(beside)) file = beside;
+    std::error_code failure;
+    if (!fs::exists(file, failure)) {
+      fs::path beside = base::NativePath(entry.file, group_file.parent_path());
+      if (fs::exists(beside, failure)) file = std::move(beside);
     }
     files.push_back(std::move(file));
   }
@@ -61,19 +64,25 @@ int RunOne(const store::StockStore& store, const fs::path& file,
   }
   std::cout << base::PathText(result->result_list) << '\t' << result->selected << '\n';
   if (!day_file) return kDone;
-  const auto written =
-      screening::WriteAnalysisDay(base::NativeFileSystem(), fs::absolute(file), result->date);
+  const auto written = screening::WriteAnalysisDay(base::NativeFileSystem(), file, result->date);
   if (!written) return Report(written.error());
   Tell("株価分析日付ファイル（analysisday.txt）を\n分析ファイルと同じディレクトリに作成しました。");
   return kDone;
 }
 
 /// The first price file of the command line, else of the settings; none for the master's own.
-base::Result<std::optional<int16_t>> ChooseFirstFile(const Session& session, int16_t option) {
-  if (option != 0) return option;
-  const auto settings = shell::LoadSettings(session.places);
-  if (!settings) return base::Forward(settings);
-  return shell::ChosenFirstFile(settings->common);
+base::Result<std::optional<int16_t>> ChooseFirstFile(const Session& session,
+                                                     std::optional<int32_t> option) {
+  if (!option) {
+    const auto settings = shell::LoadSettings(session.places);
+    if (!settings) return base::Forward(settings);
+    return shell::ChosenFirstFile(settings->common);
+  }
+  if (*option < 1 || *option > store::kLastFileNumber) {
+    return base::Fail("先頭ファイルの番号" + std::to_string(*option) + "は1から" +
+                      std::to_string(store::kLastFileNumber) + "までの番号ではありません。");
+  }
+  return static_cast<int16_t>(*option);
 }
 
 int RunScreen(const Session& session, const ScreenOptions& options) {

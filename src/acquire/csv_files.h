@@ -1,0 +1,47 @@
+#pragma once
+
+#include <filesystem>
+#include <optional>
+#include <span>
+#include <string>
+#include <vector>
+
+#include "acquire/csv_history.h"
+#include "acquire/line_problems.h"
+#include "base/result.h"
+#include "store/stock_code.h"
+
+namespace orin::acquire {
+
+/// The stock whose days are the calendar.
+inline constexpr std::string_view kCalendarCode = "^DJI";
+
+/// A CSV file named after its stock.
+struct CsvFile {
+  store::StockCode code;
+  std::filesystem::path path;
+};
+
+/// What was wrong with files, a sentence each.
+class FileProblems {
+ public:
+  void Add(std::string sentence) { sentences_.push_back(std::move(sentence)); }
+  void Add(const std::filesystem::path& file, const LineProblems& problems);
+
+  [[nodiscard]] const std::vector<std::string>& Sentences() const { return sentences_; }
+
+ private:
+  std::vector<std::string> sentences_;
+};
+
+/// The files CODE.csv of a directory (the ending's case does not count), the calendar's first,
+/// the others by code. Names that are no code and second files of a code are problems. Fails
+/// where the directory cannot be read.
+base::Result<std::vector<CsvFile>> ListCsvFiles(const std::filesystem::path& directory,
+                                                FileProblems& problems);
+
+/// nullopt, with a problem, where the file cannot be read. Problems of its lines are in the
+/// history.
+std::optional<CsvHistory> ReadCsvHistory(const CsvFile& file, FileProblems& problems);
+
+}  // namespace orin::acquire
