@@ -82,7 +82,7 @@ class Bench {
     screening::AnalysisFile analysis;
     analysis.condition = std::string(condition);
     base::SilentProgress progress;
-    std::vector<analysis::Note> notes;
+    std::vector<std::string> notes;
     return Milliseconds([&] {
       const auto selected =
           screening::Select(store_, analysis, store_.Days().Last(), true, progress, notes);

@@ -53,7 +53,7 @@ std::vector<std::string_view> SplitLines(std::string_view text) {
     const size_t end = text.find('\n');
     std::string_view line = text.substr(0, end);
     text.remove_prefix(end == std::string_view::npos ? text.size() : end + 1);
-    if (end != std::string_view::npos && line.ends_with('\r')) line.remove_suffix(1);
+    if (line.ends_with('\r')) line.remove_suffix(1);
     lines.push_back(line);
   }
   return lines;

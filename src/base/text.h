@@ -17,7 +17,8 @@ inline constexpr size_t kMaximumPieces = 1000;
 Result<std::vector<std::string_view>> SplitByDelimiter(std::string_view text,
                                                        std::string_view delimiter);
 
-/// The lines of a text file; "\n" or "\r\n" ends a line and a last line may lack its end.
+/// The lines of a text file; "\n" or "\r\n" ends a line and a last line may lack its end or half
+/// of it.
 std::vector<std::string_view> SplitLines(std::string_view text);
 
 /// Without half-width blanks and tabs at both ends.

@@ -18,6 +18,12 @@ constexpr std::string_view kConditionKey = "分析項目";
 struct Reading {
   AnalysisFile analysis;
   std::string file_name;
+  size_t line = 0;
+  bool in_condition = false;
+
+  void Note(const std::string& what) {
+    analysis.notes.push_back(std::to_string(line) + "行目：" + what);
+  }
 };
 
 Status ReadDate(Reading& to, std::string_view value) {
@@ -67,30 +73,52 @@ constexpr std::array<Key, 5> kKeys = {{
 Status ReadValue(Reading& to, std::string_view key, std::string_view value) {
   const auto found =
       std::find_if(kKeys.begin(), kKeys.end(), [key](const Key& k) { return k.name == key; });
-  if (found == kKeys.end() || value.empty()) return {};
-  return found->read(to, value);
+  if (found != kKeys.end()) return value.empty() ? Status() : found->read(to, value);
+  if (to.in_condition) {
+    to.Note("項目名「" + std::string(key) +
+            "」は知らないので読み飛ばし、分析項目はその前の行で終わります。");
+  }
+  return {};
+}
+
+/// A line that is no "key：value".
+void ReadOther(Reading& to, std::string_view line, bool has_separator) {
+  if (base::TrimBlanks(line).empty()) return;
+  if (has_separator) {
+    to.Note("「：」が二つ以上あるので読み飛ばしました。");
+  } else if (to.in_condition) {
+    to.analysis.condition += line;
+  } else {
+    to.Note("「：」がないので読み飛ばしました。");
+  }
+}
+
+Status ReadLine(Reading& to, std::string_view line) {
+  const size_t at = line.find(kSeparator);
+  const std::string_view rest =
+      at == std::string_view::npos ? "" : line.substr(at + kSeparator.size());
+  if (at == std::string_view::npos || rest.find(kSeparator) != std::string_view::npos) {
+    ReadOther(to, line, at != std::string_view::npos);
+    return {};
+  }
+  const std::string_view key = base::TrimBlanks(line.substr(0, at));
+  if (key == kConditionKey) {
+    to.in_condition = true;
+    to.analysis.condition = std::string(rest);
+    return {};
+  }
+  const Status read = ReadValue(to, key, base::TrimBlanks(rest));
+  to.in_condition = false;
+  return read;
 }
 
 }  // namespace
 
 base::Result<AnalysisFile> ParseAnalysisFile(std::string_view utf8, const std::string& file_name) {
   Reading reading{{}, file_name};
-  bool in_condition = false;
   for (const std::string_view line : base::SplitLines(utf8)) {
-    const size_t at = line.find(kSeparator);
-    if (at == std::string_view::npos) {
-      if (in_condition) reading.analysis.condition += line;
-      continue;
-    }
-    const std::string_view rest = line.substr(at + kSeparator.size());
-    if (rest.find(kSeparator) != std::string_view::npos) continue;
-    const std::string_view key = base::TrimBlanks(line.substr(0, at));
-    in_condition = key == kConditionKey;
-    if (in_condition) {
-      reading.analysis.condition = std::string(rest);
-    } else if (const Status read = ReadValue(reading, key, base::TrimBlanks(rest)); !read) {
-      return base::Forward(read);
-    }
+    ++reading.line;
+    if (const Status read = ReadLine(reading, line); !read) return base::Forward(read);
   }
   return std::move(reading.analysis);
 }

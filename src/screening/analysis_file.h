@@ -3,6 +3,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "base/date.h"
 #include "base/result.h"
@@ -19,6 +20,8 @@ struct AnalysisFile {
   MarketChoice market = MarketChoice::kAll;
   std::string condition;
   std::optional<store::StockCode> second_stock;
+  /// Lines passed over that their writer may have meant otherwise, a sentence each.
+  std::vector<std::string> notes;
 };
 
 /// Reads the text of an analysis file: lines of the form key, "：", value. Unknown keys and

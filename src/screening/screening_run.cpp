@@ -3,8 +3,10 @@
 #include <optional>
 #include <string_view>
 #include <system_error>
+#include <utility>
 
 #include "analysis/evaluator.h"
+#include "analysis/note_sentence.h"
 #include "analysis/program.h"
 #include "analysis/stock_context.h"
 #include "base/cp932.h"
@@ -20,6 +22,10 @@ using base::DayIndex;
 using base::Fail;
 using base::Forward;
 using base::Result;
+
+tl::unexpected<RunFailure> Failure(std::string message) {
+  return tl::unexpected<RunFailure>(RunFailure{std::move(message), false});
+}
 
 constexpr std::string_view kDefaultDirectoryFile = "workresultfilename.txt";
 constexpr int64_t kStocksPerReport = 64;
@@ -80,26 +86,35 @@ Result<fs::path> FindResultDirectory(const AnalysisFile& analysis, const std::st
   return path;
 }
 
+void AddNotes(const analysis::Program& program, bool has_second, std::vector<std::string>& notes) {
+  for (const analysis::Note& note : program.Notes()) {
+    notes.push_back("分析項目の" + analysis::NoteSentence(note));
+  }
+  if (program.IsValue()) {
+    notes.emplace_back("分析項目に比較演算子がないので、どの銘柄も選ばれません。");
+  }
+  if (program.Needs().second > 0 && !has_second) {
+    notes.emplace_back("第二銘柄コードがないので、第二銘柄とさやの項目は計算できません。");
+  }
+}
+
 }  // namespace
 
-Result<std::vector<SelectedStock>> Select(const store::StockStore& store,
-                                          const AnalysisFile& analysis, DayIndex day,
-                                          bool adjust_splits, base::Progress& progress,
-                                          std::vector<analysis::Note>& notes) {
+Outcome<std::vector<SelectedStock>> Select(const store::StockStore& store,
+                                           const AnalysisFile& analysis, DayIndex day,
+                                           bool adjust_splits, base::Progress& progress,
+                                           std::vector<std::string>& notes) {
   const auto second = FindSecondStock(store, analysis);
-  if (!second) return Forward(second);
+  if (!second) return Failure(second.error().message);
   const auto program = analysis::BuildProgram(analysis.condition);
   if (!program) {
-    return Fail("分析項目の" + std::to_string(program.error().position) + "文字目：" +
-                program.error().message);
+    return tl::unexpected<RunFailure>(
+        RunFailure{"分析項目の" + analysis::NoteSentence(program.error()), true});
   }
-  notes = program->Notes();
-  if (program->IsValue()) {
-    notes.push_back({0, "分析項目に比較演算子がないので、どの銘柄も選ばれません。"});
-  }
+  AddNotes(*program, *second != nullptr, notes);
 
   // The line of a selected stock shows the change, which needs the day before.
-  analysis::History needs = program->Needs().Union({.daily = 2});
+  const analysis::History needs = program->Needs().Union({.daily = 2});
   analysis::StockContext context(store, needs, day, day, *second, adjust_splits);
   analysis::Evaluator evaluator(*program);
   const std::string stage = StageCaption(analysis.title);
@@ -108,7 +123,7 @@ Result<std::vector<SelectedStock>> Select(const store::StockStore& store,
   std::vector<SelectedStock> selected;
   for (int64_t done = 0; done < total; ++done) {
     if (done % kStocksPerReport == 0 && !progress.Report(stage, done, total)) {
-      return Fail("株価分析「" + analysis.title + "」を中止しました。");
+      return Failure("株価分析「" + analysis.title + "」を中止しました。");
     }
     const store::StockRecord& stock = stocks[static_cast<size_t>(done)];
     if (!Matches(analysis.market, stock)) continue;
@@ -120,30 +135,37 @@ Result<std::vector<SelectedStock>> Select(const store::StockStore& store,
   return selected;
 }
 
-Result<RunResult> RunAnalysisFile(const store::StockStore& store, const fs::path& file,
-                                  const RunOptions& options, base::FileSystem& files,
-                                  base::Progress& progress) {
+Outcome<RunResult> RunAnalysisFile(const store::StockStore& store, const fs::path& file,
+                                   const RunOptions& options, base::FileSystem& files,
+                                   base::Progress& progress) {
   const auto bytes = base::ReadFile(file);
-  if (!bytes) return Forward(bytes);
+  if (!bytes) return Failure(bytes.error().message);
   const std::string file_name = base::PathText(file);
   const auto analysis = ParseAnalysisFile(base::DecodeText(*bytes).text, file_name);
-  if (!analysis) return Forward(analysis);
+  if (!analysis) return Failure(analysis.error().message);
   const auto day = FindDay(store, *analysis, file_name);
-  if (!day) return Forward(day);
+  if (!day) return Failure(day.error().message);
   const auto directory = FindResultDirectory(*analysis, file_name, options);
-  if (!directory) return Forward(directory);
+  if (!directory) return Failure(directory.error().message);
 
   RunResult result;
   result.title = analysis->title;
   result.date = store.Days().DateOf(*day);
   result.result_list = *directory / ResultListName(result.date);
+  result.notes = analysis->notes;
+  if (const auto title = base::EncodeCp932(result.title); !title) {
+    result.notes.push_back("タイトルの" + title.error().message);
+  }
   const auto selected =
       Select(store, *analysis, *day, options.adjust_splits, progress, result.notes);
-  if (!selected) return Fail(file_name + " の" + selected.error().message);
+  if (!selected) {
+    return tl::unexpected<RunFailure>(RunFailure{file_name + " の" + selected.error().message,
+                                                 selected.error().cannot_be_compiled});
+  }
   result.selected = static_cast<int32_t>(selected->size());
   const std::string text = FormatResultList(result.title, result.date, *selected);
   if (const auto written = WriteResultList(files, result.result_list, text); !written) {
-    return Forward(written);
+    return Failure(file_name + " の分析結果を書き込めません。" + written.error().message);
   }
   return result;
 }
@@ -156,16 +178,9 @@ base::Status WriteAnalysisDay(base::FileSystem& files, const fs::path& analysis_
 }
 
 base::Status CheckFirstFile(const store::MasterHeader& header, int16_t first_file) {
-  if (first_file < header.first_file || first_file > header.current_file) {
-    return Fail("先頭ファイルの番号" + std::to_string(first_file) + "は" +
-                std::to_string(header.first_file) + "から" + std::to_string(header.current_file) +
-                "までの番号ではありません。");
-  }
-  const bool all_files = first_file == header.first_file;
-  if (!all_files && header.current_file - first_file + 1 < kFewestPriceFiles) {
-    return Fail("データファイルは４ファイル以上必要です。");
-  }
-  return {};
+  const bool all_files = first_file <= header.first_file;
+  if (all_files || header.current_file - first_file + 1 >= kFewestPriceFiles) return {};
+  return Fail("データファイルは４ファイル以上必要です。");
 }
 
 Result<std::string> ExplainFirstFile(const store::StockStore& store) {

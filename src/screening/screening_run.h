@@ -3,9 +3,9 @@
 #include <cstdint>
 #include <filesystem>
 #include <string>
+#include <tl/expected.hpp>
 #include <vector>
 
-#include "analysis/condition.h"
 #include "base/file_system.h"
 #include "base/progress.h"
 #include "base/result.h"
@@ -27,25 +27,32 @@ struct RunResult {
   std::string title;
   base::Date date;
   int32_t selected = 0;
-  /// What the writer of the condition should know.
-  std::vector<analysis::Note> notes;
+  /// What the writer of the analysis file should know, a sentence each.
+  std::vector<std::string> notes;
 };
+
+/// Why a run gave nothing.
+struct RunFailure {
+  std::string message;              // one sentence that names file and value
+  bool cannot_be_compiled = false;  // the condition
+};
+template <typename T>
+using Outcome = tl::expected<T, RunFailure>;
 
 /// The screening itself: the stocks of the market whose condition is true on the day, in record
 /// order. Stops without a result when `progress` says so.
-base::Result<std::vector<SelectedStock>> Select(const store::StockStore& store,
-                                                const AnalysisFile& analysis, base::DayIndex day,
-                                                bool adjust_splits, base::Progress& progress,
-                                                std::vector<analysis::Note>& notes);
+Outcome<std::vector<SelectedStock>> Select(const store::StockStore& store,
+                                           const AnalysisFile& analysis, base::DayIndex day,
+                                           bool adjust_splits, base::Progress& progress,
+                                           std::vector<std::string>& notes);
 
 /// Runs one analysis file and writes its result list. Without a result directory the first line
 /// of "workresultfilename.txt" in the base directory names it. Fails, and writes nothing, where
 /// the file cannot be read or compiled, the date is no trading day, the second stock is unknown
 /// or the result directory does not exist.
-base::Result<RunResult> RunAnalysisFile(const store::StockStore& store,
-                                        const std::filesystem::path& file,
-                                        const RunOptions& options, base::FileSystem& files,
-                                        base::Progress& progress);
+Outcome<RunResult> RunAnalysisFile(const store::StockStore& store,
+                                   const std::filesystem::path& file, const RunOptions& options,
+                                   base::FileSystem& files, base::Progress& progress);
 
 /// Writes "analysisday.txt" with the date under analysis into the analysis file's directory.
 base::Status WriteAnalysisDay(base::FileSystem& files, const std::filesystem::path& analysis_file,
@@ -54,7 +61,8 @@ base::Status WriteAnalysisDay(base::FileSystem& files, const std::filesystem::pa
 /// At least this many price files must remain readable when the first one is chosen.
 inline constexpr int16_t kFewestPriceFiles = 4;
 
-/// Whether `first_file` may be the first price file to read; the sentence where not.
+/// Whether enough price files remain when the store is opened with `first_file`, one of its
+/// files; the sentence where not. All there are is enough.
 base::Status CheckFirstFile(const store::MasterHeader& header, int16_t first_file);
 /// What the choice means, in three lines; the store was opened with that first file.
 base::Result<std::string> ExplainFirstFile(const store::StockStore& store);

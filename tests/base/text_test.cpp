@@ -33,7 +33,7 @@ TEST(Text, LinesEndInEitherWay) {
   EXPECT_THAT(SplitLines(""), ElementsAre());
   EXPECT_THAT(SplitLines("a\r\nb\n\nc"), ElementsAre("a", "b", "", "c"));
   EXPECT_THAT(SplitLines("\r\n"), ElementsAre(""));
-  EXPECT_THAT(SplitLines("a\rb\r"), ElementsAre("a\rb\r"));
+  EXPECT_THAT(SplitLines("a\rb\r"), ElementsAre("a\rb"));
 }
 
 TEST(Text, TrimTakesHalfWidthBlanksAlone) {

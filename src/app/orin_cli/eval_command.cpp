@@ -3,6 +3,7 @@
 #include <vector>
 
 #include "analysis/evaluator.h"
+#include "analysis/note_sentence.h"
 #include "analysis/program.h"
 #include "app/orin_cli/open_store.h"
 
@@ -14,7 +15,7 @@ struct EvalOptions {
   std::string code;
   std::string date;
   std::string second;
-  std::vector<std::string> expressions;
+  std::vector<std::string> in_help;  // the parser never sees an expression
 };
 
 struct Subject {
@@ -24,10 +25,6 @@ struct Subject {
   base::DayIndex day;
   bool adjust_splits;
 };
-
-std::string Place(size_t position) {
-  return position == 0 ? std::string() : std::to_string(position) + "文字目：";
-}
 
 std::string Evaluate(const analysis::Program& program, const Subject& subject) {
   analysis::StockContext context(subject.store, program.Needs(), subject.day, subject.day,
@@ -45,10 +42,13 @@ std::string Evaluate(const analysis::Program& program, const Subject& subject) {
 bool PrintValue(const std::string& expression, const Subject& subject) {
   const auto program = analysis::BuildProgram(expression);
   if (!program) {
-    std::cout << "error: " << Place(program.error().position) << program.error().message << '\n';
+    std::cout << "error: " << analysis::NoteSentence(program.error()) << '\n';
     return false;
   }
-  for (const analysis::Note& note : program->Notes()) Tell(Place(note.position) + note.message);
+  for (const analysis::Note& note : program->Notes()) Tell(analysis::NoteSentence(note));
+  if (program->Needs().second > 0 && subject.second == nullptr) {
+    Tell("--second がないので、第二銘柄とさやの項目は計算できません。");
+  }
   std::cout << Evaluate(*program, subject) << '\n';
   return true;
 }
@@ -67,10 +67,10 @@ int RunEval(const Session& session, const EvalOptions& options) {
   const Subject subject{opened->store, **stock, *second, *day,
                         opened->settings.chart_action.bunkatsu_auto_check};
   bool all_compiled = true;
-  for (const std::string& expression : options.expressions) {
+  for (const std::string& expression : session.expressions) {
     all_compiled = PrintValue(expression, subject) && all_compiled;
   }
-  if (options.expressions.empty()) {
+  if (session.expressions.empty()) {
     for (std::string line; std::getline(std::cin, line);) {
       if (line.ends_with('\r')) line.pop_back();
       all_compiled = PrintValue(line, subject) && all_compiled;
@@ -88,8 +88,7 @@ void AddEvalCommand(CLI::App& app, Session& session) {
   command->add_option("--date", options->date, "分析日付 yyyy/mm/dd（省略時は最新の日）")
       ->type_name("D");
   command->add_option("--second", options->second, "第二銘柄の銘柄コード")->type_name("CODE");
-  command->add_option("EXPR", options->expressions, "式（省略時は標準入力の１行ごと）")
-      ->type_name("");
+  command->add_option("EXPR", options->in_help, "式（省略時は標準入力の１行ごと）")->type_name("");
   command->footer(
       "条件式には true か false を、値の式には小数４桁の数を、計算できないときは fail を、\n"
       "書き方が違うときは error: と理由を、式ごとに１行で表示します。");

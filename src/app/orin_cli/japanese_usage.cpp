@@ -86,6 +86,17 @@ std::string Culprit(const std::string& what) {
   return what.substr(0, colon == std::string::npos ? what.find(' ') : colon);
 }
 
+/// "--code", "--code=AAPL" and "-h", but not "--5" or "-終値(0)".
+bool IsOption(const std::string& argument) {
+  if (argument == "-h") return true;
+  return argument.size() > 2 && argument.starts_with("--") && argument[2] >= 'a' &&
+         argument[2] <= 'z';
+}
+
+bool TakesValue(const std::string& option) {
+  return option != "-h" && option != "--help" && option.find('=') == std::string::npos;
+}
+
 }  // namespace
 
 void SpeakJapanese(CLI::App& app) {
@@ -119,15 +130,26 @@ int ExplainUsage(const CLI::App& app, const CLI::ParseError& error) {
   return kWrongUsage;
 }
 
-void ProtectExpressions(std::vector<std::string>& arguments) {
-  const auto command = std::find(arguments.begin(), arguments.end(), "eval");
+std::vector<std::string> TakeExpressions(std::vector<std::string>& arguments) {
+  std::vector<std::string> kept;
+  std::vector<std::string> expressions;
+  bool in_eval = false;
   bool is_value = false;
-  for (auto at = command; at != arguments.end(); ++at) {
-    const bool is_option = at->starts_with("--") || *at == "-h";
-    if (!is_option && !is_value && at->starts_with('-') && at->size() > 1) at->insert(0, " ");
-    is_value = is_option && at->find('=') == std::string::npos && *at != "--help" && *at != "--";
+  bool all_expressions = false;
+  for (std::string& argument : arguments) {
+    const bool is_option = IsOption(argument);
+    if (in_eval && !all_expressions && argument == "--") {
+      all_expressions = true;
+    } else if (all_expressions || (in_eval && !is_option && !is_value)) {
+      expressions.push_back(std::move(argument));
+    } else {
+      in_eval = in_eval || (!is_option && !is_value && argument == "eval");
+      is_value = is_option && TakesValue(argument);
+      kept.push_back(std::move(argument));
+    }
   }
-  std::reverse(arguments.begin(), arguments.end());
+  arguments = std::move(kept);
+  return expressions;
 }
 
 }  // namespace orin::app

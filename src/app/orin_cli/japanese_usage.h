@@ -13,9 +13,9 @@ void SpeakJapanese(CLI::App& app);
 /// exit status.
 int ExplainUsage(const CLI::App& app, const CLI::ParseError& error);
 
-/// An expression of `eval` that begins with a sign, as "-1 * 2", is no option: it gets a blank
-/// in front. `arguments` in the order of the command line; afterwards last first, as the parser
-/// takes them.
-void ProtectExpressions(std::vector<std::string>& arguments);
+/// Takes the expressions of `eval` out of the arguments: everything behind it that is no option
+/// of letters and no option's value, and all behind "--". The parser would read a sign as an
+/// option and brackets as a list.
+std::vector<std::string> TakeExpressions(std::vector<std::string>& arguments);
 
 }  // namespace orin::app

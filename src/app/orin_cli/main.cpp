@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <cstdlib>
 #include <exception>
 #include <filesystem>
@@ -61,7 +62,9 @@ int Run(std::vector<std::string> arguments) {
   AddSystemFileCommand(app, session);
   SpeakJapanese(app);
 
-  ProtectExpressions(arguments);
+  session.expressions = TakeExpressions(arguments);
+  // The parser wants the arguments last first.
+  std::reverse(arguments.begin(), arguments.end());
   try {
     app.parse(std::move(arguments));
   } catch (const CLI::ParseError& error) {

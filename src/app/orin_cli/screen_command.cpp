@@ -50,18 +50,17 @@ base::Result<std::vector<fs::path>> FilesOfGroup(const fs::path& group_file, con
 
 int RunOne(const store::StockStore& store, const fs::path& file,
            const screening::RunOptions& run_options, bool day_file) {
-  base::Result<screening::RunResult> result;
+  screening::Outcome<screening::RunResult> result;
   {
     TerminalProgress progress;
     result =
         screening::RunAnalysisFile(store, file, run_options, base::NativeFileSystem(), progress);
   }
-  if (!result) return Report(result.error());
-  for (const analysis::Note& note : result->notes) {
-    const std::string place =
-        note.position == 0 ? std::string() : std::to_string(note.position) + "文字目：";
-    Tell(base::PathText(file) + " の分析項目：" + place + note.message);
+  if (!result) {
+    Tell(result.error().message);
+    return result.error().cannot_be_compiled ? kWrongUsage : kFailed;
   }
+  for (const std::string& note : result->notes) Tell(base::PathText(file) + " の" + note);
   std::cout << base::PathText(result->result_list) << '\t' << result->selected << '\n';
   if (!day_file) return kDone;
   const auto written = screening::WriteAnalysisDay(base::NativeFileSystem(), file, result->date);
@@ -107,7 +106,9 @@ int RunScreen(const Session& session, const ScreenOptions& options) {
                                           opened->settings.chart_action.bunkatsu_auto_check};
   int status = kDone;
   for (const fs::path& file : files) {
-    if (RunOne(opened->store, file, run_options, options.day_file) != kDone) status = kFailed;
+    const int outcome = RunOne(opened->store, file, run_options, options.day_file);
+    // The first failure tells.
+    if (status == kDone) status = outcome;
   }
   if (status == kDone) Tell("株価チェックが終了しました。");
   return status;
