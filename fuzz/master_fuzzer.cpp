@@ -112,9 +112,9 @@ void ChangeAll(store::StockStore& opened) {
   static_cast<void>(opened.PurgeDeletedStocks());
 }
 
-size_t CountFindings(const store::StoreLocation& location) {
+size_t CountFindings(const store::StoreLocation& location, orin::base::FileSystem& files) {
   orin::base::SilentProgress progress;
-  const auto findings = store::CheckStore(location, progress);
+  const auto findings = store::CheckStore(location, progress, files);
   Require(findings.has_value(), "a check that is not stopped is finished");
   return findings->size();
 }
@@ -132,7 +132,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   static orin::fuzz::SmallDisk disk;
   damaged.Write(input);
   const store::StoreLocation& location = damaged.Location();
-  const size_t before = CountFindings(location);
+  const size_t before = CountFindings(location, disk);
   if (const auto opened = store::StockStore::Open(location, {}, disk)) ReadAll(*opened);
   const store::OpenOptions from_second_file = {store::Access::kRead, int16_t{2}};
   if (const auto opened = store::StockStore::Open(location, from_second_file, disk)) {
@@ -149,6 +149,6 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     Require(store::StockStore::Open(location, {}, disk).has_value(),
             "a changed store can be opened");
   }
-  if (before == 0) Require(CountFindings(location) == 0, "a sound store stays sound");
+  if (before == 0) Require(CountFindings(location, disk) == 0, "a sound store stays sound");
   return 0;
 }

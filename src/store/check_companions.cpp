@@ -1,15 +1,19 @@
 #include <unordered_set>
+#include <utility>
 
 #include "base/record_file.h"
 #include "store/check_parts.h"
 #include "store/companion_formats.h"
 #include "store/name_index.h"
 #include "store/splits.h"
+#include "store/stored_file.h"
 #include "store/trend_lines.h"
 
 namespace orin::store {
 
 namespace {
+
+constexpr StoreFile kIndex = {FileKind::kNameIndex, 0};
 
 int32_t LastRecord(const CheckedStore& store) {
   return static_cast<int32_t>(store.master.Stocks().size()) + 1;
@@ -31,13 +35,41 @@ void CheckReference(const CheckedStore& store, const StockCode& code, base::Mast
                                  "の「" + std::string(in_master.Text()) + "」と違います。");
 }
 
-void CheckIndex(const CheckedStore& store, Findings& findings) {
-  const StoreFile file = {FileKind::kNameIndex, 0};
-  const auto bytes = ReadForCheck(store, file.kind, findings);
+void CheckIndexOrder(const CheckedStore& store, Findings& findings) {
+  const auto bytes = ReadIfThere(store.location, kIndex);
   if (!bytes) return;
-  CheckWholeRecords(store, file, bytes->size(), kIndexRecordLength, findings);
+  std::string before;
+  int32_t number = 0;
+  for (const IndexEntry& entry : DecodeNameIndex(*bytes)) {
+    ++number;
+    std::string key = SyllabaryKey(entry.reading);
+    if (key < before) {
+      findings.AddOfKind("order", store.NameForMessage(kIndex) + "のレコード" +
+                                      std::to_string(number) + "の読み「" + entry.reading +
+                                      "」が５０音順に並んでいません。");
+    }
+    before = std::move(key);
+  }
+  findings.EndGroup();
+}
+
+void CheckTrendLines(const CheckedStore& store, Findings& findings) {
+  const StoreFile file = {FileKind::kTrendLines, 0};
+  std::error_code failure;
+  const auto length = std::filesystem::file_size(PathOf(store.location, file), failure);
+  // The file is made with the first line drawn.
+  if (failure) return;
+  CheckWholeRecords(store, file, static_cast<size_t>(length), kTrendRecordLength, findings);
+}
+
+}  // namespace
+
+void CheckIndex(const CheckedStore& store, Findings& findings) {
+  const auto bytes = ReadForCheck(store, kIndex.kind, findings);
+  if (!bytes) return;
+  CheckWholeRecords(store, kIndex, bytes->size(), kIndexRecordLength, findings);
   const std::vector<IndexEntry> entries = DecodeNameIndex(*bytes);
-  const std::string name = store.NameForMessage(file);
+  const std::string name = store.NameForMessage(kIndex);
   if (entries.size() != store.master.Stocks().size()) {
     findings.Add(name + "の銘柄数" + std::to_string(entries.size()) + "がorin.sysの" +
                  std::to_string(store.master.Stocks().size()) + "と違います。");
@@ -79,19 +111,9 @@ void CheckList(const CheckedStore& store, FileKind kind, Findings& findings) {
   findings.EndGroup();
 }
 
-void CheckTrendLines(const CheckedStore& store, Findings& findings) {
-  const StoreFile file = {FileKind::kTrendLines, 0};
-  std::error_code failure;
-  const auto length = std::filesystem::file_size(PathOf(store.location, file), failure);
-  // The file is made with the first line drawn.
-  if (failure) return;
-  CheckWholeRecords(store, file, static_cast<size_t>(length), kTrendRecordLength, findings);
-}
-
-}  // namespace
-
 void CheckCompanions(const CheckedStore& store, Findings& findings) {
   CheckIndex(store, findings);
+  CheckIndexOrder(store, findings);
   CheckList(store, FileKind::kAdded, findings);
   CheckList(store, FileKind::kDeleted, findings);
   CheckTrendLines(store, findings);
@@ -99,11 +121,8 @@ void CheckCompanions(const CheckedStore& store, Findings& findings) {
 
 void CheckSplits(const CheckedStore& store, Findings& findings) {
   const StoreFile file = {FileKind::kSplits, 0};
-  const std::filesystem::path path = PathOf(store.location, file);
-  std::error_code failure;
   // A missing list is an empty one.
-  if (!std::filesystem::exists(path, failure)) return;
-  const auto bytes = base::ReadFile(path);
+  const auto bytes = ReadIfThere(store.location, file);
   if (!bytes) {
     findings.Add(bytes.error().message);
     return;

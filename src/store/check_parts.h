@@ -37,6 +37,10 @@ void CheckWholeRecords(const CheckedStore& store, const StoreFile& file, size_t 
 void CheckMaster(CheckedStore& store, Findings& findings);
 /// Files, calendar and bars; fails only when stopped.
 base::Status CheckPrices(const CheckedStore& store, base::Progress& progress, Findings& findings);
+/// orin.ind and orin.add or orin.del against orin.sys: counts, codes and record numbers.
+void CheckIndex(const CheckedStore& store, Findings& findings);
+void CheckList(const CheckedStore& store, FileKind kind, Findings& findings);
+/// All companion files, also the order of orin.ind.
 void CheckCompanions(const CheckedStore& store, Findings& findings);
 void CheckSplits(const CheckedStore& store, Findings& findings);
 

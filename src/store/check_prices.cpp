@@ -4,10 +4,11 @@
 
 #include "base/record_file.h"
 #include "store/check_parts.h"
-#include "store/companion_formats.h"
 #include "store/price_files.h"
 #include "store/price_format.h"
+#include "store/slot_account.h"
 #include "store/store_state.h"
+#include "store/stored_file.h"
 
 namespace orin::store {
 
@@ -34,10 +35,9 @@ constexpr std::array<BarRule, 6> kBarRules = {{
      [](const base::Bar& bar) { return bar.HasData() && IsNegative(bar.volume); }},
     {"の株価が負の数です",
      [](const base::Bar& bar) { return bar.HasData() && AnyPrice(bar, IsNegative); }},
-    {"は出来高がありますが株価が0です",
-     [](const base::Bar& bar) {
-       return bar.HasData() && IsNotZero(bar.volume) && AnyPrice(bar, IsZero);
-     }},
+    // Whatever the volume: a record of zero bytes has been written by no one.
+    {"はデータがありますが株価が0です",
+     [](const base::Bar& bar) { return bar.HasData() && AnyPrice(bar, IsZero); }},
     {"の高値が安値より低い値です",
      [](const base::Bar& bar) { return bar.HasData() && bar.high < bar.low; }},
     {"の始値か終値が高値と安値の間にありません",
@@ -95,8 +95,7 @@ class PriceChecker {
   void OpenFile(const StoreFile& file) {
     DailyImage image{file, {}, {}};
     const std::filesystem::path path = PathOf(store_.location, file);
-    std::error_code failure;
-    if (!std::filesystem::exists(path, failure)) {
+    if (!Exists(path)) {
       findings_.Add("株価ファイル" + store_.NameForMessage(file) + "がありません。");
     } else if (auto map = base::MappedFile::Open(path)) {
       CheckWholeRecords(store_, file, map->Bytes().size(), kDailyRecordLength, findings_);
@@ -107,18 +106,13 @@ class PriceChecker {
     files_.push_back(std::move(image));
   }
 
-  /// How many slots purged stocks may have left unused at the end of the files.
-  [[nodiscard]] int32_t UnusedSlots() const {
-    const auto bytes = base::ReadFile(PathOf(store_.location, {FileKind::kDeleted, 0}));
-    return bytes ? std::max<int32_t>(DecodeStockList(*bytes).DeletionCounter(), 0) : 0;
-  }
-
   void CheckLengths() {
     // The same bounds as in opening, so that whatever opening refuses is told here too.
     for (const DailyImage& file : files_) longest_ = std::max(longest_, file.Records());
     const int32_t date_record = header_.date_record;
     const int32_t needed = std::max(HighestSlot(store_.master, longest_), date_record);
-    const int32_t most = needed + UnusedSlots();
+    const SlotAccount account = CountSlots(store_.location, store_.master, longest_);
+    const int32_t most = needed + account.purged;
     for (const DailyImage& file : files_) {
       const int32_t records = file.Records();
       if (!file.map || (records >= needed && records <= most)) continue;
@@ -126,6 +120,9 @@ class PriceChecker {
                     std::to_string(records) + "が必要な数" + std::to_string(needed) +
                     (records < needed ? "より少ないです。" : "より多いです。"));
     }
+    // A stock lost from orin.sys may have the slots of later ones behind its own.
+    if (longest_ > most || account.IsExplained()) return;
+    findings_.Add(SentenceOf(account, store_.location));
   }
 
   [[nodiscard]] int32_t DaysIn(const DailyImage& file) const {

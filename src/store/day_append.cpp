@@ -9,13 +9,20 @@ namespace orin::store {
 base::Status StockStore::AppendDay(base::Date date,
                                    std::span<const std::pair<base::SlotRecord, base::Bar>> bars) {
   if (const base::Status ready = state_->PrepareChange(); !ready) return ready;
+  if (const base::Status checked = State::CheckDate(date); !checked) return checked;
   const std::span<const base::Date> days = state_->prices.Days();
-  if (date.IsNone() || (!days.empty() && date <= days.back())) {
-    const std::string newest = days.empty() ? "なし" : days.back().ToText();
-    return base::Fail("追加する日付" + date.ToText() + "が株価データの最新日付（" + newest +
-                      "）より後ではありません。");
+  if (!days.empty() && date <= days.back()) {
+    return base::Fail("追加する日付" + date.ToText() + "が株価データの最新日付（" +
+                      days.back().ToText() + "）より後ではありません。");
   }
   return state_->AppendDays(std::span(&date, 1), bars);
+}
+
+base::Status StockStore::State::CheckDate(base::Date date) {
+  // The file's date counts the days after 1899/12/30, and 0 is an unused entry.
+  if (date.Serial() >= 1 && base::Date::FromFile(date.Serial())) return {};
+  return base::Fail("追加する日付" + date.ToText() +
+                    "は、株価データに保存できる1899/12/31から9999/12/31までの範囲にありません。");
 }
 
 base::Status StockStore::State::CheckDayCount(size_t count) const {

@@ -61,8 +61,12 @@ base::Status WriteNewFile(const PriceFiles& prices, std::span<const base::Date> 
 
 base::Status StockStore::AddDays(std::span<const base::Date> dates) {
   if (const base::Status ready = state_->PrepareChange(); !ready) return ready;
-  if (std::ranges::any_of(dates, &base::Date::IsNone) || !std::ranges::is_sorted(dates)) {
-    return base::Fail("追加する日付が古い順に並んでいません。");
+  for (const base::Date date : dates) {
+    if (const base::Status checked = State::CheckDate(date); !checked) return checked;
+  }
+  const auto unsorted = std::ranges::is_sorted_until(dates);
+  if (unsorted != dates.end()) {
+    return base::Fail("追加する日付" + unsorted->ToText() + "が古い順に並んでいません。");
   }
   const std::span<const base::Date> stored = state_->prices.Days();
   std::vector<base::Date> days;

@@ -36,6 +36,7 @@ constexpr std::array<Family, 3> kFamilies = {{
 
 constexpr std::string_view kPriceSuffix = ".dat";
 constexpr std::string_view kStagedSuffix = ".tmp";
+constexpr std::string_view kSetAsideSuffix = ".bad";
 constexpr size_t kNumberWidth = 3;
 
 bool IsDigit(char c) { return c >= '0' && c <= '9'; }
@@ -90,6 +91,12 @@ std::filesystem::path PathOf(const StoreLocation& location, const StoreFile& fil
 std::filesystem::path StagedPathOf(const StoreLocation& location, const StoreFile& file) {
   std::filesystem::path path = PathOf(location, file);
   path += kStagedSuffix;
+  return path;
+}
+
+std::filesystem::path SetAsidePathOf(const StoreLocation& location, const StoreFile& file) {
+  std::filesystem::path path = PathOf(location, file);
+  path += kSetAsideSuffix;
   return path;
 }
 

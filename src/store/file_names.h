@@ -45,6 +45,8 @@ const std::filesystem::path& DirectoryOf(const StoreLocation& location, const St
 std::filesystem::path PathOf(const StoreLocation& location, const StoreFile& file);
 /// The file's new content until it takes the file's name; the name is the file's with ".tmp".
 std::filesystem::path StagedPathOf(const StoreLocation& location, const StoreFile& file);
+/// Where damaged content is kept for the user; the name is the file's with ".bad".
+std::filesystem::path SetAsidePathOf(const StoreLocation& location, const StoreFile& file);
 /// The store file that a staged file's name stands for; nullopt for any other name.
 std::optional<StoreFile> ParseStagedName(std::string_view name);
 

@@ -88,6 +88,7 @@ char32_t CollationOf(char32_t kana) {
 struct KeyedEntry {
   std::string key;
   IndexEntry entry;
+  std::string bytes;
 };
 
 bool ComesBefore(const KeyedEntry& a, const KeyedEntry& b) {
@@ -138,18 +139,18 @@ base::Result<std::string> BuildNameIndex(const StockMaster& master,
     IndexEntry entry =
         found == known_by_code.end() ? NewEntry(stock, record, companies) : *found->second;
     entry.record = record;
+    auto encoded = EncodeIndexEntry(entry);
+    if (!encoded) return base::Forward(encoded);
+    // The order is that of the readings as stored, which are cut.
+    entry = DecodeIndexEntry(*encoded);
     std::string key = SyllabaryKey(entry.reading);
-    entries.push_back(KeyedEntry{std::move(key), std::move(entry)});
+    entries.push_back(KeyedEntry{std::move(key), std::move(entry), std::move(*encoded)});
     record = base::MasterRecord(record.Value() + 1);
   }
   std::ranges::sort(entries, ComesBefore);
   std::string bytes;
   bytes.reserve(entries.size() * kIndexRecordLength);
-  for (const KeyedEntry& keyed : entries) {
-    const auto encoded = EncodeIndexEntry(keyed.entry);
-    if (!encoded) return base::Forward(encoded);
-    bytes += *encoded;
-  }
+  for (const KeyedEntry& keyed : entries) bytes += keyed.bytes;
   return bytes;
 }
 

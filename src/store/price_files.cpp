@@ -5,6 +5,7 @@
 
 #include "base/record_file.h"
 #include "store/file_names.h"
+#include "store/stored_file.h"
 
 namespace orin::store {
 
@@ -77,10 +78,17 @@ base::Result<PriceFiles> PriceFiles::Open(const StoreLocation& location,
   return prices;
 }
 
+int32_t PriceFiles::LongestRecords() const {
+  int32_t longest = 0;
+  for (const base::MappedFile& file : files_) {
+    longest = std::max(longest, RecordsIn(file.Bytes()));
+  }
+  return longest;
+}
+
 base::Status PriceFiles::MapFile(const StoreLocation& location, int16_t file) {
   const std::filesystem::path path = PathOf(location, {FileKind::kDaily, file});
-  std::error_code failure;
-  if (!std::filesystem::exists(path, failure)) {
+  if (!Exists(path)) {
     return base::Fail(NameForMessage(location, file) + "がありません。");
   }
   auto mapped = base::MappedFile::Open(path);
@@ -98,13 +106,8 @@ void PriceFiles::CountRecords() {
 
 base::Status PriceFiles::CheckLengths(const StoreLocation& location,
                                       const StockMaster& master) const {
-  int32_t longest = 0;
-  for (const base::MappedFile& file : files_) {
-    longest = std::max(longest, RecordsIn(file.Bytes()));
-  }
-  // A file that lacks what another one has was cut off; one that is longer has what a killed
-  // writer left behind.
-  const int32_t needed = std::max(HighestSlot(master, longest), date_record_);
+  // A file that lacks what another one has was cut off. Longer ones are readable.
+  const int32_t needed = std::max(HighestSlot(master, LongestRecords()), date_record_);
   for (int32_t i = 0; i < FileCount(); ++i) {
     const int32_t records = RecordsIn(files_[static_cast<size_t>(i)].Bytes());
     if (records >= needed) continue;

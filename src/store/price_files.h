@@ -38,6 +38,8 @@ class PriceFiles {
   [[nodiscard]] int32_t FileCount() const { return static_cast<int32_t>(files_.size()); }
   /// The whole records that every file has; 0 without files.
   [[nodiscard]] int32_t Records() const { return records_; }
+  /// The whole records of the longest file; more than Records() in damaged files only.
+  [[nodiscard]] int32_t LongestRecords() const;
   /// Whether every file has the record and it is not that of the dates.
   [[nodiscard]] bool HasSlot(base::SlotRecord slot) const {
     return slot.Value() >= 1 && slot.Value() <= records_ && slot.Value() != date_record_;

@@ -50,8 +50,19 @@ base::Status WriteAdjusted(const PriceFiles& prices, base::SlotRecord slot, int3
 
 }  // namespace
 
+base::Status StockStore::State::CheckSplitsAreWhole() const {
+  if (unread_split_line.empty()) return {};
+  // The line's own sentence becomes a part of this one.
+  constexpr std::string_view kFullStop = "。";
+  std::string line = unread_split_line;
+  if (line.ends_with(kFullStop)) line.resize(line.size() - kFullStop.size());
+  return base::Fail("読めない行が失われるため、「" + base::PathText(PathOf(location, kSplits)) +
+                    "」を書き換えません（" + line + "）。");
+}
+
 base::Status StockStore::SaveSplits(SplitList splits) {
   if (const base::Status ready = state_->PrepareChange(); !ready) return ready;
+  if (const base::Status whole = state_->CheckSplitsAreWhole(); !whole) return whole;
   const auto bytes = splits.Serialize();
   if (!bytes) return base::Forward(bytes);
   const base::Status replaced =
@@ -61,13 +72,13 @@ base::Status StockStore::SaveSplits(SplitList splits) {
     state_->in_doubt = true;
     return replaced;
   }
-  state_->problems.clear();
   state_->splits = std::move(splits);
   return {};
 }
 
 base::Status StockStore::CorrectForSplit(const SplitEvent& event) {
   if (const base::Status ready = state_->PrepareChange(); !ready) return ready;
+  if (const base::Status whole = state_->CheckSplitsAreWhole(); !whole) return whole;
   const auto remaining = Without(state_->splits, event);
   if (!remaining) {
     return base::Fail(EventText(event) + "は「" + FileName(kSplits) + "」にありません。");
@@ -91,7 +102,6 @@ base::Status StockStore::CorrectForSplit(const SplitEvent& event) {
   if (!bytes) return base::Forward(bytes);
   if (const auto staged = transaction.Replace(kSplits, *bytes); !staged) return staged;
   if (const auto committed = state_->Commit(transaction); !committed) return committed;
-  state_->problems.clear();
   state_->splits = *remaining;
   return {};
 }

@@ -9,6 +9,7 @@
 
 #include "base/cp932.h"
 #include "base/text.h"
+#include "store/file_names.h"
 
 namespace orin::store {
 
@@ -22,15 +23,6 @@ constexpr size_t kFewestFields = 4;
 
 bool IsHeader(std::string_view line) {
   return line.empty() || line.starts_with("T:") || line.starts_with("D:") || line == kColumns;
-}
-
-std::optional<double> ParseRatio(std::string_view text) {
-  double ratio = 0;
-  const char* end = text.data() + text.size();
-  // Independent of the locale, and strict about what follows the number.
-  const auto [rest, failure] = std::from_chars(text.data(), end, ratio, std::chars_format::fixed);
-  const bool is_ratio = failure == std::errc{} && rest == end && std::isfinite(ratio) && ratio > 0;
-  return is_ratio ? std::optional(ratio) : std::nullopt;
 }
 
 /// The text between the first field and the last two: a name may hold commas.
@@ -47,8 +39,8 @@ base::Result<SplitEvent> ParseEvent(std::string_view line) {
   const auto code = StockCode::Parse(base::TrimBlanks(fields->front()));
   if (!code) return base::Forward(code);
   const std::string_view ratio_text = base::TrimBlanks((*fields)[fields->size() - 2]);
-  const auto ratio = ParseRatio(ratio_text);
-  if (!ratio) return base::Fail("分割倍率「" + std::string(ratio_text) + "」が正しくありません。");
+  const auto ratio = ParseSplitRatio(ratio_text);
+  if (!ratio) return base::Forward(ratio);
   const std::string_view day_text = base::TrimBlanks(fields->back());
   const auto day = base::Date::Parse(day_text);
   if (!day) return base::Fail("権利付最終日「" + std::string(day_text) + "」が正しくありません。");
@@ -82,6 +74,18 @@ std::string RatioText(const SplitEvent& event) {
 }
 
 }  // namespace
+
+base::Result<double> ParseSplitRatio(std::string_view text) {
+  text = base::TrimBlanks(text);
+  double ratio = 0;
+  const char* end = text.data() + text.size();
+  // Independent of the locale, and strict about what follows the number.
+  const auto [rest, failure] = std::from_chars(text.data(), end, ratio, std::chars_format::fixed);
+  const bool is_ratio = failure == std::errc{} && rest == end && std::isfinite(ratio) && ratio > 0;
+  if (is_ratio) return ratio;
+  return base::Fail("分割倍率「" + std::string(text) +
+                    "」が正しくありません（0より大きい十進数に限ります）。");
+}
 
 SplitList::SplitList(std::vector<SplitEvent> events) : events_(std::move(events)) {
   // The file keeps its own order; looking up needs another.
@@ -122,15 +126,24 @@ std::span<const SplitEvent> SplitList::EventsOf(const StockCode& code) const {
 }
 
 base::Result<std::string> SplitList::Serialize() const {
-  std::string text;
+  std::string header;
   for (const std::string_view line : {kTitle, kDate, kColumns}) {
-    text += std::string(line) + std::string(kLineEnd);
+    header += std::string(line) + std::string(kLineEnd);
   }
+  auto bytes = base::EncodeCp932(header);
+  if (!bytes) return bytes;
   for (const SplitEvent& event : events_) {
-    text += std::string(event.code.Text()) + "," + WithoutLineBreaks(event.name) + "," +
-            RatioText(event) + "," + event.last_day_with_rights.ToText() + std::string(kLineEnd);
+    const std::string code(event.code.Text());
+    const auto line =
+        base::EncodeCp932(code + "," + WithoutLineBreaks(event.name) + "," + RatioText(event) +
+                          "," + event.last_day_with_rights.ToText() + std::string(kLineEnd));
+    if (!line) {
+      return base::Fail("「" + FileName({FileKind::kSplits, 0}) + "」に書く銘柄" + code +
+                        "の株式分割：" + line.error().message);
+    }
+    *bytes += *line;
   }
-  return base::EncodeCp932(text);
+  return bytes;
 }
 
 void AdjustForSplit(const SplitEvent& event, base::BarColumns& bars) {

@@ -23,6 +23,10 @@ struct SplitEvent {
   base::Date last_day_with_rights;
 };
 
+/// "2" or "0.5": a decimal number above 0 without exponent, blanks around it dropped. Fails with a
+/// sentence that shows the text.
+base::Result<double> ParseSplitRatio(std::string_view text);
+
 /// The events of 株式分割.txt.
 class SplitList {
  public:
@@ -35,7 +39,8 @@ class SplitList {
   [[nodiscard]] std::span<const SplitEvent> Events() const { return events_; }
   /// The stock's events, oldest first.
   [[nodiscard]] std::span<const SplitEvent> EventsOf(const StockCode& code) const;
-  /// The three header lines and the event lines, code page 932.
+  /// The three header lines and the event lines, code page 932. Fails with a sentence that
+  /// names the file and the event where a text has a character that code page 932 lacks.
   [[nodiscard]] base::Result<std::string> Serialize() const;
 
  private:

@@ -7,6 +7,7 @@
 #include "store/file_names.h"
 #include "store/master_format.h"
 #include "store/name_index.h"
+#include "store/slot_account.h"
 #include "store/store_state.h"
 
 namespace orin::store {
@@ -35,14 +36,18 @@ base::Status CheckNewStocks(std::span<const NewStock> stocks, const StockMaster&
   return {};
 }
 
-/// The next `count` slots that no stock has, above those of all stocks.
-base::Result<std::vector<base::SlotRecord>> FreeSlots(const StockMaster& master, int32_t records,
+/// The next `count` slots that no stock has, above those of all stocks. Slots that the price
+/// files (of `records` records) have above them are used again where purged stocks account for
+/// them; otherwise they hold what is left of stocks that orin.sys has lost.
+base::Result<std::vector<base::SlotRecord>> FreeSlots(const StoreLocation& location,
+                                                      const StockMaster& master, int32_t records,
                                                       size_t count) {
   std::unordered_set<int32_t> used = {master.Header().date_record};
   for (const StockRecord& stock : master.Stocks()) used.insert(stock.slot.Value());
   std::vector<base::SlotRecord> slots;
   // Behind all stocks rather than in a gap, so that new slots lie together in the files.
-  int32_t next = std::max(HighestSlot(master, records), 1) + 1;
+  const bool reuses = CountSlots(location, master, records).IsExplained();
+  int32_t next = std::max(reuses ? HighestSlot(master, records) : records, 1) + 1;
   for (; slots.size() < count && next <= kLastSlot; ++next) {
     if (!used.contains(next)) slots.emplace_back(next);
   }
@@ -128,7 +133,8 @@ base::Status StockStore::AddStocks(std::span<const NewStock> stocks) {
   if (stocks.empty()) return {};
   const StockMaster& master = state_->master;
   if (const base::Status checked = CheckNewStocks(stocks, master); !checked) return checked;
-  const auto slots = FreeSlots(master, state_->prices.Records(), stocks.size());
+  const auto slots =
+      FreeSlots(state_->location, master, state_->prices.LongestRecords(), stocks.size());
   if (!slots) return base::Forward(slots);
   std::string record_bytes;
   const auto added = MakeRecords(stocks, *slots, record_bytes);
@@ -144,6 +150,7 @@ base::Status StockStore::AddStocks(std::span<const NewStock> stocks) {
   all.insert(all.end(), added->begin(), added->end());
   StockMaster grown(master.Header(), std::move(all));
 
+  if (const base::Status kept = state_->KeepDamagedCompanions(); !kept) return kept;
   Transaction transaction(state_->location, *state_->files);
   transaction.Write(kMaster, int64_t{first.Value() - 1} * int64_t{kMasterRecordLength},
                     record_bytes);

@@ -120,6 +120,7 @@ base::Result<int32_t> StockStore::PurgeDeletedStocks() {
   const Codes purged = MarkedForDeletion(deleted);
   if (purged.empty()) return 0;
 
+  if (const base::Status kept = state_->KeepDamagedCompanions(); !kept) return base::Forward(kept);
   Transaction transaction(state_->location, *state_->files);
   KeptStocks kept = KeepOthers(state_->master, purged, *files, transaction);
   const auto count = static_cast<int32_t>(state_->master.Stocks().size() - kept.stocks.size());

@@ -2,69 +2,10 @@
 
 #include <algorithm>
 
-#include "store/companion_formats.h"
 #include "store/file_names.h"
-#include "store/master_format.h"
 #include "store/store_state.h"
 
 namespace orin::store {
-
-namespace {
-
-constexpr int kLoadAttempts = 3;
-
-base::Status CreateFiles(const StoreLocation& location, base::FileSystem& files) {
-  const auto no_stocks = EncodeStockList(StockList());
-  if (!no_stocks) return base::Forward(no_stocks);
-  const auto no_splits = SplitList().Serialize();
-  if (!no_splits) return base::Forward(no_splits);
-  const MasterRecordBytes header = EncodeMasterHeader(MasterHeader());
-  struct NewFile {
-    FileKind kind;
-    std::string_view bytes;
-  };
-  // orin.sys comes last: it is what makes the directory a store.
-  const std::array<NewFile, 5> new_files = {{{FileKind::kNameIndex, ""},
-                                             {FileKind::kAdded, *no_stocks},
-                                             {FileKind::kDeleted, *no_stocks},
-                                             {FileKind::kSplits, *no_splits},
-                                             {FileKind::kMaster, AsText(header)}}};
-  for (const NewFile& file : new_files) {
-    const base::Status made =
-        base::ReplaceFile(files, PathOf(location, {file.kind, 0}), file.bytes);
-    if (!made) return made;
-  }
-  return {};
-}
-
-/// Brings the files into the state of the last commit.
-base::Status Recover(const StoreLocation& location, Access access, base::FileSystem& files) {
-  if (access == Access::kWrite) {
-    const base::Status recovered = RecoverStore(location, files);
-    return recovered ? RemoveLeftovers(location, files) : recovered;
-  }
-  // Readers do without the lock, but what a dead writer has begun must be finished by someone.
-  if (!HasJournal(location)) return {};
-  const auto lock = StoreLock::Acquire(location.system_directory);
-  if (!lock) return base::Forward(lock);
-  return RecoverStore(location, files);
-}
-
-}  // namespace
-
-base::Status StockStore::Create(const StoreLocation& location, base::FileSystem& files) {
-  for (const auto& directory : {location.system_directory, location.data_directory}) {
-    if (const base::Status made = files.MakeDirectory(directory); !made) return made;
-  }
-  const auto lock = StoreLock::Acquire(location.system_directory);
-  if (!lock) return base::Forward(lock);
-  const std::filesystem::path master = PathOf(location, {FileKind::kMaster, 0});
-  std::error_code failure;
-  if (std::filesystem::exists(master, failure)) {
-    return base::Fail("「" + base::PathText(master) + "」がすでにあります。");
-  }
-  return CreateFiles(location, files);
-}
 
 base::Result<StockStore> StockStore::Open(const StoreLocation& location, const OpenOptions& options,
                                           base::FileSystem& files) {
@@ -72,24 +13,7 @@ base::Result<StockStore> StockStore::Open(const StoreLocation& location, const O
   state->location = location;
   state->options = options;
   state->files = &files;
-  std::error_code failure;
-  const bool has_directory = std::filesystem::is_directory(location.system_directory, failure);
-  // Without its directory there is nothing to lock; loading says what is missing.
-  if (has_directory && options.access == Access::kWrite) {
-    auto lock = StoreLock::Acquire(location.system_directory);
-    if (!lock) return base::Forward(lock);
-    state->lock = std::move(*lock);
-  }
-  base::Status loaded;
-  // A writer may begin its commit while a reader loads; what the reader has is mixed then.
-  for (int attempt = 0; attempt < kLoadAttempts; ++attempt) {
-    const base::Status recovered =
-        has_directory ? Recover(location, options.access, files) : base::Status();
-    if (!recovered) return base::Forward(recovered);
-    loaded = state->Load();
-    if (options.access == Access::kWrite || !HasJournal(location)) break;
-  }
-  if (!loaded) return base::Forward(loaded);
+  if (const base::Status opened = state->Open(); !opened) return base::Forward(opened);
   return StockStore(std::move(state));
 }
 

@@ -48,10 +48,13 @@ struct BarChange {
 /// Every change is whole or not at all, whenever the program is killed and when the disk is full.
 class StockStore {
  public:
-  /// Makes an empty store with its directories; refuses where there is an orin.sys.
+  /// Makes an empty store with its directories. Where there is any file of a store already, it
+  /// refuses and writes nothing; but a 株式分割.txt is kept, and what a killed Create has left is
+  /// completed.
   static base::Status Create(const StoreLocation& location, base::FileSystem& files);
   /// Finishes what a killed writer had committed and removes what it had not, then loads.
-  /// Fails where another process writes to the store.
+  /// For writing, fails where another process has the store open for writing. A reader waits up
+  /// to three seconds for such a process to finish a commit and fails only then.
   static base::Result<StockStore> Open(const StoreLocation& location, const OpenOptions& options,
                                        base::FileSystem& files);
   StockStore(StockStore&&) noexcept;
@@ -62,7 +65,9 @@ class StockStore {
   [[nodiscard]] const StockMaster& Master() const;
   [[nodiscard]] const Calendar& Days() const;
   [[nodiscard]] const SplitList& Splits() const;
-  /// What was passed over in loading (malformed split lines), a sentence each.
+  /// What was passed over in loading or is damaged without keeping the store from being used, a
+  /// sentence each: split lines, a journal, a cut orin.sys, slots without a stock, a missing
+  /// orin.ind; for a writer also an orin.ind or orin.add that disagrees with orin.sys.
   [[nodiscard]] std::span<const std::string> Problems() const;
   /// The number of the first price file in use, as chosen when opening.
   [[nodiscard]] int16_t FirstFile() const;
@@ -79,17 +84,19 @@ class StockStore {
 
   // What follows needs Access::kWrite.
 
-  /// Adds to orin.sys, orin.ind and orin.add and gives every price file the new slots.
+  /// Adds to orin.sys, orin.ind and orin.add and gives every price file the new slots. An
+  /// orin.ind or orin.add that disagrees with orin.sys is kept as orin.ind.bad or orin.add.bad.
   base::Status AddStocks(std::span<const NewStock> stocks);
   /// One newer day for all stocks; a slot without a bar gets no data.
   base::Status AppendDay(base::Date date,
                          std::span<const std::pair<base::SlotRecord, base::Bar>> bars);
-  /// Makes every one of `dates` (ascending) a day of the calendar, without data. Days newer than
-  /// the newest are appended; others are put between, in front too.
+  /// Makes every one of `dates` (ascending, 1899/12/31 to 9999/12/31) a day of the calendar,
+  /// without data. Days newer than the newest are appended; others are put between, in front too.
   base::Status AddDays(std::span<const base::Date> dates);
   /// Replaces the bars of days that exist, all of them or none.
   base::Status ChangeBars(std::span<const BarChange> changes);
-  /// Replaces 株式分割.txt.
+  /// Replaces 株式分割.txt. Refuses while the file has a line that could not be read, as does
+  /// CorrectForSplit.
   base::Status SaveSplits(SplitList splits);
   /// Writes the event's adjustment into the stored prices and takes it off the list, in one.
   base::Status CorrectForSplit(const SplitEvent& event);

@@ -1,6 +1,7 @@
 #include "store/store_check.h"
 
 #include "store/check_parts.h"
+#include "store/stored_file.h"
 #include "store/transaction.h"
 
 namespace orin::store {
@@ -17,8 +18,7 @@ std::optional<std::string> ReadForCheck(const CheckedStore& store, FileKind kind
                                         Findings& findings) {
   const StoreFile file = {kind, 0};
   const std::filesystem::path path = PathOf(store.location, file);
-  std::error_code failure;
-  if (!std::filesystem::exists(path, failure)) {
+  if (!Exists(path)) {
     findings.Add(store.NameForMessage(file) + "がありません。");
     return std::nullopt;
   }
@@ -36,13 +36,30 @@ void CheckWholeRecords(const CheckedStore& store, const StoreFile& file, size_t 
                "バイトに満たないレコードが" + std::to_string(rest) + "バイトあります。");
 }
 
-base::Result<std::vector<std::string>> CheckStore(const StoreLocation& location,
+namespace {
+
+constexpr StoreFile kJournal = {FileKind::kJournal, 0};
+
+/// Carries out what a dead writer has committed; fails where a live one is at it.
+base::Status RecoverForCheck(const StoreLocation& location, base::FileSystem& files,
+                             std::vector<std::string>& sentences) {
+  const auto deadline = std::chrono::steady_clock::now() + kCommitPatience;
+  const auto lock = LockForRecovery(location, deadline);
+  if (!lock) return base::Forward(lock);
+  if (!*lock) return {};
+  const auto recovered = RecoverStore(location, files);
+  if (!recovered) sentences.push_back(recovered.error().message);
+  return {};
+}
+
+base::Result<std::vector<std::string>> CheckFiles(const StoreLocation& location,
                                                   base::Progress& progress) {
   CheckedStore store{location, {}, {}};
   Findings findings;
-  if (HasJournal(location)) {
-    findings.Add(store.NameForMessage({FileKind::kJournal, 0}) +
-                 "に書き込みの終わっていない更新があります。");
+  const std::filesystem::path damaged_journal = SetAsidePathOf(location, kJournal);
+  if (Exists(damaged_journal)) {
+    findings.Add("「" + base::PathText(damaged_journal) +
+                 "」に、壊れていたため行わなかった更新があります。");
   }
   CheckMaster(store, findings);
   const base::Status prices = CheckPrices(store, progress, findings);
@@ -50,6 +67,38 @@ base::Result<std::vector<std::string>> CheckStore(const StoreLocation& location,
   CheckCompanions(store, findings);
   CheckSplits(store, findings);
   return findings.Take();
+}
+
+}  // namespace
+
+base::Result<std::vector<std::string>> CheckStore(const StoreLocation& location,
+                                                  base::Progress& progress) {
+  return CheckStore(location, progress, base::NativeFileSystem());
+}
+
+base::Result<std::vector<std::string>> CheckStore(const StoreLocation& location,
+                                                  base::Progress& progress,
+                                                  base::FileSystem& files) {
+  std::error_code failure;
+  if (!std::filesystem::is_directory(location.system_directory, failure)) {
+    return CheckFiles(location, progress);
+  }
+  std::vector<std::string> sentences;
+  if (const auto recovered = RecoverForCheck(location, files, sentences); !recovered) {
+    return base::Forward(recovered);
+  }
+  auto found = CheckFiles(location, progress);
+  if (!found) return found;
+  if (!found->empty()) {
+    // What a writer changes meanwhile looks like damage; only what is found again while there is
+    // none is told.
+    const auto lock = StoreLock::Acquire(location.system_directory);
+    if (!lock) return base::Forward(lock);
+    found = CheckFiles(location, progress);
+    if (!found) return found;
+  }
+  sentences.insert(sentences.end(), found->begin(), found->end());
+  return sentences;
 }
 
 }  // namespace orin::store

@@ -4,9 +4,9 @@
 #include <array>
 
 #include "base/record_file.h"
-#include "store/companion_formats.h"
 #include "store/file_names.h"
 #include "store/master_format.h"
+#include "store/slot_account.h"
 
 namespace orin::store {
 
@@ -23,11 +23,6 @@ struct HeaderRule {
   int32_t least;
   int32_t greatest;
 };
-
-bool IsMissing(const std::filesystem::path& path) {
-  std::error_code failure;
-  return !std::filesystem::exists(path, failure);
-}
 
 }  // namespace
 
@@ -52,16 +47,21 @@ base::Status CheckHeader(const MasterHeader& header, const std::filesystem::path
 
 base::Status StockStore::State::LoadMaster() {
   const std::filesystem::path path = PathOf(location, kMaster);
-  if (IsMissing(path)) {
-    return base::Fail("初期設定ファイルで指定した場所にorin.sysがありません。（" +
-                      base::PathText(path) + "）");
-  }
+  if (!Exists(path)) return base::Fail(MissingSentence(location, kMaster));
   const auto bytes = base::ReadFile(path);
   if (!bytes) return base::Forward(bytes);
   const base::RecordView records(*bytes, kMasterRecordLength);
   if (records.Count() == 0) {
     return base::Fail("「" + base::PathText(path) + "」は" + std::to_string(bytes->size()) +
                       "バイトしかなく、先頭のレコードがありません。");
+  }
+  if (records.HasPartialRecord()) {
+    std::string sentence = "「" + base::PathText(path) + "」の長さ" +
+                           std::to_string(bytes->size()) + "バイトがレコード長" +
+                           std::to_string(kMasterRecordLength) + "で割り切れません。";
+    // Where stocks have been cut off, writing would take their slots for unused ones.
+    if (options.access == Access::kWrite) return base::Fail(std::move(sentence));
+    problems.push_back(std::move(sentence));
   }
   // Numbers out of range would lead to places outside the price files further on.
   const MasterHeader header = DecodeMasterHeader(*records.Record(1));
@@ -101,22 +101,29 @@ void StockStore::State::SetCalendar() {
 
 base::Status StockStore::State::LoadSplits() {
   const std::filesystem::path path = PathOf(location, kSplits);
-  problems.clear();
+  unread_split_line.clear();
   splits = SplitList();
-  if (IsMissing(path)) {
+  if (!Exists(path)) {
     // A reader may lack the right to write, and for it a missing list is an empty one.
     if (options.access == Access::kRead) return {};
     return base::ReplaceFile(*files, path, "");
   }
   const auto bytes = base::ReadFile(path);
   if (!bytes) return base::Forward(bytes);
-  splits = SplitList::Parse(*bytes, FileName(kSplits), problems);
+  std::vector<std::string> unread;
+  splits = SplitList::Parse(*bytes, FileName(kSplits), unread);
+  if (!unread.empty()) unread_split_line = unread.front();
+  problems.insert(problems.end(), unread.begin(), unread.end());
   return {};
 }
 
 base::Status StockStore::State::Load() {
+  problems = recovery_problems;
   if (const base::Status loaded = LoadMaster(); !loaded) return loaded;
   if (const base::Status loaded = LoadPrices(); !loaded) return loaded;
+  const SlotAccount account = CountSlots(location, master, prices.LongestRecords());
+  if (!account.IsExplained()) problems.push_back(SentenceOf(account, location));
+  ExamineCompanions();
   return LoadSplits();
 }
 
@@ -134,7 +141,7 @@ base::Status StockStore::State::PrepareChange() {
   }
   // The files, not the memory, say whether the change that failed has happened.
   if (!in_doubt) return {};
-  if (const base::Status recovered = RecoverStore(location, *files); !recovered) return recovered;
+  if (const base::Status recovered = Recover(); !recovered) return recovered;
   if (const base::Status removed = RemoveLeftovers(location, *files); !removed) return removed;
   if (const base::Status loaded = Load(); !loaded) return loaded;
   in_doubt = false;
@@ -183,12 +190,6 @@ base::Status StockStore::State::CheckSlot(base::SlotRecord slot) const {
   const int32_t number = slot.Value();
   if (number >= 1 && number <= RecordsPerFile() && number != master.Header().date_record) return {};
   return base::Fail("銘柄レコード" + std::to_string(number) + "は株価ファイルにありません。");
-}
-
-base::Result<std::string> ReadIfThere(const StoreLocation& location, const StoreFile& file) {
-  const std::filesystem::path path = PathOf(location, file);
-  if (IsMissing(path)) return std::string();
-  return base::ReadFile(path);
 }
 
 std::string EncodeDates(std::span<const base::Date> dates) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <chrono>
 #include <cstdint>
 #include <span>
 #include <string>
@@ -11,6 +12,7 @@
 #include "store/price_files.h"
 #include "store/stock_store.h"
 #include "store/store_lock.h"
+#include "store/stored_file.h"
 #include "store/transaction.h"
 
 namespace orin::store {
@@ -27,9 +29,21 @@ struct StockStore::State {
   int32_t skipped_days = 0;  // stored days before the calendar's first
   SplitList splits;
   std::vector<std::string> problems;
+  std::vector<std::string> recovery_problems;  // those of them that loading anew does not find
+  /// The first line of 株式分割.txt that could not be read, in a sentence; empty: there is none.
+  std::string unread_split_line;
+  /// Those of orin.ind and orin.add that do not agree with orin.sys.
+  std::vector<StoreFile> damaged_companions;
   /// A change has failed halfway through its commit: what is in memory may not be what is on the
   /// disk.
   bool in_doubt = false;
+
+  /// Lock where need be, recovery and loading.
+  base::Status Open();
+  base::Status OpenForWriting();
+  /// Waits for a writer's commit, kCommitPatience at most.
+  base::Status OpenForReading();
+  base::Status RecoverForReading(std::chrono::steady_clock::time_point deadline);
 
   /// Everything anew from the files.
   base::Status Load();
@@ -38,11 +52,22 @@ struct StockStore::State {
   base::Status LoadMaster();
   base::Status LoadPrices();
   base::Status LoadSplits();
+  /// For a writer: makes a missing orin.ind anew, and finds out whether orin.ind and orin.add
+  /// agree with the master. For a reader: whether there is an orin.ind.
+  void ExamineCompanions();
+  void RebuildIndex();
   void SetCalendar();
 
   /// To be called before any change: fails where the store is open for reading; finishes or
   /// takes back what an earlier failure has left in doubt.
   base::Status PrepareChange();
+  /// Finishes or takes back what a killed writer or a failed change has left behind.
+  base::Status Recover();
+  /// To be called before orin.ind and orin.add are replaced: keeps what they hold where it is
+  /// damaged and would be lost.
+  base::Status KeepDamagedCompanions();
+  /// Fails while 株式分割.txt has a line that writing it anew would lose.
+  [[nodiscard]] base::Status CheckSplitsAreWhole() const;
   /// Commits and keeps in mind where that leaves doubt.
   base::Status Commit(Transaction& transaction);
   /// Writes record 1 of orin.sys: the commit of appended days.
@@ -61,6 +86,8 @@ struct StockStore::State {
   base::Status AppendNewFile(int16_t number, std::span<const base::Date> dates,
                              std::span<const base::Bar* const> bars);
   [[nodiscard]] base::Status CheckDayCount(size_t count) const;
+  /// Fails for a date that the files cannot hold.
+  [[nodiscard]] static base::Status CheckDate(base::Date date);
 
   /// The number of records that every price file has, or the first one will have.
   [[nodiscard]] int32_t RecordsPerFile() const;
@@ -98,8 +125,8 @@ inline int64_t RecordOffset(int32_t record) {
 /// The entries of a record of dates.
 std::string EncodeDates(std::span<const base::Date> dates);
 
-/// The bytes of a file; none where there is no such file.
-base::Result<std::string> ReadIfThere(const StoreLocation& location, const StoreFile& file);
+/// What is told where orin.sys or orin.ind is missing.
+std::string MissingSentence(const StoreLocation& location, const StoreFile& file);
 
 /// Checks orin.sys's header numbers; fails with a sentence that names file and value.
 base::Status CheckHeader(const MasterHeader& header, const std::filesystem::path& path);

@@ -1,6 +1,9 @@
 #include "store/transaction.h"
 
 #include <algorithm>
+#include <thread>
+
+#include "store/stored_file.h"
 
 namespace orin::store {
 
@@ -11,11 +14,6 @@ using OpenFiles = std::map<StoreFile, std::unique_ptr<base::WritableFile>>;
 constexpr StoreFile kJournal = {FileKind::kJournal, 0};
 // New slots of a whole market are a hundred megabytes of the same entry.
 constexpr size_t kFillBuffer = size_t{1} << 18;
-
-bool Exists(const std::filesystem::path& path) {
-  std::error_code failure;
-  return std::filesystem::exists(path, failure);
-}
 
 base::Result<base::WritableFile*> OpenOnce(const StoreLocation& location, const StoreFile& file,
                                            base::FileSystem& files, OpenFiles& open) {
@@ -109,6 +107,22 @@ base::Status RemoveStaged(const std::filesystem::path& directory, base::FileSyst
     if (const base::Status removed = files.Remove(path); !removed) return removed;
   }
   return {};
+}
+
+using Recovery = base::Result<std::optional<std::string>>;
+
+Recovery WithoutSentence(const base::Status& status) {
+  return status ? Recovery(std::nullopt) : base::Forward(status);
+}
+
+Recovery SetJournalAside(const StoreLocation& location, base::FileSystem& files) {
+  const std::filesystem::path path = PathOf(location, kJournal);
+  const std::filesystem::path aside = SetAsidePathOf(location, kJournal);
+  base::Status status = files.Rename(path, aside);
+  if (status) status = files.SyncDirectory(location.system_directory);
+  if (!status) return base::Forward(status);
+  return "「" + base::PathText(path) + "」が壊れているため、書かれていた更新を行わずに「" +
+         base::PathText(aside) + "」に名前を変えました。";
 }
 
 }  // namespace
@@ -208,23 +222,32 @@ base::Status Transaction::Commit() {
   return {};
 }
 
-bool HasJournal(const StoreLocation& location) { return Exists(PathOf(location, kJournal)); }
+bool HasJournal(const StoreLocation& location) { return Exists(location, kJournal); }
 
-base::Status RecoverStore(const StoreLocation& location, base::FileSystem& files) {
+base::Result<std::optional<std::string>> RecoverStore(const StoreLocation& location,
+                                                      base::FileSystem& files) {
   // A journal whose removal is not on the disk yet could come back after later changes.
-  if (!HasJournal(location)) return files.SyncDirectory(location.system_directory);
+  if (!HasJournal(location)) return WithoutSentence(files.SyncDirectory(location.system_directory));
   const std::filesystem::path path = PathOf(location, kJournal);
   const auto bytes = base::ReadFile(path);
   if (!bytes) return base::Forward(bytes);
   const auto steps = DecodeJournal(*bytes);
   // It was written whole before it got its name, so this is later damage, and what it would do
   // cannot be known.
-  if (!steps) {
-    if (const base::Status removed = files.Remove(path); !removed) return removed;
-    return files.SyncDirectory(location.system_directory);
-  }
+  if (!steps) return SetJournalAside(location, files);
   OpenFiles open;
-  return Replay(location, files, open).Run(*steps);
+  return WithoutSentence(Replay(location, files, open).Run(*steps));
+}
+
+base::Result<std::optional<StoreLock>> LockForRecovery(
+    const StoreLocation& location, std::chrono::steady_clock::time_point deadline) {
+  while (HasJournal(location)) {
+    auto lock = StoreLock::Acquire(location.system_directory);
+    if (lock) return std::move(*lock);
+    if (std::chrono::steady_clock::now() >= deadline) return base::Forward(lock);
+    std::this_thread::sleep_for(kCommitPause);
+  }
+  return std::nullopt;
 }
 
 base::Status RemoveLeftovers(const StoreLocation& location, base::FileSystem& files) {

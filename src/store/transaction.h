@@ -1,15 +1,19 @@
 #pragma once
 
+#include <chrono>
 #include <cstdint>
 #include <map>
 #include <memory>
+#include <optional>
 #include <set>
+#include <string>
 #include <string_view>
 
 #include "base/file_system.h"
 #include "base/result.h"
 #include "store/file_names.h"
 #include "store/journal_format.h"
+#include "store/store_lock.h"
 
 namespace orin::store {
 
@@ -58,9 +62,19 @@ class Transaction {
 /// Whether a transaction was committed and not carried out to the end.
 bool HasJournal(const StoreLocation& location);
 
-/// Carries out the journal, or removes it where it is damaged; success where there is none. The
-/// caller holds the StoreLock.
-base::Status RecoverStore(const StoreLocation& location, base::FileSystem& files);
+/// Carries out the journal; success where there is none. A damaged one gets the name of
+/// SetAsidePathOf and is told in a sentence, the result. The caller holds the StoreLock.
+base::Result<std::optional<std::string>> RecoverStore(const StoreLocation& location,
+                                                      base::FileSystem& files);
+
+/// How long a reader waits for a live writer to carry out its journal, and between two looks.
+inline constexpr std::chrono::seconds kCommitPatience{3};
+inline constexpr std::chrono::milliseconds kCommitPause{20};
+
+/// Waits while a live writer carries out its journal, until `deadline` at most. The lock where a
+/// dead one has left a journal behind, none where there is nothing to recover.
+base::Result<std::optional<StoreLock>> LockForRecovery(
+    const StoreLocation& location, std::chrono::steady_clock::time_point deadline);
 
 /// Removes staged files that no journal asks for. The caller holds the StoreLock and has
 /// recovered the store.

@@ -5,6 +5,7 @@
 #include "base/coding.h"
 #include "base/record_file.h"
 #include "store/file_names.h"
+#include "store/stored_file.h"
 
 namespace orin::store {
 
@@ -29,12 +30,6 @@ void EncodeLine(const TrendLine& line, char* bytes) {
   base::PutCurrency(bytes + at::kSecondPrice, line.second_price);
 }
 
-base::Result<std::string> ReadIfThere(const std::filesystem::path& path) {
-  std::error_code ignored;
-  if (!std::filesystem::exists(path, ignored)) return std::string();
-  return base::ReadFile(path);
-}
-
 }  // namespace
 
 TrendLines DecodeTrendLines(std::string_view record) {
@@ -54,7 +49,7 @@ std::string EncodeTrendLines(const TrendLines& lines) {
 }
 
 base::Result<TrendLines> LoadTrendLines(const StoreLocation& location, base::SlotRecord slot) {
-  const auto bytes = ReadIfThere(PathOf(location, kFile));
+  const auto bytes = ReadIfThere(location, kFile);
   if (!bytes) return base::Forward(bytes);
   const auto record = base::RecordView(*bytes, kTrendRecordLength).Record(slot.Value());
   return record ? DecodeTrendLines(*record) : TrendLines();
@@ -68,7 +63,7 @@ base::Status SaveTrendLines(const StoreLocation& location, base::SlotRecord slot
                       base::PathText(path) + "」に書き込めません。");
   }
   // A few megabytes at most: replacing the file is simpler than a journal and as safe.
-  auto bytes = ReadIfThere(path);
+  auto bytes = ReadIfThere(location, kFile);
   if (!bytes) return base::Forward(bytes);
   const auto offset = static_cast<size_t>(slot.Value() - 1) * kTrendRecordLength;
   if (bytes->size() < offset + kTrendRecordLength) bytes->resize(offset + kTrendRecordLength);

@@ -51,7 +51,7 @@ for told in "AAPL.csv 5行目：" "「abc」" "AAPL.csv 6行目：" "「2016/13/
 done
 
 cp "$home/orin.sys" "$home/orin.sys.good"
-for damage in "head -c 40" "head -c 120" "head -c 2300"; do
+for damage in "head -c 40" "head -c 120" "head -c 2200"; do
   $damage "$home/orin.sys.good" >"$home/orin.sys"
   expect "check finds a master cut by $damage" 1 "orin.sys" cli check
 done

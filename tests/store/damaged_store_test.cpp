@@ -175,6 +175,7 @@ TEST_F(DamagedStore, CheckTellsImpossibleBarsOnceAStock) {
       {BarOf(-5, 8, -6, 3, 1), "株価が負"},
       {FlatBar(5, -2), "出来高が負"},
       {FlatBar(0, 1), "株価が0"},
+      {FlatBar(0, 0), "株価が0"},
   };
   const size_t record = 2 * kDailyRecordLength;  // of B
   for (const auto& [bar, message] : cases) {

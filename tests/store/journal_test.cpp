@@ -172,7 +172,7 @@ TEST_F(Transactions, RecoveryStoppedAnywhereIsTakenUpAgain) {
   }
 }
 
-TEST_F(Transactions, DamagedJournalIsRemovedAndOtherFilesStay) {
+TEST_F(Transactions, DamagedJournalIsSetAsideAndOtherFilesStay) {
   Reset();
   const std::string before = Content();
   auto& files = base::NativeFileSystem();

@@ -84,6 +84,22 @@ TEST(SplitList, LineThatIsNoEventIsToldAndPassedOver) {
   }
 }
 
+TEST(SplitList, TextOutsideTheCodePageIsRefusedByFileAndStock) {
+  const auto refused = SplitList({{Code("B"), "한국", 2, "2", Day("2020/01/06")}}).Serialize();
+  ASSERT_FALSE(refused);
+  EXPECT_THAT(refused.error().message, ::testing::HasSubstr("「株式分割.txt」に書く銘柄B"));
+}
+
+TEST(SplitRatio, IsADecimalNumberAboveZero) {
+  EXPECT_EQ(ParseSplitRatio(" 2.50 ").value(), 2.5);
+  EXPECT_EQ(ParseSplitRatio("0.00001").value(), 0.00001);
+  for (const std::string bad : {"", "0", "-1", "1e3", "2x", "２", "1,000", "inf", "+2"}) {
+    const auto refused = ParseSplitRatio(bad);
+    ASSERT_FALSE(refused) << bad;
+    EXPECT_THAT(refused.error().message, ::testing::HasSubstr("「" + bad + "」"));
+  }
+}
+
 TEST(SplitList, EventsOfAStockComeOldestFirst) {
   const SplitList list({Event("B", 2, "2020/03/02"), Event("A", 4, "2020/02/03"),
                         Event("B", 3, "2020/01/06"), Event("C", 5, "2020/01/06")});

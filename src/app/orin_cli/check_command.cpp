@@ -31,7 +31,8 @@ int RunCheck(const Session& session) {
 
 void AddCheckCommand(CLI::App& app, Session& session) {
   CLI::App* command = app.add_subcommand("check", "株価データ全体を検査する");
-  command->footer("異常を１件１行で表示します。何も変更しません。");
+  command->footer(
+      "異常を１件１行で表示します。途中で切れた更新があれば、先に終わらせるか取り消します。");
   command->callback([&session] { session.run = [&session] { return RunCheck(session); }; });
 }
 

@@ -4,7 +4,6 @@
 #include <vector>
 
 #include "app/orin_cli/open_store.h"
-#include "base/currency.h"
 
 namespace orin::app {
 
@@ -36,11 +35,9 @@ base::Result<store::SplitEvent> ParseEvent(const store::StockStore& store,
   event.code = (*stock)->code;
   event.name = (*stock)->name;
   event.ratio_text = text.substr(first + 1, second - first - 1);
-  const auto ratio = base::Currency::Parse(event.ratio_text);
-  if (!ratio || *ratio <= base::Currency()) {
-    return base::Fail("分割倍率「" + event.ratio_text + "」は０より大きい数ではありません。");
-  }
-  event.ratio = ratio->ToDouble();
+  const auto ratio = store::ParseSplitRatio(event.ratio_text);
+  if (!ratio) return base::Forward(ratio);
+  event.ratio = *ratio;
   const auto date = base::Date::Parse(text.substr(second + 1));
   if (!date) {
     return base::Fail("権利付最終日「" + text.substr(second + 1) +

@@ -1,0 +1,62 @@
+#include <algorithm>
+#include <iterator>
+
+#include "store/check_parts.h"
+#include "store/file_names.h"
+#include "store/name_index.h"
+#include "store/store_state.h"
+
+namespace orin::store {
+
+namespace {
+
+constexpr StoreFile kIndex = {FileKind::kNameIndex, 0};
+constexpr StoreFile kAdded = {FileKind::kAdded, 0};
+
+}  // namespace
+
+std::string MissingSentence(const StoreLocation& location, const StoreFile& file) {
+  return "初期設定ファイルで指定した場所に" + FileName(file) + "がありません。（" +
+         base::PathText(PathOf(location, file)) + "）";
+}
+
+void StockStore::State::ExamineCompanions() {
+  const bool has_index = Exists(location, kIndex);
+  if (!has_index) problems.push_back(MissingSentence(location, kIndex));
+  if (options.access == Access::kRead) return;
+  if (!has_index) RebuildIndex();
+  const CheckedStore checked = {location, master.Header(), master};
+  damaged_companions.clear();
+  for (const StoreFile& file : {kIndex, kAdded}) {
+    if (!Exists(location, file)) continue;
+    Findings findings;
+    if (file == kIndex) {
+      CheckIndex(checked, findings);
+    } else {
+      CheckList(checked, file.kind, findings);
+    }
+    std::vector<std::string> found = findings.Take();
+    if (!found.empty()) damaged_companions.push_back(file);
+    std::ranges::move(found, std::back_inserter(problems));
+  }
+}
+
+void StockStore::State::RebuildIndex() {
+  const std::filesystem::path path = PathOf(location, kIndex);
+  const auto index = BuildNameIndex(master, {}, {});
+  const base::Status made = index ? base::ReplaceFile(*files, path, *index) : base::Forward(index);
+  // The store can do without; adding stocks makes the file too.
+  problems.push_back(made ? "「" + base::PathText(path) + "」をorin.sysから作り直しました。"
+                          : made.error().message);
+}
+
+base::Status StockStore::State::KeepDamagedCompanions() {
+  for (const StoreFile& file : damaged_companions) {
+    if (const base::Status kept = KeepCopyAside(location, file, *files); !kept) return kept;
+  }
+  // What takes their place agrees; once is enough also where the change fails.
+  damaged_companions.clear();
+  return {};
+}
+
+}  // namespace orin::store

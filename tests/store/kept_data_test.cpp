@@ -1,0 +1,257 @@
+// What a user has is neither replaced nor dropped in silence, however damaged it is.
+
+#include <chrono>
+#include <filesystem>
+#include <fstream>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <thread>
+
+#include "base/coding.h"
+#include "store/companion_formats.h"
+#include "store/file_names.h"
+#include "store/journal_format.h"
+#include "store/master_format.h"
+#include "store/name_index.h"
+#include "store/price_format.h"
+#include "store/store_check.h"
+#include "store/store_lock.h"
+#include "store/transaction.h"
+#include "support/faulty_file_system.h"
+#include "support/store_builder.h"
+
+namespace orin::store {
+namespace {
+
+namespace fs = std::filesystem;
+using orin::support::AllBars;
+using orin::support::Code;
+using orin::support::Day;
+using orin::support::FlatBar;
+using orin::support::Price;
+using orin::support::StoreBuilder;
+using orin::support::Weekdays;
+using ::testing::Contains;
+using ::testing::HasSubstr;
+using ::testing::IsEmpty;
+
+constexpr StoreFile kMaster = {FileKind::kMaster, 0};
+constexpr StoreFile kIndex = {FileKind::kNameIndex, 0};
+constexpr StoreFile kAdded = {FileKind::kAdded, 0};
+constexpr StoreFile kDeleted = {FileKind::kDeleted, 0};
+constexpr StoreFile kSplits = {FileKind::kSplits, 0};
+constexpr StoreFile kJournal = {FileKind::kJournal, 0};
+constexpr StoreFile kDaily1 = {FileKind::kDaily, 1};
+const OpenOptions kWriting = {Access::kWrite, {}};
+
+class KeptData : public ::testing::Test {
+ protected:
+  void TearDown() override { fs::remove_all(Root()); }
+
+  [[nodiscard]] const StoreLocation& Where() const { return builder_.Location(); }
+  [[nodiscard]] fs::path Root() const { return Where().system_directory.parent_path(); }
+  void Build() {
+    builder_.Days(Weekdays("2020/01/06", 3));
+    builder_.Stock("A", {FlatBar(1)}).Stock("B", {FlatBar(2)}).Stock("C", {FlatBar(3)}).Build();
+  }
+  [[nodiscard]] std::string Read(const StoreFile& file) const {
+    return base::ReadFile(PathOf(Where(), file)).value();
+  }
+  void Write(const StoreFile& file, const std::string& bytes) const {
+    fs::create_directories(DirectoryOf(Where(), file));
+    std::ofstream(PathOf(Where(), file), std::ios::binary) << bytes;
+  }
+  [[nodiscard]] base::Result<StockStore> Open(const OpenOptions& options = kWriting) const {
+    return StockStore::Open(Where(), options, base::NativeFileSystem());
+  }
+  [[nodiscard]] base::Result<std::vector<std::string>> Check() const {
+    base::SilentProgress progress;
+    return CheckStore(Where(), progress);
+  }
+  [[nodiscard]] static std::vector<std::string> ProblemsOf(const StockStore& store) {
+    return {store.Problems().begin(), store.Problems().end()};
+  }
+  /// A journal that puts `bytes` at the start of a file, as a killed writer leaves it.
+  void LeaveJournal(const StoreFile& file, int64_t offset, std::string_view bytes) const {
+    JournalWriter writer;
+    writer.Add({JournalStep::Kind::kWrite, file, offset, 1, bytes});
+    Write(kJournal, writer.Finish());
+  }
+
+  StoreBuilder builder_{"kept"};
+};
+
+TEST_F(KeptData, CreationRefusesWhereThereIsAnythingOfAStore) {
+  for (const StoreFile& file :
+       {kMaster, kIndex, kAdded, kDeleted, kJournal, StoreFile{FileKind::kTrendLines, 0}, kDaily1,
+        StoreFile{FileKind::kCredit, 999}}) {
+    fs::remove_all(Root());
+    Write(file, "x");
+    const base::Status refused = StockStore::Create(Where(), base::NativeFileSystem());
+    ASSERT_FALSE(refused) << FileName(file);
+    EXPECT_THAT(refused.error().message, HasSubstr(FileName(file) + "」がすでにあります"));
+    EXPECT_EQ(Read(file), "x");
+    EXPECT_EQ(std::distance(fs::recursive_directory_iterator(Root()), {}), 2) << FileName(file);
+  }
+  fs::remove_all(Root());
+  const std::string splits = "A,a,2,2020/01/06\r\n";
+  Write(kSplits, splits);
+  ASSERT_TRUE(StockStore::Create(Where(), base::NativeFileSystem()));
+  EXPECT_EQ(Read(kSplits), splits);
+  EXPECT_EQ(Open()->Splits().Events().size(), 1U);
+}
+
+TEST_F(KeptData, CreationKilledAnywhereCanBeCompleted) {
+  for (int64_t n = 1;; ++n) {
+    fs::remove_all(Root());
+    support::FaultyFileSystem files;
+    files.DieAt(n);
+    files.LoseOnDeath(n % 2 == 0 ? support::Loss::kWritesAndNames : support::Loss::kNothing);
+    static_cast<void>(StockStore::Create(Where(), files));
+    if (!Open(OpenOptions())) {
+      const base::Status again = StockStore::Create(Where(), base::NativeFileSystem());
+      ASSERT_TRUE(again) << n << again.error().message;
+    }
+    ASSERT_TRUE(Open());
+    ASSERT_THAT(Check().value(), IsEmpty()) << n;
+    if (!files.IsDead()) break;
+  }
+}
+
+TEST_F(KeptData, NewStocksDoNotGetTheSlotsOfStocksLostFromTheMaster) {
+  Build();
+  const std::string whole = Read(kMaster);
+  Write(kMaster, whole.substr(0, whole.size() - 20));
+  const auto refused = Open();
+  ASSERT_FALSE(refused);
+  EXPECT_THAT(refused.error().message, HasSubstr("orin.sys」の長さ188バイト"));
+  EXPECT_THAT(ProblemsOf(Open(OpenOptions()).value()), Contains(HasSubstr("188バイト")));
+  Write(kMaster, whole.substr(0, whole.size() - kMasterRecordLength));
+  {
+    auto store = Open().value();
+    EXPECT_THAT(ProblemsOf(store), Contains(HasSubstr("銘柄レコードが1件あり")));
+    ASSERT_TRUE(store.AddStocks(std::vector{NewStock{Code("NEW"), "n"}}));
+    EXPECT_EQ(store.Master().Stocks().back().slot.Value(), 5);
+  }
+  EXPECT_EQ(Read(kDaily1).size(), 5 * kDailyRecordLength);
+  EXPECT_EQ(DecodeBar(Read(kDaily1).data() + 3 * kDailyRecordLength, {}).close, Price(3));
+  EXPECT_THAT(Check().value(), Contains(HasSubstr("銘柄レコードが1件あり")));
+}
+
+TEST_F(KeptData, CheckFinishesWhatAKilledWriterCommittedAndWaitsForALiveOne) {
+  Build();
+  const std::string zeros(kBarLength, '\0');
+  LeaveJournal(kMaster, kMasterRecordLength + master_offset::kRank, std::string("\7\0", 2));
+  EXPECT_THAT(Check().value(), IsEmpty());
+  EXPECT_EQ(Open(OpenOptions())->Master().Stocks()[0].rank, 7);
+
+  auto lock = StoreLock::Acquire(Where().system_directory);
+  LeaveJournal(kMaster, 0, "x");
+  const auto busy = Check();
+  ASSERT_FALSE(busy);
+  EXPECT_THAT(busy.error().message, HasSubstr("更新中"));
+  {
+    std::thread writer([this] {
+      std::this_thread::sleep_for(std::chrono::milliseconds(200));
+      fs::remove(PathOf(Where(), kJournal));
+    });
+    EXPECT_TRUE(Open(OpenOptions()));
+    writer.join();
+  }
+  // What looks like damage may be the live writer's unfinished work.
+  std::string daily = Read(kDaily1);
+  Write(kDaily1, daily.replace(kDailyRecordLength, kBarLength, zeros));
+  EXPECT_FALSE(Check());
+  *lock = StoreLock();
+  const auto findings = Check().value();
+  ASSERT_EQ(findings.size(), 1U);
+  EXPECT_THAT(findings[0], HasSubstr("株価が0"));
+}
+
+TEST_F(KeptData, DamagedJournalIsKeptAndToldOfByReaderAndCheck) {
+  Build();
+  LeaveJournal(kMaster, 0, "x");
+  std::string damaged = Read(kJournal);
+  damaged.back() = static_cast<char>(damaged.back() ^ 1);
+  for (const OpenOptions& options : {OpenOptions(), kWriting}) {
+    std::ofstream(SetAsidePathOf(Where(), kJournal)) << "older";
+    Write(kJournal, damaged);
+    const auto store = Open(options);
+    ASSERT_TRUE(store);
+    EXPECT_THAT(ProblemsOf(*store), ::testing::ElementsAre(HasSubstr("orin.jnl.bad")));
+    EXPECT_EQ(base::ReadFile(SetAsidePathOf(Where(), kJournal)).value(), damaged);
+    EXPECT_FALSE(HasJournal(Where()));
+  }
+  EXPECT_THAT(Check().value(), ::testing::ElementsAre(HasSubstr("orin.jnl.bad")));
+}
+
+TEST_F(KeptData, SplitLinesThatCannotBeReadAreNotDroppedByWriting) {
+  Build();
+  const std::string text = "A,a,2,2020/01/06\r\nA,a,two,2020/01/07\r\nB,b,,2020/01/07\r\n";
+  Write(kSplits, text);
+  auto store = Open().value();
+  EXPECT_EQ(store.Problems().size(), 2U);
+  const SplitEvent event = store.Splits().Events()[0];
+  for (const base::Status& refused :
+       {store.SaveSplits(SplitList()), store.CorrectForSplit(event)}) {
+    ASSERT_FALSE(refused);
+    EXPECT_THAT(refused.error().message, HasSubstr("「株式分割.txt」の2行目"));
+  }
+  EXPECT_EQ(Read(kSplits), text);
+  EXPECT_EQ(AllBars(store, "A")[0].close, Price(1));
+}
+
+TEST_F(KeptData, MissingIndexIsToldAndMadeAnewForAWriter) {
+  Build();
+  const std::string index = Read(kIndex);
+  fs::remove(PathOf(Where(), kIndex));
+  const std::string sentence = "初期設定ファイルで指定した場所にorin.indがありません。（";
+  EXPECT_THAT(ProblemsOf(Open(OpenOptions()).value()), ::testing::ElementsAre(HasSubstr(sentence)));
+  EXPECT_FALSE(fs::exists(PathOf(Where(), kIndex)));
+  EXPECT_THAT(ProblemsOf(Open().value()),
+              ::testing::ElementsAre(HasSubstr(sentence), HasSubstr("作り直しました")));
+  EXPECT_EQ(Read(kIndex), index);
+}
+
+TEST_F(KeptData, CompanionThatDisagreesIsToldAndKeptBesideBeforeItIsReplaced) {
+  Build();
+  std::string index = Read(kIndex);
+  index.replace(index_offset::kCode, 1, "Z");
+  Write(kIndex, index);
+  auto store = Open().value();
+  EXPECT_THAT(ProblemsOf(store), ::testing::ElementsAre(HasSubstr("orin.ind」のレコード1")));
+  ASSERT_TRUE(store.AddStocks(std::vector{NewStock{Code("NEW"), "n"}}));
+  EXPECT_EQ(base::ReadFile(SetAsidePathOf(Where(), kIndex)).value(), index);
+  EXPECT_FALSE(fs::exists(SetAsidePathOf(Where(), kAdded)));
+  EXPECT_EQ(DecodeNameIndex(Read(kIndex)).size(), 4U);
+
+  index = Read(kIndex);
+  Write(kIndex, index.substr(kIndexRecordLength) + index.substr(0, kIndexRecordLength));
+  { const StockStore closed = std::move(store); }
+  const auto findings = Check().value();
+  ASSERT_EQ(findings.size(), 1U);
+  EXPECT_THAT(findings[0], HasSubstr("レコード4の読み「A」が５０音順に並んでいません"));
+}
+
+TEST(StoredDates, DateThatTheFilesCannotHoldIsNamedWithTheReason) {
+  StoreBuilder builder("dates");
+  StockStore store = builder.Open(Access::kWrite);
+  struct Case {
+    int32_t serial;
+    std::string text;
+  };
+  for (const Case& test : {Case{0, "1899/12/30"}, Case{-1, "1899/12/29"},
+                           Case{base::Date::FromYmd(9999, 12, 31)->Serial() + 1, "10000/01/01"}}) {
+    const auto date = base::Date::FromSerial(test.serial);
+    for (const base::Status& refused :
+         {store.AddDays(std::vector{date}), store.AppendDay(date, {})}) {
+      ASSERT_FALSE(refused);
+      EXPECT_THAT(refused.error().message, HasSubstr("追加する日付" + test.text +
+                                                     "は、株価データに保存できる1899/12/31から"));
+    }
+  }
+  EXPECT_TRUE(store.AddDays(std::vector{base::Date::FromSerial(1)}));
+}
+
+}  // namespace
+}  // namespace orin::store
