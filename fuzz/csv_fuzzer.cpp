@@ -14,8 +14,8 @@ using orin::base::Bar;
 using orin::base::Currency;
 using orin::fuzz::Require;
 
-void CheckProblems(const std::vector<LineProblem>& problems, size_t size) {
-  for (const LineProblem& problem : problems) {
+void CheckProblems(const orin::acquire::LineProblems& problems, size_t size) {
+  for (const LineProblem& problem : problems.Kept()) {
     const bool in_file = problem.line >= 0 && static_cast<size_t>(problem.line) <= size + 1;
     Require(in_file && !problem.message.empty(), "a problem names a line and says what is wrong");
   }
