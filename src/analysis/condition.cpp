@@ -11,6 +11,7 @@ namespace orin::analysis {
 
 namespace {
 
+// A failure keeps its type of error while the type of the value it stands for changes.
 tl::unexpected<Note> Forward(const Note& failure) { return tl::unexpected<Note>(failure); }
 
 Split<ConditionText> DropComments(TextView text, std::vector<Note>& notes) {
@@ -94,6 +95,7 @@ Split<AndTerm> MakeAndTerm(TextView text) {
   if (!pieces) return Forward(pieces.error());
   AndTerm term;
   for (const TextView& piece : *pieces) {
+    // Only now: blanks count against the limit of one piece, not of the whole text.
     const auto collapsed = CollapseSpaces(piece);
     if (!collapsed) return Forward(collapsed.error());
     term.push_back(MakePiece(*collapsed));
@@ -119,7 +121,8 @@ tl::expected<CompiledCondition, Note> CompileCondition(std::string_view text) {
   CompiledCondition compiled;
   auto coded = DropComments(ConditionText::Decode(text).View(), compiled.notes);
   if (!coded) return Forward(coded.error());
-  NoteDoubtfulWords(coded->View(), compiled.notes);
+  // Before the coding, which makes letters of operators, so that a letter is one that was typed.
+  NoteDoubtfulWords(coded->View(), compiled.notes, compiled.explained);
   OperatorCoder(*coded, compiled.notes).Run();
   const auto flat = RemoveBraces(coded->View());
   if (!flat) return Forward(flat.error());

@@ -10,12 +10,18 @@
 namespace orin::analysis {
 
 /// Something about a condition text that its writer should know. `position` counts the
-/// characters of the text from 1; 0 where no one place is meant.
+/// characters of the text from 1; what is missing has the place of the text nearest to it.
 struct Note {
-  size_t position = 0;
+  size_t position = 1;
   std::string message;  // one Japanese sentence
 
   bool operator==(const Note&) const = default;
+};
+
+/// The characters first..last of a condition text, from 1.
+struct Stretch {
+  size_t first = 0;
+  size_t last = 0;
 };
 
 /// One place of the compiled condition table: text after the collapsing of blanks, operators in
@@ -39,6 +45,8 @@ struct CompiledCondition {
   std::vector<OrTerm> or_terms;
   /// Unbalanced braces, keywords in a mix of cases that is none, and the like.
   std::vector<Note> notes;
+  /// Where one of the notes says all there is to say; ascending, apart from each other.
+  std::vector<Stretch> explained = {};
 
   /// One bare operand and nothing else: a value, not a truth.
   [[nodiscard]] bool IsValue() const {

@@ -1,11 +1,13 @@
 #include "analysis/condition_text.h"
 
+#include "base/text.h"
 #include "base/utf8.h"
 
 namespace orin::analysis {
 
 namespace {
 
+// Messages quote what was typed, and a text without a single operator is one operand of any length.
 constexpr size_t kShownCharacters = 40;
 
 }  // namespace
@@ -37,6 +39,17 @@ Piece MakePiece(const ConditionText& text) {
   return piece;
 }
 
+std::string_view TrimAllBlanks(std::string_view text) {
+  // The widths mix, so that each may uncover the other.
+  for (;;) {
+    const size_t before = text.size();
+    text = base::TrimBlanks(text);
+    if (text.starts_with(kFullWidthBlank)) text.remove_prefix(kFullWidthBlank.size());
+    if (text.ends_with(kFullWidthBlank)) text.remove_suffix(kFullWidthBlank.size());
+    if (text.size() == before) return text;
+  }
+}
+
 std::string Shortened(std::string_view text) {
   size_t characters = 0;
   for (size_t i = 0; i < text.size(); ++i) {
@@ -46,5 +59,7 @@ std::string Shortened(std::string_view text) {
   }
   return std::string(text);
 }
+
+std::string Quoted(std::string_view text) { return "「" + Shortened(text) + "」"; }
 
 }  // namespace orin::analysis

@@ -43,7 +43,14 @@ Piece MakePiece(const ConditionText& text);
 /// Whether a byte of UTF-8 begins a character.
 inline bool BeginsCharacter(char byte) { return (static_cast<unsigned char>(byte) & 0xC0) != 0x80; }
 
-/// The first characters of `text`, with "…" where it is longer, for messages.
+/// Without blanks of both widths and tabs at both ends.
+std::string_view TrimAllBlanks(std::string_view text);
+
+// For messages.
+
+/// The first characters of `text`, with "…" where it is longer.
 std::string Shortened(std::string_view text);
+/// The shortened text in 「 and 」.
+std::string Quoted(std::string_view text);
 
 }  // namespace orin::analysis

@@ -9,7 +9,8 @@ namespace orin::analysis {
 namespace {
 
 // Columns of all nodes together take no more memory than this; a range that would is evaluated
-// in several blocks.
+// in several blocks. A text of a megabyte has some hundred thousand nodes, and every node keeps its
+// column while others may still share it.
 constexpr size_t kColumnBytes = size_t{64} << 20;
 constexpr size_t kBytesPerPlace = sizeof(base::Currency) + sizeof(uint8_t);
 
@@ -36,7 +37,7 @@ Evaluator::Evaluator(const Program& program)
 bool Evaluator::EvaluateCondition(StockContext& context, base::DayIndex day) {
   if (program_.is_value_) return false;
   uint8_t truth = 0;
-  EvaluateTruths({context, day, day}, &truth);
+  EvaluateTruths({context, day, day, true}, &truth);
   return truth != 0;
 }
 
@@ -91,12 +92,26 @@ void Evaluator::EvaluateTruths(const Block& block, uint8_t* truths) {
                    [](uint8_t truth) { return static_cast<uint8_t>(truth ^ 1U); });
     bool any_open = true;
     for (uint32_t i = or_term.begin; i < or_term.end && any_open; ++i) {
-      any_open = Narrow(block, program_.comparisons_[i]);
+      const Program::Comparison& comparison = program_.comparisons_[i];
+      any_open = Narrow(block, comparison);
+      const bool stores = comparison.stores_buy || comparison.stores_sell;
+      if (any_open && stores && block.stores_prices) StorePrice(block, comparison);
     }
     if (!any_open) continue;
     for (size_t i = 0; i < count; ++i) truths[i] = static_cast<uint8_t>(truths[i] | open_[i]);
+    // Later Or-terms, often the costly ones, matter only to days that are still false.
     if (std::find(truths, truths + count, 0) == truths + count) return;
   }
+}
+
+void Evaluator::StorePrice(const Block& block, const Program::Comparison& comparison) {
+  const auto price = static_cast<float>(Compute(block, comparison.left).values->ToDouble());
+  TradePrices& trade = block.context.Trade();
+  if (comparison.stores_buy) trade.buy = price;
+  if (comparison.stores_sell) trade.sell = price;
+  // What rests on the old price is out of date. Finding out which nodes do would cost every
+  // program; computing all of them anew costs the one day.
+  ++round_;
 }
 
 // Closes the days on which the relation is false; tells whether any stays open.
@@ -119,6 +134,7 @@ Evaluator::View Evaluator::Compute(const Block& block, uint32_t operand) {
   const Program::Operand& needs = program_.operands_[operand];
   for (uint32_t i = needs.needed_begin; i < needs.needed_end; ++i) {
     const uint32_t number = program_.needed_[i];
+    // Operands share nodes, within a block and never beyond it.
     if (computed_in_[number] == round_) continue;
     computed_in_[number] = round_;
     ComputeNode(block, number);

@@ -20,13 +20,16 @@ class Evaluator {
   explicit Evaluator(const Program& program);
   explicit Evaluator(Program&&) = delete;
 
-  /// The condition's truth on one day. A bare operand is no truth: false.
+  /// The condition's truth on one day. A bare operand is no truth: false. Each relation found true
+  /// whose first operand contains 買い値 (売り値) stores that operand's value as the buy (sell)
+  /// price of the context's trade, in single precision; items evaluated later read the new price.
   bool EvaluateCondition(StockContext& context, base::DayIndex day);
   /// The value of a program that is one bare operand; of a condition: failed.
   Value EvaluateOperand(StockContext& context, base::DayIndex day);
 
   /// The same for each of the days first..last, evaluated as columns. `truths` and `values` are
-  /// reset to one place a day, to none where last is before first.
+  /// reset to one place a day, to none where last is before first. No price is stored, and every
+  /// day reads the prices of the context: the days of a range have no order.
   void EvaluateConditionRange(StockContext& context, base::DayIndex first, base::DayIndex last,
                               std::vector<uint8_t>& truths);
   void EvaluateOperandRange(StockContext& context, base::DayIndex first, base::DayIndex last,
@@ -45,6 +48,7 @@ class Evaluator {
     StockContext& context;
     base::DayIndex first;
     base::DayIndex last;
+    bool stores_prices = false;
     [[nodiscard]] size_t Count() const {
       return static_cast<size_t>(int64_t{last.Value()} - first.Value() + 1);
     }
@@ -57,6 +61,7 @@ class Evaluator {
   View Compute(const Block& block, uint32_t operand);
   void ComputeNode(const Block& block, uint32_t number);
   [[nodiscard]] View ViewOf(uint32_t number) const;
+  void StorePrice(const Block& block, const Program::Comparison& comparison);
   bool Narrow(const Block& block, const Program::Comparison& comparison);
 
   const Program& program_;

@@ -2,7 +2,9 @@
 
 #include <algorithm>
 #include <array>
+#include <iterator>
 #include <optional>
+#include <utility>
 
 #include "analysis/condition_notes.h"
 #include "analysis/condition_text.h"
@@ -21,47 +23,72 @@ bool LooksNumeric(std::string_view text) {
   return text.find_first_not_of("0123456789.") == std::string_view::npos;
 }
 
-size_t PositionInCondition(const Piece& piece, size_t position) {
-  return position == 0 || position > piece.positions.size() ? 0 : piece.positions[position - 1];
-}
-
 }  // namespace
 
+bool OperandBuilder::HasRoomForNotes() const { return notes_.size() < kMaximumNotes; }
+
+void OperandBuilder::AddNoteAt(size_t position, std::string message) {
+  const auto after =
+      std::upper_bound(explained_.begin(), explained_.end(), position,
+                       [](size_t place, const Stretch& stretch) { return place < stretch.first; });
+  const bool is_explained = after != explained_.begin() && position <= std::prev(after)->last;
+  if (!is_explained) AddNote(notes_, position, std::move(message));
+}
+
 const OperandBuilder::Leaf& OperandBuilder::BindLeaf(std::string_view text) {
-  const auto [place, is_new] = leaves_.try_emplace(text, Leaf{NodeTable::kFailed, ""});
-  Leaf& leaf = place->second;
-  if (!is_new) return leaf;
+  const auto [place, is_new] = leaves_.try_emplace(text, Leaf{NodeTable::kFailed, "", 0});
+  if (is_new) FindLeaf(text, place->second);
+  return place->second;
+}
+
+void OperandBuilder::FindLeaf(std::string_view text, Leaf& leaf) {
   if (text.empty()) {
     leaf.fault = "ここに数値か分析項目がありません。";
   } else if (const auto number = base::Currency::Parse(text)) {
     leaf.node = nodes_.Literal(*number);
   } else if (LooksNumeric(text)) {
-    leaf.fault = "「" + Shortened(text) + "」は数値として扱えません。";
-  } else if (const auto call = ItemCall::Bind(text)) {
-    leaf.node = nodes_.Item(*call);
+    leaf.fault = Quoted(text) + "は数値として扱えません。";
   } else {
-    leaf.fault = call.error().message;
+    BindItem(text, leaf);
   }
-  return leaf;
 }
 
-void OperandBuilder::ReadTokens(const Piece& piece) {
+void OperandBuilder::BindItem(std::string_view text, Leaf& leaf) {
+  // A text of a megabyte holds more faults than anyone reads, and each sentence takes a search.
+  const auto call = ItemCall::Bind(text, HasRoomForNotes());
+  if (!call) {
+    leaf.fault = call.error().message;
+    leaf.before = call.error().before;
+  } else if (auto never = call->WhyNever()) {
+    leaf.fault = std::move(*never);
+  } else if (const auto number = call->FunctionNumber()) {
+    // As literals, so that a function of a literal is computed, or found impossible, right here.
+    leaf.node = nodes_.Literal(base::Currency::FromInt(*number));
+  } else {
+    leaf.node = nodes_.Item(*call);
+  }
+}
+
+void OperandBuilder::ReadTokens(const Piece& piece, size_t place_if_empty) {
   entries_.clear();
   for (const Token& token : TokenizeOperand(piece.text)) {
-    const size_t position = PositionInCondition(piece, token.position);
+    const auto place_of = [&](size_t position) -> size_t {
+      const bool has_place = position > 0 && position <= piece.positions.size();
+      return has_place ? piece.positions[position - 1] : place_if_empty;
+    };
     uint32_t node = NodeTable::kFailed;
     if (token.kind == Token::Kind::kOperand) {
       const Leaf& leaf = BindLeaf(token.text);
-      if (!leaf.fault.empty()) AddNote(notes_, position, leaf.fault);
+      if (!leaf.fault.empty()) AddNoteAt(place_of(token.position + leaf.before), leaf.fault);
       node = Used(leaf.node);
     }
-    entries_.push_back({token.kind, token.code, node, position});
+    entries_.push_back({token.kind, token.code, node, place_of(token.position)});
   }
 }
 
-OperandBuilder::Operand OperandBuilder::Build(const Piece& piece) {
+OperandBuilder::Operand OperandBuilder::Build(const Piece& piece, size_t place_if_empty) {
   used_.clear();
-  ReadTokens(piece);
+  ReadTokens(piece, place_if_empty);
   if (!ApplyPasses() || entries_[0].node == NodeTable::kFailed) return {};
   std::sort(used_.begin(), used_.end());
   used_.erase(std::unique(used_.begin(), used_.end()), used_.end());
@@ -69,13 +96,16 @@ OperandBuilder::Operand OperandBuilder::Build(const Piece& piece) {
 }
 
 bool OperandBuilder::ApplyPasses() {
-  // Most passes have nothing to do.
+  // Most of the 24 passes have nothing to do, and a condition is built while its writer types.
   std::array<std::array<bool, kPasses>, kDeepestCode + 1> present = {};
   for (const Entry& entry : entries_) {
     if (entry.kind == Token::Kind::kOperator) present[entry.code.depth][PassOf(entry.code)] = true;
   }
   for (size_t level = 0; level <= kDeepestCode; ++level) {
     const size_t depth = kDeepestCode - level;
+    // A sign binds tighter than any operator of its depth: it was typed as part of the operand,
+    // and "2 ^ -1" has no left side for a subtraction. One of a lesser depth stands outside the
+    // braces and has to wait for their value.
     if (!ApplySigns(depth)) return false;
     for (size_t pass = 0; pass < kPasses; ++pass) {
       if (present[depth][pass] && !ApplyPass(depth, pass)) return false;
@@ -133,27 +163,27 @@ bool OperandBuilder::ApplyPass(size_t depth, size_t pass) {
 
 void OperandBuilder::Combine(Entry& left, const Entry& operation, const Entry& right) {
   const uint32_t node = nodes_.Operation(left.node, operation.code.kind, right.node);
+  // A side that fails has a note of its own.
   if (node == NodeTable::kFailed && left.node != node && right.node != node) {
-    AddNote(notes_, operation.position,
-            "この計算は結果を持ちません（ゼロでの割り算、範囲外の値など）。");
+    AddNoteAt(operation.position, "この計算は結果を持ちません（ゼロでの割り算、範囲外の値など）。");
   }
   left.node = Used(node);
 }
 
 void OperandBuilder::NoteBrokenArithmetic(const Entry& operation) {
-  AddNote(notes_, operation.position,
-          "この演算子のすぐ右に後から計算される「-」があります。「-」とその値を「{」と「}"
-          "」で囲んでください。");
+  AddNoteAt(operation.position,
+            "この演算子のすぐ右に後から計算される「-」があります。「-」とその値を「{」と「}"
+            "」で囲んでください。");
 }
 
 void OperandBuilder::NoteSignBeforeFunction(size_t sign, size_t operand) {
   const bool before_function = operand + 1 < entries_.size() &&
                                entries_[operand + 1].kind == Token::Kind::kOperator &&
                                entries_[operand + 1].code.kind == OperatorKind::kFunction;
-  if (before_function && nodes_[entries_[operand].node].kind == Node::Kind::kItem) {
-    AddNote(notes_, entries_[sign].position,
-            "この「-」は関数の値ではなく「?」の左にかかります。関数全体を「{」と「}"
-            "」で囲んでください。");
+  if (before_function && entries_[operand].node != NodeTable::kFailed) {
+    AddNoteAt(entries_[sign].position,
+              "この「-」は関数の値ではなく「?」の左にかかります。関数全体を「{」と「}"
+              "」で囲んでください。");
   }
 }
 

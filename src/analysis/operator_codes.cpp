@@ -59,6 +59,7 @@ struct RelationText {
   Relation relation;
 };
 
+// The longer ones first, or "<=" would read as "<" and an operand that begins with "=".
 constexpr std::array<RelationText, 6> kRelations = {{
     {"<>", Relation::kNotEqual},
     {"<=", Relation::kLessOrEqual},
@@ -79,6 +80,19 @@ std::optional<OperatorCode> OperatorAt(std::string_view text) {
   if (text.empty()) return std::nullopt;
   if (text[0] == 'm' || text[0] == 'M') return ModAt(text);
   return kLetters[static_cast<unsigned char>(text[0])];
+}
+
+std::string AsTyped(std::string_view text) {
+  std::string typed;
+  for (size_t i = 0; i < text.size();) {
+    const auto code = OperatorAt(text.substr(i));
+    const bool stands_for_another = code && code->depth > 0;
+    const size_t length = code ? code->length : 1;
+    typed += stands_for_another ? kOperatorRows[static_cast<size_t>(code->kind)].codes[0]
+                                : text.substr(i, length);
+    i += length;
+  }
+  return typed;
 }
 
 std::optional<RelationCode> RelationAt(std::string_view text) {

@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <optional>
+#include <string>
 #include <string_view>
 
 namespace orin::analysis {
@@ -59,6 +60,9 @@ struct OperatorCode {
 
 /// The operator code of any depth that `text` begins with; a Mod before any single letter.
 std::optional<OperatorCode> OperatorAt(std::string_view text);
+
+/// `text` with each code of braces as the operator it stands for, Mod as "Mod".
+std::string AsTyped(std::string_view text);
 
 /// Which outcomes of a comparison make the relation true, as a set of bits: 1 less, 2 equal,
 /// 4 greater.

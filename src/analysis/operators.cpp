@@ -45,6 +45,8 @@ Result Power(Currency left, Currency right) {
   return Currency::FromDouble(std::pow(left.ToDouble(), right.ToDouble()));
 }
 
+// A zero is refused before dividing, so that x / 0 and 0 / 0 fail alike whatever doubles make of
+// them.
 Result Divide(Currency left, Currency right) {
   if (right == Currency()) return std::nullopt;
   return Currency::FromDouble(left.ToDouble() / right.ToDouble());

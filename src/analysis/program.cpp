@@ -12,8 +12,9 @@ namespace orin::analysis {
 class ProgramBuilder {
  public:
   explicit ProgramBuilder(const CompiledCondition& condition)
-      : condition_(condition), operand_builder_(nodes_, program_.notes_) {
+      : condition_(condition), operand_builder_(nodes_, program_.notes_, condition.explained) {
     program_.notes_ = condition.notes;
+    // A relation that lacks a side refers to this operand, so that no evaluation has to ask.
     program_.operands_.emplace_back();
   }
 
@@ -28,7 +29,9 @@ class ProgramBuilder {
     program_.items_ = nodes_.TakeItems();
     for (const ItemCall& item : program_.items_) {
       program_.needs_ = program_.needs_.Union(item.Needs());
+      program_.needs_second_stock_ = program_.needs_second_stock_ || item.ReadsSecondStock();
     }
+    MarkStoringComparisons();
     std::stable_sort(program_.notes_.begin(), program_.notes_.end(),
                      [](const Note& a, const Note& b) { return a.position < b.position; });
     return std::move(program_);
@@ -37,12 +40,10 @@ class ProgramBuilder {
  private:
   uint32_t AddOperand(const Piece& piece) {
     if (!piece.positions.empty()) last_position_ = piece.positions.back();
-    const size_t first_note = program_.notes_.size();
-    const OperandBuilder::Operand built = operand_builder_.Build(piece);
     // An empty piece has no place of its own; what it should stand behind has.
-    for (size_t i = first_note; i < program_.notes_.size(); ++i) {
-      if (program_.notes_[i].position == 0) program_.notes_[i].position = last_position_;
-    }
+    const OperandBuilder::Operand built = operand_builder_.Build(piece, last_position_);
+    // The needed nodes are what an evaluation computes for this operand alone, so that one behind
+    // a relation already false costs nothing.
     // Equal roots are equal computations, so that one operand serves every place it stands at.
     const auto number = static_cast<uint32_t>(program_.operands_.size());
     const auto [place, is_new] = operand_of_root_.try_emplace(built.root, number);
@@ -77,6 +78,24 @@ class ProgramBuilder {
     }
   }
 
+  // Once for the program, so that an evaluation asks a flag and never the tree.
+  void MarkStoringComparisons() {
+    const auto holds_price = [](const ItemCall& item) {
+      return item.IsBuyPrice() || item.IsSellPrice();
+    };
+    if (std::none_of(program_.items_.begin(), program_.items_.end(), holds_price)) return;
+    for (Program::Comparison& comparison : program_.comparisons_) {
+      const Program::Operand& left = program_.operands_[comparison.left];
+      for (uint32_t i = left.needed_begin; i < left.needed_end; ++i) {
+        const Node& node = program_.nodes_[program_.needed_[i]];
+        if (node.kind != Node::Kind::kItem) continue;
+        const ItemCall& item = program_.items_[node.left];
+        comparison.stores_buy = comparison.stores_buy || item.IsBuyPrice();
+        comparison.stores_sell = comparison.stores_sell || item.IsSellPrice();
+      }
+    }
+  }
+
   void AddBareOperand(const AndTerm& pieces) {
     const bool has_text = !pieces.empty() && !pieces[0].positions.empty();
     AddNote(program_.notes_, has_text ? pieces[0].positions[0] : last_position_,
@@ -91,7 +110,7 @@ class ProgramBuilder {
   NodeTable nodes_;
   OperandBuilder operand_builder_;
   std::unordered_map<uint32_t, uint32_t> operand_of_root_ = {{NodeTable::kFailed, 0}};
-  size_t last_position_ = 0;  // of what was read so far
+  size_t last_position_ = 1;  // of what was read so far
 };
 
 Program Program::Build(const CompiledCondition& condition) {

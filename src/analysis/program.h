@@ -22,6 +22,8 @@ class Program {
   /// One bare operand, for EvaluateOperand; else a condition, for EvaluateCondition.
   [[nodiscard]] bool IsValue() const { return is_value_; }
   [[nodiscard]] const History& Needs() const { return needs_; }
+  /// Whether an item reads the second stock: 第二銘柄... or さや... Without one those items fail.
+  [[nodiscard]] bool NeedsSecondStock() const { return needs_second_stock_; }
   /// The condition's notes and those of its operands, by position. At most 100.
   [[nodiscard]] const std::vector<Note>& Notes() const { return notes_; }
 
@@ -41,6 +43,9 @@ class Program {
     uint32_t left = 0;
     Relation relation = Relation::kEqual;
     uint32_t right = 0;
+    // Whether the left operand contains 買い値 or 売り値, whose price a true relation stores.
+    bool stores_buy = false;
+    bool stores_sell = false;
   };
   /// True when each of its comparisons is, whichever And-term they come from.
   struct ComparisonRange {
@@ -49,6 +54,7 @@ class Program {
   };
 
   bool is_value_ = false;
+  bool needs_second_stock_ = false;
   History needs_;
   std::vector<Note> notes_;
   std::vector<Node> nodes_;

@@ -108,6 +108,7 @@ Split<std::vector<TextView>> SplitRelation(TextView text) {
 Split<ConditionText> CollapseSpaces(TextView text) {
   auto collapsed = CollapseRuns(text, " ");
   if (!collapsed) return collapsed;
+  // One width after the other: a run that mixes them stays as it is.
   return CollapseRuns(collapsed->View(), kFullWidthBlank);
 }
 

@@ -24,6 +24,7 @@ DayIndex FirstOfPeriods(const store::PeriodIndex& periods, DayIndex day, int32_t
 
 DayIndex FirstNeeded(const store::Calendar& calendar, const History& needs, DayIndex examined) {
   if (examined < kFirstDay || examined > calendar.Last()) return kFirstDay;
+  // One first day for all three: weeks and months are made from the daily bars at hand.
   DayIndex first = FirstOfDays(examined, std::max(needs.daily, 1));
   if (needs.weekly > 0) {
     first = std::min(first, FirstOfPeriods(calendar.Weeks(), examined, needs.weekly));

@@ -25,6 +25,13 @@ struct History {
   [[nodiscard]] History Union(const History& other) const;
 };
 
+/// The prices of the trade that a simulation follows, as 買い値 and 売り値 read them; without a
+/// price the item fails. Single precision, as a true relation stores them.
+struct TradePrices {
+  std::optional<float> buy;
+  std::optional<float> sell;
+};
+
 /// The loaded series of the stock under analysis and of the second stock, as items read them.
 /// One object serves a whole run: Load reuses its memory from stock to stock.
 class StockContext {
@@ -53,6 +60,10 @@ class StockContext {
   [[nodiscard]] bool HasSecond() const { return has_second_; }
   [[nodiscard]] base::BarsView Second() const { return second_view_; }
 
+  /// Set by the simulation, and by the evaluation of a condition on one day. Load leaves them.
+  [[nodiscard]] TradePrices& Trade() { return trade_; }
+  [[nodiscard]] const TradePrices& Trade() const { return trade_; }
+
  private:
   void LoadSeries(const store::StockRecord& stock, base::DayIndex first,
                   base::BarColumns& bars) const;
@@ -68,6 +79,7 @@ class StockContext {
   base::BarsView daily_view_;
   base::BarsView second_view_;
   bool has_second_ = false;
+  TradePrices trade_;
   store::PeriodBars weekly_;
   store::PeriodBars monthly_;
 };

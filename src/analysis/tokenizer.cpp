@@ -6,20 +6,6 @@ namespace orin::analysis {
 
 namespace {
 
-std::string_view TrimAllBlanks(std::string_view text) {
-  const auto blank_length = [](bool full_width, bool half_width) -> size_t {
-    return full_width ? kFullWidthBlank.size() : half_width ? 1 : 0;
-  };
-  while (const size_t length =
-             blank_length(text.starts_with(kFullWidthBlank), text.starts_with(' '))) {
-    text.remove_prefix(length);
-  }
-  while (const size_t length = blank_length(text.ends_with(kFullWidthBlank), text.ends_with(' '))) {
-    text.remove_suffix(length);
-  }
-  return text;
-}
-
 class Tokenizer {
  public:
   explicit Tokenizer(std::string_view text) : text_(text) {}

@@ -39,6 +39,7 @@ struct MoveCount {
   static Int128 Of(const BarsView&, int32_t, Int128) { return Currency::kScale; }
 };
 
+// The bar before the span is the base of its first change, so that it is the one tested.
 template <int kDirection, typename Measure>
 void PutMoves(const ColumnTask& task) {
   using Term = MoveTerm<kDirection, Measure>;

@@ -43,6 +43,7 @@ struct MovementTerm {
     const Int128 up = high - bars.High(t - 1).Raw();
     const Int128 down = bars.Low(t - 1).Raw() - low;
     Movement movement;
+    // At most one of the two: a bar that reaches further both ways moved in the larger direction.
     if (up > down && up > 0) movement.plus = up;
     if (down > up && down > 0) movement.minus = down;
     movement.true_range = std::max({high - low, high - close_before, close_before - low});
@@ -100,10 +101,13 @@ struct DxTerm {
     window.MoveTo(t);
     const std::optional<Currency> plus = window.Plus();
     const std::optional<Currency> minus = window.Minus();
+    // Counted and not skipped: a mean over fewer bars would be another indicator.
     if (!plus || !minus) return {0, 1};
     const Int128 difference = Int128{plus->Raw()} - minus->Raw();
     const Int128 sum = Int128{plus->Raw()} + minus->Raw();
     const std::optional<double> ratio = Ratio(Magnitude(difference), Magnitude(sum));
+    // Rounded before it is summed: the indexes it is made of are shown with four decimals, and a
+    // sum of such integers can lose the bars that leave the window, which one of doubles cannot.
     const std::optional<Currency> dx = ratio ? Currency::FromDouble(*ratio) : std::nullopt;
     return dx ? DxSum{dx->Raw(), 0} : DxSum{0, 1};
   }

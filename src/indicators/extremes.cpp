@@ -27,6 +27,7 @@ void PutValues(const ColumnTask& task) {
 template <typename Rule>
 void PutVolumes(const ColumnTask& task) {
   PutExtremes<Rule>(task, [&task](int32_t, const Extreme& found) -> std::optional<Currency> {
+    // The range helpers can settle on a bar without data, whose volume is -1.
     if (found.bar == 0 || !task.bars.HasData(found.bar)) return std::nullopt;
     return task.bars.Volume(found.bar);
   });
@@ -49,6 +50,7 @@ struct VolumeSource {
   }
 };
 
+// Sums that begin at a bar without data do not exist, and the extreme is taken among the others.
 struct VolumeSumSource {
   base::BarsView bars;
   int32_t length;

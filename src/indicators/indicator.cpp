@@ -12,6 +12,7 @@ namespace {
 /// The oldest bar that has all the bars before it that its value depends on.
 int64_t OldestUsable(const Indicator& indicator, const BarsView& bars, const Parameters& parameters,
                      Span span) {
+  // A series loaded in part would shorten where the whole one does not.
   const bool all_bars_at_hand = bars.First() == 1;
   if (span == Span::kShortens && indicator.span == Span::kShortens && all_bars_at_hand) return 1;
   const int64_t history = indicator.history(parameters);

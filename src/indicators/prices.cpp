@@ -35,6 +35,7 @@ void Volume(const ColumnTask& task) {
   PutPrices(task, [&task](int32_t t) { return task.bars.Volume(t); });
 }
 
+// Days without trade have a date too: conditions on the calendar hold for them as for others.
 void SerialDate(const ColumnTask& task) {
   for (int32_t t = task.first; t <= task.last; ++t) {
     task.sink.Put(t, Currency::FromInt(task.bars.DateOf(t).Serial()));

@@ -11,6 +11,7 @@ using base::Int128;
 
 namespace {
 
+/// Summed apart, because %D divides the sums and is no mean of quotients.
 /// Numerator and denominator of %K, summed; `missing` counts the bars that have none.
 struct Place {
   Int128 above_low = 0;

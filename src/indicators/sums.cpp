@@ -27,6 +27,8 @@ void PutTotals(const ColumnTask& task) {
   PutSums<Field>(task, [](int32_t, const CountedSum& total) { return ToCurrency(total.raw); });
 }
 
+// The integers are divided, not doubles: a sum over many bars of large volumes has more digits than
+// a double, and the tie that decides the fourth decimal must be seen.
 std::optional<Currency> Mean(const CountedSum& total) {
   return ToCurrency(base::DivideHalfToEven(total.raw, total.count));
 }
@@ -50,6 +52,7 @@ void DeviationRate(const ColumnTask& task) {
   PutSums<CloseField>(task, [&task](int32_t t, const CountedSum& total) -> std::optional<Currency> {
     const std::optional<Currency> mean = Mean(total);
     if (!mean || !task.bars.HasData(t)) return std::nullopt;
+    // The mean as it is shown, so that whoever checks the rate by hand gets the same.
     const base::Int128 close = task.bars.Close(t).Raw();
     return Percentage(close - mean->Raw(), mean->Raw());
   });

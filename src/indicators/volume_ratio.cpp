@@ -8,7 +8,9 @@ using base::Int128;
 
 namespace {
 
-/// The last `n` bars with volume, up to an examined bar that moves on bar by bar.
+/// Bars without trade are passed over, so that no number of bars is known to hold n with volume:
+/// the whole history is read, and the window is kept by its content instead of its length. The last
+/// `n` bars with volume, up to an examined bar that moves on bar by bar.
 class CountedBars {
  public:
   CountedBars(const BarsView& bars, int32_t n, int32_t t) : bars_(bars), n_(n), oldest_(t + 1) {
@@ -19,6 +21,7 @@ class CountedBars {
   }
 
   void MoveTo(int32_t t) {
+    // No value until n bars with volume lie after this one.
     if (!bars_.HasData(t)) return StartAfter(t);
     if (!IsCounted(t)) return;
     Count(t, 1);

@@ -93,7 +93,7 @@ void AddNotes(const analysis::Program& program, bool has_second, std::vector<std
   if (program.IsValue()) {
     notes.emplace_back("分析項目に比較演算子がないので、どの銘柄も選ばれません。");
   }
-  if (program.Needs().second > 0 && !has_second) {
+  if (program.NeedsSecondStock() && !has_second) {
     notes.emplace_back("第二銘柄コードがないので、第二銘柄とさやの項目は計算できません。");
   }
 }

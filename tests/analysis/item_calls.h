@@ -19,7 +19,8 @@ inline std::vector<std::string> RandomCalls(std::mt19937& random) {
       if (!entry.HasForm(form)) continue;
       std::string text = ItemName(entry, form) + "(";
       for (size_t i = 0; i < entry.ParameterCount(); ++i) text += pick(1, 6) + ",";
-      if (entry.family->takes_offset) text += pick(-4, 0);
+      if (entry.family->ending == ItemFamily::Ending::kOffset) text += pick(-4, 0);
+      if (entry.family->ending == ItemFamily::Ending::kOptionalZero) text += "0";
       calls.push_back(text + ")");
     }
   }

@@ -79,6 +79,14 @@ TEST(ProgramNotes, StopAtAHundred) {
   EXPECT_EQ(program->Notes().size(), 100U);
 }
 
+TEST(ProgramNotes, ManyUnknownNamesCostNoSearchBehindTheLastNote) {
+  std::string text = "0";
+  for (int i = 0; i < 130000; ++i) text += "+x" + std::to_string(i);
+  const std::clock_t start = std::clock();
+  EXPECT_EQ(BuildProgram(text)->Notes().size(), 100U);
+  EXPECT_LT(static_cast<double>(std::clock() - start) / CLOCKS_PER_SEC, 8.0);
+}
+
 TEST(Program, NeedsWhatAllItsItemsNeed) {
   const auto needs = [](std::string_view text) { return BuildProgram(text)->Needs(); };
   EXPECT_EQ(needs("1 > 0").weekly, 0);
@@ -88,6 +96,14 @@ TEST(Program, NeedsWhatAllItsItemsNeed) {
   EXPECT_GE(both.weekly, 4);
   EXPECT_EQ(both.monthly, 0);
   EXPECT_GE(needs("第二銘柄終値(-4)").second, 5);
+}
+
+TEST(Program, KnowsWhetherItReadsTheSecondStock) {
+  const auto needs = [](std::string_view text) { return BuildProgram(text)->NeedsSecondStock(); };
+  EXPECT_TRUE(needs("終値(0) > 第二銘柄終値(0)"));
+  EXPECT_TRUE(needs("1 > 0 Or 2 * さや最小値(5,0) > 1"));
+  EXPECT_TRUE(needs("さや(0)"));
+  EXPECT_FALSE(needs("終値(0) > 週間終値(0) And 買い値 > 1"));
 }
 
 TEST(Program, ItemsAreReadOnTheExaminedDay) {

@@ -6,7 +6,9 @@
 #include <optional>
 #include <vector>
 
-#include "base/text.h"
+#include "analysis/condition_text.h"
+#include "analysis/items/item_families.h"
+#include "analysis/operator_codes.h"
 #include "indicators/indicator.h"
 
 namespace orin::analysis {
@@ -14,24 +16,6 @@ namespace orin::analysis {
 using base::DayIndex;
 
 namespace {
-
-constexpr std::string_view kWideBlank = "\u3000";
-
-std::string Quoted(std::string_view text) { return "「" + std::string(text) + "」"; }
-
-tl::unexpected<ItemFault> Fault(std::string message) {
-  return tl::unexpected<ItemFault>(ItemFault{std::move(message)});
-}
-
-std::string_view TrimAllBlanks(std::string_view text) {
-  for (;;) {
-    const size_t before = text.size();
-    text = base::TrimBlanks(text);
-    if (text.starts_with(kWideBlank)) text.remove_prefix(kWideBlank.size());
-    if (text.ends_with(kWideBlank)) text.remove_suffix(kWideBlank.size());
-    if (text.size() == before) return text;
-  }
-}
 
 /// The texts between the commas; none for an empty list.
 std::vector<std::string_view> SplitArguments(std::string_view list) {
@@ -60,13 +44,9 @@ std::string LabelList(const std::vector<std::string>& labels) {
   return list.empty() ? "なし" : list;
 }
 
-std::string UnknownItem(std::string_view name) {
-  const FoundItem similar = FindSimilarItem(name);
-  std::string message = "分析項目" + Quoted(name) + "はありません";
-  if (similar.entry != nullptr) {
-    message += "（" + Quoted(ItemName(*similar.entry, similar.form)) + "ではありませんか）";
-  }
-  return message + "。";
+std::string MissingArguments(std::string_view name, const std::vector<std::string>& labels) {
+  return Quoted(name) + "の後の括弧「(」「)」の中に引数（" + LabelList(labels) +
+         "）を書いてください。";
 }
 
 std::string WrongCount(std::string_view name, const std::vector<std::string>& labels,
@@ -75,42 +55,127 @@ std::string WrongCount(std::string_view name, const std::vector<std::string>& la
          "）ですが、" + std::to_string(given) + "個あります。";
 }
 
+// In braces a "-" with a blank before it has become the letter of a subtraction, which nobody
+// who typed "( -1)" would recognise. Arguments have no letters of their own.
 std::string NotInteger(std::string_view name, const std::vector<std::string>& labels,
                        std::string_view argument) {
+  const std::string typed = AsTyped(argument);
+  if (typed != argument && ParseInteger(typed)) {
+    return Quoted(name) + "の引数" + Quoted(typed) +
+           "の「-」は、「(」か「,」のすぐ後に空白を入れずに書いてください。";
+  }
   return Quoted(name) + "の引数（" + LabelList(labels) + "）は整数で指定しますが、" +
-         Quoted(argument) + "は整数ではありません。";
+         Quoted(typed) + "は整数ではありません。";
+}
+
+std::string MisplacedParentheses() {
+  return "「(」と「)」は分析項目の引数を囲みます。計算のまとまりは「{」と「}」で囲んでください。";
+}
+
+std::string UnreadRest(std::string_view call, std::string_view rest) {
+  return Quoted(call) + "の後の" + Quoted(rest) +
+         "は演算子として読めません。演算子（+、-、*、/ など）と比較（=、<>、<、<=、>、>=）は"
+         "半角で書いてください。";
+}
+
+// The end of the argument list that begins at `open`: behind the ")" that closes it, npos where
+// none does.
+size_t EndOfArguments(std::string_view text, size_t open) {
+  size_t depth = 0;
+  for (size_t i = open; i < text.size(); ++i) {
+    if (text[i] == '(') ++depth;
+    if (text[i] == ')' && --depth == 0) return i + 1;
+  }
+  return std::string_view::npos;
+}
+
+// What stands wrong about the parentheses of a text, none of which is at its right place where
+// `end` is not its end.
+ItemFault FaultOfShape(std::string_view text, size_t open, size_t end) {
+  const std::string_view name = text.substr(0, open);
+  const bool closes_only = open == std::string_view::npos && name.find(')') != name.npos;
+  if (name.empty() || closes_only) return {MisplacedParentheses()};
+  const FoundItem found = FindItem(name);
+  if (found.entry == nullptr) return {UnknownItem(name)};
+  if (open == std::string_view::npos || end == std::string_view::npos) {
+    return {MissingArguments(name, ArgumentLabels(*found.entry, found.form))};
+  }
+  const std::string_view rest = TrimAllBlanks(text.substr(end));
+  const std::string_view before = text.substr(0, static_cast<size_t>(rest.data() - text.data()));
+  const auto characters = std::count_if(before.begin(), before.end(), BeginsCharacter);
+  return {UnreadRest(text.substr(0, end), rest), static_cast<size_t>(characters)};
+}
+
+// nullopt, or the sentence about arguments that do not fit the item.
+std::optional<std::string> ReadArguments(std::string_view name, std::string_view list,
+                                         BoundItem& item) {
+  const std::vector<std::string_view> arguments = SplitArguments(list);
+  const std::vector<std::string> labels = ArgumentLabels(*item.entry, item.form);
+  if (arguments.size() != labels.size()) return WrongCount(name, labels, arguments.size());
+  for (size_t i = 0; i < arguments.size(); ++i) {
+    const std::optional<int32_t> value = ParseInteger(arguments[i]);
+    if (!value) return NotInteger(name, labels, arguments[i]);
+    const bool is_offset = i == item.entry->ParameterCount();
+    (is_offset ? item.offset : item.arguments[i]) = *value;
+  }
+  if (item.entry->family->ending == ItemFamily::Ending::kOptionalZero && item.offset != 0) {
+    return Quoted(name) + "の引数は書かないか、0だけを書いてください。";
+  }
+  return std::nullopt;
 }
 
 }  // namespace
 
-tl::expected<ItemCall, ItemFault> ItemCall::Bind(std::string_view text) {
+tl::expected<ItemCall, ItemFault> ItemCall::Bind(std::string_view text, bool explain) {
+  const auto fault = [explain](auto make) {
+    return tl::unexpected<ItemFault>(explain ? make() : ItemFault{});
+  };
   const size_t open = text.find('(');
+  const size_t end = open == text.npos ? text.npos : EndOfArguments(text, open);
   const std::string_view name = text.substr(0, open);
   const FoundItem found = FindItem(name);
-  if (found.entry == nullptr) return Fault(UnknownItem(name));
-  const std::vector<std::string> labels = ArgumentLabels(*found.entry, found.form);
-  if (open == std::string_view::npos || !text.ends_with(')')) {
-    return Fault(Quoted(name) + "の後の括弧「(」「)」の中に引数（" + LabelList(labels) +
-                 "）を書いてください。");
-  }
-  const std::vector<std::string_view> arguments =
-      SplitArguments(text.substr(open + 1, text.size() - open - 2));
-  if (arguments.size() != labels.size()) {
-    return Fault(WrongCount(name, labels, arguments.size()));
-  }
-
   BoundItem item;
   item.entry = found.entry;
-  item.indicator = indicators::FindIndicator(found.entry->indicator);
   item.form = found.form;
-  for (size_t i = 0; i < arguments.size(); ++i) {
-    const std::optional<int32_t> value = ParseInteger(arguments[i]);
-    if (!value) return Fault(NotInteger(name, labels, arguments[i]));
-    const bool is_offset = i == found.entry->ParameterCount();
-    (is_offset ? item.offset : item.arguments[i]) = *value;
+  const bool may_stand_bare =
+      found.entry != nullptr && found.entry->family->ending == ItemFamily::Ending::kOptionalZero;
+  if (open == text.npos && may_stand_bare) return ItemCall(item);
+  if (found.entry == nullptr || end != text.size()) {
+    return fault([&] { return FaultOfShape(text, open, end); });
   }
+  item.indicator = indicators::FindIndicator(found.entry->indicator);
+  const auto wrong = ReadArguments(name, text.substr(open + 1, end - open - 2), item);
+  if (wrong) return fault([&] { return ItemFault{*wrong}; });
   return ItemCall(item);
 }
+
+std::optional<std::string> ItemCall::WhyNever() const {
+  const ItemEntry& entry = *item_.entry;
+  const std::string name = Quoted(ItemName(entry, item_.form));
+  const std::vector<std::string> labels = ArgumentLabels(entry, item_.form);
+  for (size_t i = 0; i < entry.ParameterCount(); ++i) {
+    const int32_t minimum = item_.indicator != nullptr ? item_.indicator->parameters[i].minimum : 1;
+    if (item_.arguments[i] >= minimum) continue;
+    return name + "の" + Quoted(labels[i]) + "が" + std::to_string(item_.arguments[i]) +
+           "なので、値がありません。" + std::to_string(minimum) + "以上で指定してください。";
+  }
+  if (item_.offset <= 0) return std::nullopt;
+  return name + "の" + Quoted(labels.back()) + "が" + std::to_string(item_.offset) +
+         "で、分析する日より後になるので、値がありません。0か負の数で指定してください。";
+}
+
+std::optional<int32_t> ItemCall::FunctionNumber() const {
+  if (item_.entry->family != &kFunctionNumberItems) return std::nullopt;
+  return item_.entry->number;
+}
+
+bool ItemCall::ReadsSecondStock() const {
+  return item_.form == SeriesForm::kSecond || item_.entry->family->reads_second;
+}
+
+bool ItemCall::IsBuyPrice() const { return item_.entry->family == &kBuyPriceItem; }
+
+bool ItemCall::IsSellPrice() const { return item_.entry->family == &kSellPriceItem; }
 
 History ItemCall::Needs() const {
   return item_.offset > 0 ? History{} : item_.entry->family->needs(item_);
@@ -127,7 +192,7 @@ void ItemCall::Evaluate(StockContext& context, DayIndex first, DayIndex last,
 }
 
 Value ItemValue(std::string_view item_call, StockContext& context, DayIndex day) {
-  const auto call = ItemCall::Bind(item_call);
+  const auto call = ItemCall::Bind(item_call, false);
   if (!call) return Value::Failed();
   base::ValueColumn column;
   call->Evaluate(context, day, day, column);

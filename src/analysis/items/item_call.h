@@ -1,5 +1,8 @@
 #pragma once
 
+#include <cstddef>
+#include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <tl/expected.hpp>
@@ -15,6 +18,7 @@ namespace orin::analysis {
 /// Why a text is no item call: one Japanese sentence for whoever edits the condition.
 struct ItemFault {
   std::string message;
+  size_t before = 0;  // characters of the text before the place it is about
 };
 
 /// An item call such as "移動平均(25,-1)" bound to its catalogue entry; immutable.
@@ -22,8 +26,18 @@ class ItemCall {
  public:
   /// `text` is an operand without blanks at its ends. Arguments are integers, "-" allowed, with
   /// or without blanks around them. Periods below 1 and offsets above 0 can be bound, but such
-  /// a call never has a value.
-  static tl::expected<ItemCall, ItemFault> Bind(std::string_view text);
+  /// a call never has a value. 買い値 and 売り値 may stand without "(0)". `explain` false leaves
+  /// the fault empty: the search for similar names takes longer than all else.
+  static tl::expected<ItemCall, ItemFault> Bind(std::string_view text, bool explain = true);
+
+  /// The sentence about a call that has no value on any day, whatever the series; else nullopt.
+  [[nodiscard]] std::optional<std::string> WhyNever() const;
+  /// 1 to 11 for Ａｂｓ() to Ｔａｎ(), which are numbers and no more; nullopt for other items.
+  [[nodiscard]] std::optional<int32_t> FunctionNumber() const;
+  /// Without a second stock the call has no value.
+  [[nodiscard]] bool ReadsSecondStock() const;
+  [[nodiscard]] bool IsBuyPrice() const;
+  [[nodiscard]] bool IsSellPrice() const;
 
   /// What must be loaded for the call to give the value that the whole history would give.
   [[nodiscard]] History Needs() const;

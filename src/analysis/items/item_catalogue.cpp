@@ -1,5 +1,8 @@
 #include "analysis/items/item_catalogue.h"
 
+#include <unordered_map>
+
+#include "analysis/condition_text.h"
 #include "analysis/items/item_families.h"
 
 namespace orin::analysis {
@@ -50,18 +53,19 @@ std::string Folded(std::string_view text) {
     folded += static_cast<char>(c >= 'A' && c <= 'Z' ? c - 'A' + 'a' : c);
   }
   for (const std::string_view word : {"週", "月"}) folded = ReplaceAll(folded, word, kDay);
-  return ReplaceAll(folded, "\u3000", "");
+  return ReplaceAll(folded, kFullWidthBlank, "");
 }
 
-/// Calls match(entry, form) for every form of every entry until it is true.
-template <typename Match>
-FoundItem FindForm(Match match) {
+using NameIndex = std::unordered_map<std::string, FoundItem>;
+
+NameIndex MakeNameIndex() {
+  NameIndex index;
   for (const ItemEntry& entry : ItemCatalogue()) {
     for (const SeriesForm form : kAllForms) {
-      if (entry.HasForm(form) && match(entry, form)) return {&entry, form};
+      if (entry.HasForm(form)) index.try_emplace(ItemName(entry, form), FoundItem{&entry, form});
     }
   }
-  return {};
+  return index;
 }
 
 }  // namespace
@@ -90,25 +94,40 @@ std::vector<std::string> ArgumentLabels(const ItemEntry& entry, SeriesForm form)
   for (size_t i = 0; i < entry.ParameterCount(); ++i) {
     labels.push_back(ReplaceAll(entry.labels[i], kDay, words.unit));
   }
-  if (entry.family->takes_offset) labels.emplace_back(words.offset_label);
+  const auto ending = entry.family->ending;
+  if (ending == ItemFamily::Ending::kOffset) labels.emplace_back(words.offset_label);
+  if (ending == ItemFamily::Ending::kOptionalZero) labels.emplace_back("0（省略可）");
   return labels;
 }
 
 FoundItem FindItem(std::string_view name) {
-  return FindForm(
-      [name](const ItemEntry& entry, SeriesForm form) { return ItemName(entry, form) == name; });
+  // A text may hold a hundred thousand names, each of which a search would compare with names that
+  // have to be put together first.
+  static const NameIndex index = MakeNameIndex();
+  const auto found = index.find(std::string(name));
+  return found == index.end() ? FoundItem{} : found->second;
 }
 
 FoundItem FindSimilarItem(std::string_view name) {
   for (const SeriesForm form : kAllForms) {
     const std::string_view prefix = WordsOf(form).prefix;
     if (form != SeriesForm::kDaily && !name.starts_with(prefix)) continue;
+    // The rest is compared with daily names, because folding writes 週 and 月 as 日.
     const std::string rest = Folded(name.substr(prefix.size()));
     for (const ItemEntry& entry : ItemCatalogue()) {
       if (entry.HasForm(form) && Folded(entry.name) == rest) return {&entry, form};
     }
   }
   return {};
+}
+
+std::string UnknownItem(std::string_view name) {
+  const FoundItem similar = FindSimilarItem(name);
+  std::string message = "分析項目" + Quoted(name) + "はありません";
+  if (similar.entry != nullptr) {
+    message += "（" + Quoted(ItemName(*similar.entry, similar.form)) + "ではありませんか）";
+  }
+  return message + "。";
 }
 
 }  // namespace orin::analysis

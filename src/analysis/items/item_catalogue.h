@@ -40,13 +40,18 @@ struct BoundItem {
 
 /// Items that are evaluated alike.
 struct ItemFamily {
-  bool takes_offset;
+  /// Which argument list follows the parameters: the offset; none; or a 0 that may be left out
+  /// with its parentheses.
+  enum class Ending : uint8_t { kOffset, kNone, kOptionalZero };
+
+  Ending ending;
   /// What must be loaded for the value that the whole history would give.
   History (*needs)(const BoundItem& item);
   /// Puts values into `out`, which has a place for each of the days from `first` on and no values
   /// yet. `last` is a day of the series; it may lie before `first`. The offset is 0 or less.
   void (*evaluate)(const BoundItem& item, StockContext& context, base::DayIndex first,
                    base::DayIndex last, base::ValueColumn& out);
+  bool reads_second = false;  // in every form
 };
 
 /// How the names of the other forms follow from the daily name.
@@ -77,7 +82,7 @@ std::span<const ItemEntry> ItemCatalogue();
 /// The name of a form the entry has, as "週間株価上昇週数".
 std::string ItemName(const ItemEntry& entry, SeriesForm form);
 
-/// The labels of all arguments, the offset's last.
+/// The labels of all arguments, the offset's or 0's last.
 std::vector<std::string> ArgumentLabels(const ItemEntry& entry, SeriesForm form);
 
 struct FoundItem {
@@ -91,5 +96,8 @@ FoundItem FindItem(std::string_view name);
 /// An item whose name differs only in the width or case of letters and digits, in blanks, or in
 /// the way the form is written (週間株価上昇日数 for 週間株価上昇週数).
 FoundItem FindSimilarItem(std::string_view name);
+
+/// The sentence about a name that no item has; it suggests a similar one.
+std::string UnknownItem(std::string_view name);
 
 }  // namespace orin::analysis

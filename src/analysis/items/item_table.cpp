@@ -11,6 +11,8 @@ constexpr ItemEntry Number(std::string_view name, int32_t number) {
   return {name, kNumber, {}, {}, number, NameRule::kDailyOnly};
 }
 
+// The order is that of the condition editor; nothing else depends on it. Names that 日 stands in
+// must suit the rule that turns it into 週 and 月.
 constexpr ItemEntry kItems[] = {
     {"始値", kSeries, {}, "open"},
     {"高値", kSeries, {}, "high"},
@@ -62,6 +64,9 @@ constexpr ItemEntry kItems[] = {
     {"さや", &kSpreadItem, {}, {}, 0, NameRule::kDailyOnly},
     {"さや最大値", &kHighestSpreadItem, {"さや最大値チェック期間"}, {}, 0, NameRule::kDailyOnly},
     {"さや最小値", &kLowestSpreadItem, {"さや最小値チェック期間"}, {}, 0, NameRule::kDailyOnly},
+
+    {"買い値", &kBuyPriceItem, {}, {}, 0, NameRule::kDailyOnly},
+    {"売り値", &kSellPriceItem, {}, {}, 0, NameRule::kDailyOnly},
 
     Number("Ａｂｓ", 1),
     Number("Ａｔｎ", 2),

@@ -46,7 +46,8 @@ void EvaluateDays(const BoundItem& item, BarsView bars, DayIndex first, DayIndex
                           ColumnSink(out.values.data(), out.valid.data(), from));
 }
 
-/// The running period changes from day to day, so each day has a series of its own.
+/// The running period changes from day to day, so each day has a series of its own; one column over
+/// finished weeks would know the rest of the week on its first day.
 template <typename BarsAsOf>
 void EvaluatePeriods(const BoundItem& item, const StockContext& context, DayIndex first,
                      DayIndex last, base::ValueColumn& out, BarsAsOf bars_as_of) {

@@ -25,6 +25,7 @@ struct SpreadSource {
   }
 };
 
+// Counted beside the extreme, which only passes over days without a spread.
 struct MissingSpread {
   SpreadSource spread;
   int32_t operator()(int32_t t) const { return spread(t) ? 0 : 1; }
@@ -43,6 +44,7 @@ void EvaluateExtreme(const BoundItem& item, int32_t period, const StockContext& 
                      DayIndex first, DayIndex last, base::ValueColumn& out) {
   const SpreadSource spread{context.Daily(), context.Second()};
   if (period < 1 || !context.HasSecond()) return;
+  // Both series are numbered by the store's days, but one may have been loaded from a later day on.
   const int32_t oldest_loaded = std::max(spread.stock.First(), spread.second.First());
   const int64_t origin = int64_t{first.Value()} + item.offset;
   const int64_t from = std::max(origin, int64_t{oldest_loaded} + period - 1);

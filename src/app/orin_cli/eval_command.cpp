@@ -46,7 +46,7 @@ bool PrintValue(const std::string& expression, const Subject& subject) {
     return false;
   }
   for (const analysis::Note& note : program->Notes()) Tell(analysis::NoteSentence(note));
-  if (program->Needs().second > 0 && subject.second == nullptr) {
+  if (program->NeedsSecondStock() && subject.second == nullptr) {
     Tell("--second がないので、第二銘柄とさやの項目は計算できません。");
   }
   std::cout << Evaluate(*program, subject) << '\n';
