@@ -93,6 +93,7 @@ std::vector<StockMaster::SectorGroup> StockMaster::GroupBySector() const {
                                                                           kFirstStockRecord);
   }
   std::vector<SectorGroup> sorted;
+  sorted.reserve(groups.size());
   for (auto& [sector, group] : groups) sorted.push_back(std::move(group));
   return sorted;
 }
