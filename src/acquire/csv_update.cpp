@@ -121,7 +121,8 @@ base::Result<std::vector<base::Date>> CsvUpdate::ReadCalendarDays() {
   }
   if (!history) return std::vector<base::Date>();
   // A day that is still to come is a slip of the pen, and would be the newest for ever.
-  std::erase_if(history->trading_days, [](base::Date day) { return day > base::Date::Today(); });
+  std::erase_if(history->trading_days,
+                [today = base::Date::Today()](base::Date day) { return day > today; });
   return std::move(history->trading_days);
 }
 
