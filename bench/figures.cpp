@@ -1,17 +1,20 @@
 #include "figures.h"
 
 #include <algorithm>
-#include <chrono>
-#include <cstdint>
+#include <array>
+#include <ctime>
 #include <fcntl.h>
+#include <fstream>
 #include <functional>
 #include <iomanip>
 #include <string_view>
 #include <unistd.h>
 
+#include "analysis/evaluator.h"
 #include "base/file_system.h"
 #include "base/progress.h"
 #include "screening/screening_run.h"
+#include "screening/signal_scan.h"
 #include "store/file_names.h"
 #include "store/stock_store.h"
 
@@ -19,19 +22,22 @@ namespace orin::bench {
 
 namespace {
 
-constexpr int kWarmUps = 3;
-constexpr int kRuns = 31;
+using base::DayIndex;
+
+constexpr int kRounds = 9;
 
 constexpr std::string_view kGoldenCross =
     "移動平均(66,-1) >= 移動平均(22,-1) And  移動平均(66,0) <= 移動平均(22,0) ";
-constexpr std::string_view kWeeklyTrend =
-    "週間移動平均(13,0) > 週間移動平均(26,0) And 終値(0) > 移動平均(25,0) And ＲＳＩ(14,0) < 70";
+constexpr std::string_view kFiveTerms =
+    "ＲＳＩ(14,0) < 90 And ％Ｋ(5,0) > 20 And ＡＤＸ(14,14,0) > 10 And "
+    "終値(0) > 終値最高値(20,-1) And 終値(0) > 移動平均(22,0)";
+constexpr std::string_view kColumns[] = {"ＲＳＩ(14,0)", "ＡＤＸ(14,14,0)", "ＭＡＣＤ(5,20,0)"};
 
-double Milliseconds(const std::function<void()>& work) {
-  const auto start = std::chrono::steady_clock::now();
-  work();
-  return std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - start)
-      .count();
+/// Processor time of this process in milliseconds, which other processes do not count in.
+double ProcessorTime() {
+  timespec now = {};
+  clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &now);
+  return static_cast<double>(now.tv_sec) * 1e3 + static_cast<double>(now.tv_nsec) / 1e6;
 }
 
 double Median(std::vector<double> values) {
@@ -40,96 +46,156 @@ double Median(std::vector<double> values) {
   return *middle;
 }
 
-/// Reads the whole file a mebibyte at a time and looks at every byte.
+/// Reads files a mebibyte at a time and adds up every word, or the close of every bar.
 class FileStream {
  public:
-  explicit FileStream(const std::filesystem::path& path)
-      : descriptor_(open(path.c_str(), O_RDONLY | O_CLOEXEC)), words_(size_t{1} << 17) {}
-  FileStream(const FileStream&) = delete;
-  FileStream& operator=(const FileStream&) = delete;
-  ~FileStream() { close(descriptor_); }
+  enum class Sum { kWords, kCloses };
 
-  uint64_t Run() {
-    const size_t capacity = words_.size() * sizeof(uint64_t);
-    uint64_t sum = 0;
+  uint64_t Run(const std::filesystem::path& path, Sum sum) {
+    const int descriptor = open(path.c_str(), O_RDONLY | O_CLOEXEC);
+    const size_t step = sum == Sum::kWords ? 1 : store::kBarLength / sizeof(uint64_t);
+    const size_t first = sum == Sum::kWords ? 0 : store::bar_offset::kClose / sizeof(uint64_t);
+    // Whole records, so that the closes lie alike in every part.
+    const size_t part = kBuffer / store::kDailyRecordLength * store::kDailyRecordLength;
+    uint64_t total = 0;
     off_t at = 0;
     for (;;) {
-      const ssize_t got = pread(descriptor_, words_.data(), capacity, at);
-      if (got <= 0) return sum;
-      for (size_t i = 0; i < static_cast<size_t>(got) / sizeof(uint64_t); ++i) sum += words_[i];
+      const ssize_t got = pread(descriptor, words_.data(), part, at);
+      if (got <= 0) break;
+      const size_t count = static_cast<size_t>(got) / sizeof(uint64_t);
+      for (size_t i = first; i < count; i += step) total += words_[i];
       at += got;
     }
+    close(descriptor);
+    return total;
   }
 
  private:
-  int descriptor_;
-  std::vector<uint64_t> words_;
+  static constexpr size_t kBuffer = size_t{1} << 20;
+  std::vector<uint64_t> words_ = std::vector<uint64_t>(kBuffer / sizeof(uint64_t));
 };
 
+/// Stops a job after some stocks.
+class StopAfter : public base::Progress {
+ public:
+  explicit StopAfter(int64_t stocks) : stocks_(stocks) {}
+  bool Report(std::string_view, int64_t done, int64_t) override { return done < stocks_; }
+
+ private:
+  int64_t stocks_;
+};
+
+/// The measured jobs, all on one market.
 class Bench {
  public:
-  Bench(const store::StockStore& store, const std::filesystem::path& last_file)
-      : store_(store), stream_(last_file) {}
+  Bench(const store::StockStore& store, std::vector<std::filesystem::path> files)
+      : store_(store), files_(std::move(files)) {}
 
-  double F1() {
-    uint64_t sum = 0;
-    const double time = Milliseconds([&] { sum = stream_.Run(); });
-    seen_ = sum;
-    return time;
+  void StreamLastFile() { seen_ = stream_.Run(files_.back(), FileStream::Sum::kWords); }
+  void SumCloses() {
+    for (const auto& file : files_) seen_ = stream_.Run(file, FileStream::Sum::kCloses);
   }
-
-  double Screen(std::string_view condition) {
+  void Screen(std::string_view condition) {
     screening::AnalysisFile analysis;
     analysis.condition = std::string(condition);
     base::SilentProgress progress;
     std::vector<std::string> notes;
-    return Milliseconds([&] {
-      const auto selected =
-          screening::Select(store_, analysis, store_.Days().Last(), true, progress, notes);
-      seen_ = selected ? selected->size() : 0;
-    });
+    const auto selected =
+        screening::Select(store_, analysis, store_.Days().Last(), true, progress, notes);
+    seen_ = selected ? selected->size() : 0;
+  }
+  /// The golden cross on each of the last `days` days of the first `stocks` stocks, counted.
+  void CountSignals(int64_t stocks, int32_t days) {
+    const auto program = analysis::BuildProgram(kGoldenCross);
+    screening::SignalScan scan;
+    scan.last = store_.Days().Last();
+    scan.first = DayIndex(std::max(1, scan.last.Value() - days + 1));
+    StopAfter progress(stocks);
+    ptrdiff_t hits = 0;
+    static_cast<void>(
+        screening::ScanSignals(store_, *program, scan, progress,
+                               [&hits](const store::StockRecord&, std::span<const uint8_t> truths) {
+                                 hits += std::count(truths.begin(), truths.end(), 1);
+                               }));
+    seen_ = static_cast<uint64_t>(hits);
+  }
+  /// Columns of three indicators over the whole history of every stock.
+  void ComputeColumns() {
+    std::vector<analysis::Program> programs;
+    std::vector<analysis::Evaluator> evaluators;
+    analysis::History needs;
+    for (const std::string_view text : kColumns) {
+      programs.push_back(*analysis::BuildProgram(text));
+      needs = needs.Union(programs.back().Needs());
+    }
+    for (const analysis::Program& program : programs) evaluators.emplace_back(program);
+    const DayIndex last = store_.Days().Last();
+    analysis::StockContext context(store_, needs, DayIndex(1), last, nullptr, true);
+    base::ValueColumn values;
+    const auto stocks = store_.Master().Stocks();
+    for (size_t i = 0; i < stocks.size(); ++i) {
+      LoadNext(context, stocks, i);
+      for (analysis::Evaluator& evaluator : evaluators) {
+        evaluator.EvaluateOperandRange(context, DayIndex(1), last, values);
+        seen_ = seen_ + static_cast<uint64_t>(values.Data()[values.Size() - 1].Raw());
+      }
+    }
   }
 
+  [[nodiscard]] const store::StockStore& Store() const { return store_; }
+
  private:
+  static void LoadNext(analysis::StockContext& context, std::span<const store::StockRecord> stocks,
+                       size_t place) {
+    if (place % context.kReadAhead == 0) {
+      context.ReadAhead(stocks.subspan(place, std::min(context.kReadAhead, stocks.size() - place)));
+    }
+    context.Load(stocks[place]);
+  }
+
   const store::StockStore& store_;
+  std::vector<std::filesystem::path> files_;
   FileStream stream_;
   // The results of the measured work, which the compiler must not drop.
   volatile uint64_t seen_ = 0;
 };
 
-void PrintRatio(std::ostream& out, const char* name, Bench& bench, std::string_view condition) {
-  std::vector<double> times;
-  std::vector<double> ratios;
-  for (int run = -kWarmUps; run < kRuns; ++run) {
-    const double base_time = bench.F1();
-    const double time = bench.Screen(condition);
-    if (run < 0) continue;
-    times.push_back(time);
-    ratios.push_back(time / base_time);
-  }
-  out << name << "\t" << Median(ratios) << "\tF1\n";
-  out << name << ".time\t" << Median(times) << "\tms\n";
-}
-
-void PrintF1(std::ostream& out, Bench& bench) {
-  std::vector<double> times;
-  for (int run = -kWarmUps; run < kRuns; ++run) {
-    const double time = bench.F1();
-    if (run >= 0) times.push_back(time);
-  }
-  out << "F1\t" << Median(times) << "\tms\n";
-}
-
 struct Figure {
   std::string_view name;
-  void (*print)(std::ostream&, Bench&);
+  std::string_view unit;  // another figure, measured in the same rounds, or ms
+  void (*run)(Bench&);
 };
 
+constexpr int64_t kAllStocks = 1'000'000;
+constexpr int32_t kAllDays = 1'000'000;
+
 constexpr Figure kFigures[] = {
-    {"F1", PrintF1},
-    {"T1", [](std::ostream& out, Bench& bench) { PrintRatio(out, "T1", bench, kGoldenCross); }},
-    {"T2", [](std::ostream& out, Bench& bench) { PrintRatio(out, "T2", bench, kWeeklyTrend); }},
+    {"F1", "ms", [](Bench& bench) { bench.StreamLastFile(); }},
+    {"F2", "ms", [](Bench& bench) { bench.SumCloses(); }},
+    {"T1", "F1", [](Bench& bench) { bench.Screen(kGoldenCross); }},
+    {"T3", "F1", [](Bench& bench) { bench.Screen(kFiveTerms); }},
+    {"T2", "F2", [](Bench& bench) { bench.CountSignals(kAllStocks, kAllDays); }},
+    {"T4", "F2", [](Bench& bench) { bench.ComputeColumns(); }},
+    // How T2 grows with the stocks and with the days.
+    {"T2.1000stocks", "F2", [](Bench& bench) { bench.CountSignals(1000, kAllDays); }},
+    {"T2.2000stocks", "F2", [](Bench& bench) { bench.CountSignals(2000, kAllDays); }},
+    {"T2.4000stocks", "F2", [](Bench& bench) { bench.CountSignals(4000, kAllDays); }},
+    {"T2.250days", "F2", [](Bench& bench) { bench.CountSignals(kAllStocks, 250); }},
+    {"T2.1000days", "F2", [](Bench& bench) { bench.CountSignals(kAllStocks, 1000); }},
 };
+
+bool IsAsked(std::string_view name, const std::vector<std::string>& names) {
+  return names.empty() || std::find(names.begin(), names.end(), name) != names.end();
+}
+
+/// The private memory of the process: what is neither mapped files nor shared.
+long PrivateKibibytes() {
+  std::ifstream status("/proc/self/status");
+  for (std::string line; std::getline(status, line);) {
+    if (line.starts_with("RssAnon:")) return std::stol(line.substr(8));
+  }
+  return 0;
+}
 
 }  // namespace
 
@@ -143,14 +209,43 @@ base::Status RunFigures(const std::filesystem::path& directory,
   const store::StoreLocation location{directory, directory / "data"};
   const auto store = store::StockStore::Open(location, {}, base::NativeFileSystem());
   if (!store) return base::Forward(store);
-  Bench bench(*store, store::PathOf(location, {store::FileKind::kDaily,
-                                               store->Master().Header().current_file}));
-  out << std::fixed << std::setprecision(3);
-  for (const Figure& figure : kFigures) {
-    if (names.empty() || std::find(names.begin(), names.end(), figure.name) != names.end()) {
-      figure.print(out, bench);
+  const store::MasterHeader& header = store->Master().Header();
+  std::vector<std::filesystem::path> files;
+  for (int16_t file = header.first_file; file <= header.current_file; ++file) {
+    files.push_back(store::PathOf(location, {store::FileKind::kDaily, file}));
+  }
+  Bench bench(*store, files);
+
+  // Round after round of all the figures, so that a slow moment of the machine meets them alike.
+  constexpr size_t kCount = std::size(kFigures);
+  std::array<std::vector<double>, kCount> times;
+  for (int round = 0; round <= kRounds; ++round) {
+    for (size_t i = 0; i < kCount; ++i) {
+      if (!IsAsked(kFigures[i].name, names)) continue;
+      const double start = ProcessorTime();
+      kFigures[i].run(bench);
+      // The first round warms the caches.
+      if (round > 0) times[i].push_back(ProcessorTime() - start);
     }
   }
+  out << std::fixed << std::setprecision(3);
+  for (size_t i = 0; i < kCount; ++i) {
+    const Figure& figure = kFigures[i];
+    if (times[i].empty()) continue;
+    const double time = Median(times[i]);
+    const auto base = std::find_if(std::begin(kFigures), std::end(kFigures),
+                                   [&](const Figure& other) { return other.name == figure.unit; });
+    if (base == std::end(kFigures)) {
+      out << figure.name << '\t' << time << "\tms\n";
+      continue;
+    }
+    std::vector<double> ratios;
+    for (size_t round = 0; round < times[i].size(); ++round) {
+      ratios.push_back(times[i][round] / times[static_cast<size_t>(base - kFigures)][round]);
+    }
+    out << figure.name << '\t' << Median(ratios) << '\t' << figure.unit << '\t' << time << "\tms\n";
+  }
+  out << "private memory\t" << static_cast<double>(PrivateKibibytes()) / 1024 << "\tMiB\n";
   return {};
 }
 

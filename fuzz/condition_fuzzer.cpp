@@ -85,8 +85,8 @@ struct Range {
   }
   [[nodiscard]] Outcome At(int32_t day) const {
     const auto place = static_cast<size_t>(day - first);
-    const bool valid = values.valid[place] != 0;
-    return {truths[place] != 0, valid ? Value::Of(values.values[place]) : Value::Failed()};
+    const bool valid = values.Has(place);
+    return {truths[place] != 0, valid ? Value::Of(values.At(place)) : Value::Failed()};
   }
 };
 

@@ -3,27 +3,34 @@
 #include <algorithm>
 
 #include "analysis/operators.h"
+#include "kernels/kernels.h"
 
 namespace orin::analysis {
+
+using base::Currency;
+using base::kNoValue;
 
 namespace {
 
 // Columns of all nodes together take no more memory than this; a range that would is evaluated
 // in several blocks. A text of a megabyte has some hundred thousand nodes, and every node keeps its
 // column while others may still share it.
-constexpr size_t kColumnBytes = size_t{64} << 20;
-constexpr size_t kBytesPerPlace = sizeof(base::Currency) + sizeof(uint8_t);
-
-constexpr uint8_t kValid = 1;
-constexpr uint8_t kInvalid = 0;
+constexpr size_t kColumnBytes = size_t{8} << 20;
 
 int32_t BlockDays(size_t nodes) {
-  return static_cast<int32_t>(std::max<size_t>(kColumnBytes / kBytesPerPlace / nodes, 1));
+  return static_cast<int32_t>(std::max<size_t>(kColumnBytes / sizeof(Currency) / nodes, 1));
 }
 
-void Store(base::ValueColumn& column, size_t place, const std::optional<base::Currency>& result) {
-  column.values[place] = result.value_or(base::Currency());
-  column.valid[place] = result.has_value();
+const int64_t* Raw(const Currency* values) { return reinterpret_cast<const int64_t*>(values); }
+int64_t* Raw(Currency* values) { return reinterpret_cast<int64_t*>(values); }
+static_assert(sizeof(Currency) == sizeof(int64_t) && std::is_standard_layout_v<Currency>);
+static_assert(kNoValue.Raw() == kernels::kNone);
+
+kernels::Outcomes OutcomesOf(Relation relation) {
+  const auto when = [relation](Relation outcome) -> int64_t {
+    return (static_cast<unsigned>(relation) & static_cast<unsigned>(outcome)) != 0 ? -1 : 0;
+  };
+  return {when(Relation::kLess), when(Relation::kEqual), when(Relation::kGreater)};
 }
 
 }  // namespace
@@ -31,21 +38,20 @@ void Store(base::ValueColumn& column, size_t place, const std::optional<base::Cu
 Evaluator::Evaluator(const Program& program)
     : program_(program),
       block_days_(BlockDays(program.nodes_.size())),
-      computed_in_(program.nodes_.size()),
-      columns_(program.nodes_.size()) {}
+      nodes_(program.nodes_.size()),
+      items_(program.item_columns_.size()) {}
 
 bool Evaluator::EvaluateCondition(StockContext& context, base::DayIndex day) {
   if (program_.is_value_) return false;
-  uint8_t truth = 0;
-  EvaluateTruths({context, day, day, true}, &truth);
-  return truth != 0;
+  EvaluateTruths({context, day, day, true});
+  return true_days_[0] != 0;
 }
 
 Value Evaluator::EvaluateOperand(StockContext& context, base::DayIndex day) {
   if (!program_.is_value_) return Value::Failed();
   ++round_;
-  const View view = Compute({context, day, day}, program_.value_operand_);
-  return *view.valid != 0 ? Value::Of(*view.values) : Value::Failed();
+  const Currency value = *Compute({context, day, day}, program_.value_operand_);
+  return value != kNoValue ? Value::Of(value) : Value::Failed();
 }
 
 template <typename Evaluate>
@@ -66,7 +72,8 @@ void Evaluator::EvaluateConditionRange(StockContext& context, base::DayIndex fir
   truths.assign(first > last ? 0 : Block{context, first, last}.Count(), 0);
   if (program_.is_value_) return;
   ForEachBlock(context, first, last, [this, &truths](const Block& block, size_t done) {
-    EvaluateTruths(block, truths.data() + done);
+    EvaluateTruths(block);
+    for (size_t i = 0; i < block.Count(); ++i) truths[done + i] = true_days_[i] != 0 ? 1 : 0;
   });
 }
 
@@ -76,20 +83,18 @@ void Evaluator::EvaluateOperandRange(StockContext& context, base::DayIndex first
   if (!program_.is_value_) return;
   ForEachBlock(context, first, last, [this, &values](const Block& block, size_t done) {
     ++round_;
-    const View view = Compute(block, program_.value_operand_);
-    for (size_t i = 0; i < block.Count(); ++i) {
-      if (view.valid[i * view.step] != 0) values.Set(done + i, view.values[i * view.step]);
-    }
+    const Currency* computed = Compute(block, program_.value_operand_);
+    std::copy_n(computed, block.Count(), values.Data() + done);
   });
 }
 
-void Evaluator::EvaluateTruths(const Block& block, uint8_t* truths) {
+void Evaluator::EvaluateTruths(const Block& block) {
   ++round_;
   const size_t count = block.Count();
+  true_days_.assign(count, 0);
+  open_.resize(count);
   for (const Program::ComparisonRange& or_term : program_.or_terms_) {
-    open_.resize(count);
-    std::transform(truths, truths + count, open_.begin(),
-                   [](uint8_t truth) { return static_cast<uint8_t>(truth ^ 1U); });
+    for (size_t i = 0; i < count; ++i) open_[i] = ~true_days_[i];
     bool any_open = true;
     for (uint32_t i = or_term.begin; i < or_term.end && any_open; ++i) {
       const Program::Comparison& comparison = program_.comparisons_[i];
@@ -98,14 +103,14 @@ void Evaluator::EvaluateTruths(const Block& block, uint8_t* truths) {
       if (any_open && stores && block.stores_prices) StorePrice(block, comparison);
     }
     if (!any_open) continue;
-    for (size_t i = 0; i < count; ++i) truths[i] = static_cast<uint8_t>(truths[i] | open_[i]);
+    for (size_t i = 0; i < count; ++i) true_days_[i] |= open_[i];
     // Later Or-terms, often the costly ones, matter only to days that are still false.
-    if (std::find(truths, truths + count, 0) == truths + count) return;
+    if (std::find(true_days_.begin(), true_days_.end(), 0) == true_days_.end()) return;
   }
 }
 
 void Evaluator::StorePrice(const Block& block, const Program::Comparison& comparison) {
-  const auto price = static_cast<float>(Compute(block, comparison.left).values->ToDouble());
+  const auto price = static_cast<float>(Compute(block, comparison.left)->ToDouble());
   TradePrices& trade = block.context.Trade();
   if (comparison.stores_buy) trade.buy = price;
   if (comparison.stores_sell) trade.sell = price;
@@ -116,69 +121,79 @@ void Evaluator::StorePrice(const Block& block, const Program::Comparison& compar
 
 // Closes the days on which the relation is false; tells whether any stays open.
 bool Evaluator::Narrow(const Block& block, const Program::Comparison& comparison) {
-  const View left = Compute(block, comparison.left);
-  const View right = Compute(block, comparison.right);
-  bool any_open = false;
-  for (size_t i = 0; i < block.Count(); ++i) {
-    const bool open = open_[i] != 0 && left.valid[i * left.step] != 0 &&
-                      right.valid[i * right.step] != 0 &&
-                      CompareValues(left.values[i * left.step], comparison.relation,
-                                    right.values[i * right.step]);
-    open_[i] = open;
-    any_open = any_open || open;
-  }
-  return any_open;
+  const Currency* left = Compute(block, comparison.left);
+  const Currency* right = Compute(block, comparison.right);
+  return kernels::Best().narrow(Raw(left), OutcomesOf(comparison.relation), Raw(right),
+                                block.Count(), open_.data());
 }
 
-Evaluator::View Evaluator::Compute(const Block& block, uint32_t operand) {
+const Currency* Evaluator::Compute(const Block& block, uint32_t operand) {
   const Program::Operand& needs = program_.operands_[operand];
   for (uint32_t i = needs.needed_begin; i < needs.needed_end; ++i) {
-    const uint32_t number = program_.needed_[i];
-    // Operands share nodes, within a block and never beyond it.
-    if (computed_in_[number] == round_) continue;
-    computed_in_[number] = round_;
-    ComputeNode(block, number);
+    ComputeNode(block, program_.needed_[i]);
   }
-  return ViewOf(needs.root);
+  // An operand without nodes to compute is a literal or the one that fails.
+  if (needs.needed_begin == needs.needed_end) FillLiteral(needs.root, block.Count());
+  return ValuesOf(needs.root);
 }
 
 void Evaluator::ComputeNode(const Block& block, uint32_t number) {
+  // Operands share nodes, within a block and never beyond it.
+  Computed& computed = nodes_[number];
+  if (computed.round == round_) return;
+  computed.round = round_;
   const Node& node = program_.nodes_[number];
-  base::ValueColumn& column = columns_[number];
-  if (node.kind == Node::Kind::kItem) {
-    program_.items_[node.left].Evaluate(block.context, block.first, block.last, column);
-    return;
-  }
+  if (node.kind == Node::Kind::kItem) return ComputeItemColumn(block, node.left);
+
   const size_t count = block.Count();
-  column.values.resize(count);
-  column.valid.resize(count);
-  const View left = ViewOf(node.left);
+  for (const uint32_t operand : {node.left, node.right}) FillLiteral(operand, count);
+  if (computed.values.Size() < count) computed.values.Reset(count);
+  const Currency* left = ValuesOf(node.left);
+  Currency* out = computed.values.Data();
   if (node.kind == Node::Kind::kNegated) {
     for (size_t i = 0; i < count; ++i) {
-      Store(column, i, left.valid[i] != 0 ? left.values[i].Negated() : std::nullopt);
+      out[i] = left[i] != kNoValue ? Currency::FromRaw(-left[i].Raw()) : kNoValue;
     }
     return;
   }
-  const View right = ViewOf(node.right);
+  const Currency* right = ValuesOf(node.right);
+  if (node.operation == OperatorKind::kAdd) {
+    return kernels::Best().add(Raw(left), Raw(right), count, Raw(out));
+  }
+  if (node.operation == OperatorKind::kSubtract) {
+    return kernels::Best().subtract(Raw(left), Raw(right), count, Raw(out));
+  }
   const Operation operation = OperationOf(node.operation);
   for (size_t i = 0; i < count; ++i) {
-    const bool valid = left.valid[i * left.step] != 0 && right.valid[i * right.step] != 0;
-    Store(
-        column, i,
-        valid ? operation(left.values[i * left.step], right.values[i * right.step]) : std::nullopt);
+    const bool valid = left[i] != kNoValue && right[i] != kNoValue;
+    out[i] = valid ? operation(left[i], right[i]).value_or(kNoValue) : kNoValue;
   }
 }
 
-Evaluator::View Evaluator::ViewOf(uint32_t number) const {
+void Evaluator::ComputeItemColumn(const Block& block, uint32_t number) {
+  Computed& computed = items_[number];
+  if (computed.round == round_) return;
+  computed.round = round_;
+  const Program::ItemColumn& column = program_.item_columns_[number];
+  const base::DayIndex first(block.first.Value() - column.span);
+  column.call.Evaluate(block.context, first, block.last, computed.values);
+}
+
+// Literals, and the node that fails, have the same value on all days; their columns grow to the
+// longest block.
+void Evaluator::FillLiteral(uint32_t number, size_t count) {
   const Node& node = program_.nodes_[number];
-  switch (node.kind) {
-    case Node::Kind::kFailed:
-      return {&node.literal, &kInvalid, 0};
-    case Node::Kind::kLiteral:
-      return {&node.literal, &kValid, 0};
-    default:
-      return {columns_[number].values.data(), columns_[number].valid.data(), 1};
-  }
+  const bool is_literal = node.kind == Node::Kind::kLiteral;
+  base::ValueColumn& values = nodes_[number].values;
+  if ((!is_literal && node.kind != Node::Kind::kFailed) || values.Size() >= count) return;
+  values.Reset(count);
+  if (is_literal) std::fill_n(values.Data(), count, node.literal);
+}
+
+const Currency* Evaluator::ValuesOf(uint32_t number) const {
+  const Node& node = program_.nodes_[number];
+  if (node.kind != Node::Kind::kItem) return nodes_[number].values.Data();
+  return items_[node.left].values.Data() + node.right;
 }
 
 }  // namespace orin::analysis

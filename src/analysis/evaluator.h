@@ -7,8 +7,8 @@
 #include "analysis/program.h"
 #include "analysis/stock_context.h"
 #include "analysis/value.h"
-#include "base/bars.h"
 #include "base/ordinal.h"
+#include "base/value_column.h"
 
 namespace orin::analysis {
 
@@ -36,13 +36,6 @@ class Evaluator {
                             base::ValueColumn& values);
 
  private:
-  /// The values of a node for the days of a block; a step of 0 gives each day the first one.
-  struct View {
-    const base::Currency* values;
-    const uint8_t* valid;
-    size_t step;
-  };
-
   /// Consecutive days that are evaluated at once.
   struct Block {
     StockContext& context;
@@ -53,23 +46,33 @@ class Evaluator {
       return static_cast<size_t>(int64_t{last.Value()} - first.Value() + 1);
     }
   };
+  /// What was computed last, and in which round; the values of literals serve every round.
+  struct Computed {
+    uint64_t round = 0;
+    base::ValueColumn values;
+  };
 
   template <typename Evaluate>
   void ForEachBlock(StockContext& context, base::DayIndex first, base::DayIndex last,
                     Evaluate evaluate);
-  void EvaluateTruths(const Block& block, uint8_t* truths);
-  View Compute(const Block& block, uint32_t operand);
+  /// Leaves in true_days_ -1 for each day on which the condition is true, else 0.
+  void EvaluateTruths(const Block& block);
+  /// The values of an operand, one a day of the block; kNoValue where it fails.
+  const base::Currency* Compute(const Block& block, uint32_t operand);
   void ComputeNode(const Block& block, uint32_t number);
-  [[nodiscard]] View ViewOf(uint32_t number) const;
+  void ComputeItemColumn(const Block& block, uint32_t number);
+  void FillLiteral(uint32_t number, size_t count);
+  [[nodiscard]] const base::Currency* ValuesOf(uint32_t number) const;
   void StorePrice(const Block& block, const Program::Comparison& comparison);
   bool Narrow(const Block& block, const Program::Comparison& comparison);
 
   const Program& program_;
   int32_t block_days_;
-  uint64_t round_ = 0;                      // one for each block
-  std::vector<uint64_t> computed_in_;       // for each node the last round that computed it
-  std::vector<base::ValueColumn> columns_;  // for each node
-  std::vector<uint8_t> open_;               // days on which the Or-term under way can still be true
+  uint64_t round_ = 0;           // one for each block
+  std::vector<Computed> nodes_;  // of each node that has values of its own
+  std::vector<Computed> items_;  // of each item column
+  std::vector<int64_t> open_;    // -1: days on which the Or-term under way can still be true
+  std::vector<int64_t> true_days_;
 };
 
 }  // namespace orin::analysis

@@ -16,8 +16,8 @@ struct Node {
 
   Kind kind = Kind::kFailed;
   OperatorKind operation = OperatorKind::kFunction;  // of kOperation
-  uint32_t left = 0;                                 // a node; of kItem the number of the item call
-  uint32_t right = 0;                                // a node
+  uint32_t left = 0;   // a node; of kItem the number of the item call, in a program of the column
+  uint32_t right = 0;  // a node; of kItem in a program the place of the column for the first day
   base::Currency literal;
 
   bool operator==(const Node&) const = default;

@@ -1,6 +1,7 @@
 #include "analysis/program.h"
 
 #include <algorithm>
+#include <numeric>
 #include <unordered_map>
 #include <utility>
 
@@ -26,12 +27,13 @@ class ProgramBuilder {
       for (const OrTerm& or_term : condition_.or_terms) AddOrTerm(or_term);
     }
     program_.nodes_ = nodes_.TakeNodes();
-    program_.items_ = nodes_.TakeItems();
-    for (const ItemCall& item : program_.items_) {
+    items_ = nodes_.TakeItems();
+    for (const ItemCall& item : items_) {
       program_.needs_ = program_.needs_.Union(item.Needs());
       program_.needs_second_stock_ = program_.needs_second_stock_ || item.ReadsSecondStock();
     }
     MarkStoringComparisons();
+    ShareItemColumns();
     std::stable_sort(program_.notes_.begin(), program_.notes_.end(),
                      [](const Note& a, const Note& b) { return a.position < b.position; });
     return std::move(program_);
@@ -83,16 +85,47 @@ class ProgramBuilder {
     const auto holds_price = [](const ItemCall& item) {
       return item.IsBuyPrice() || item.IsSellPrice();
     };
-    if (std::none_of(program_.items_.begin(), program_.items_.end(), holds_price)) return;
+    if (std::none_of(items_.begin(), items_.end(), holds_price)) return;
     for (Program::Comparison& comparison : program_.comparisons_) {
       const Program::Operand& left = program_.operands_[comparison.left];
       for (uint32_t i = left.needed_begin; i < left.needed_end; ++i) {
         const Node& node = program_.nodes_[program_.needed_[i]];
         if (node.kind != Node::Kind::kItem) continue;
-        const ItemCall& item = program_.items_[node.left];
+        const ItemCall& item = items_[node.left];
         comparison.stores_buy = comparison.stores_buy || item.IsBuyPrice();
         comparison.stores_sell = comparison.stores_sell || item.IsSellPrice();
       }
+    }
+  }
+
+  // Newest first, calls that read the same series a few days apart become one column, which costs
+  // one day alone those few days more and a range of days nothing.
+  void ShareItemColumns() {
+    constexpr int32_t kLargestStep = 8;
+    std::vector<uint32_t> order(items_.size());
+    std::iota(order.begin(), order.end(), 0U);
+    std::stable_sort(order.begin(), order.end(), [this](uint32_t a, uint32_t b) {
+      return ItemCall::IsListedBefore(items_[a], items_[b]);
+    });
+    std::vector<Node> places(items_.size());  // the column of each call and how far back it is
+    for (size_t i = 0; i < order.size(); ++i) {
+      const ItemCall& item = items_[order[i]];
+      auto& columns = program_.item_columns_;
+      int32_t back = 0;
+      if (i > 0 && item.IsShiftOf(columns.back().call)) {
+        const int32_t days = columns.back().call.Offset() - item.Offset();
+        if (days - columns.back().span <= kLargestStep) back = days;
+      }
+      if (back == 0) columns.push_back({item, 0});
+      columns.back().span = std::max(columns.back().span, back);
+      places[order[i]].left = static_cast<uint32_t>(columns.size() - 1);
+      places[order[i]].right = static_cast<uint32_t>(back);
+    }
+    for (Node& node : program_.nodes_) {
+      if (node.kind != Node::Kind::kItem) continue;
+      const Node& place = places[node.left];
+      node.left = place.left;
+      node.right = static_cast<uint32_t>(program_.item_columns_[place.left].span) - place.right;
     }
   }
 
@@ -109,6 +142,7 @@ class ProgramBuilder {
   Program program_;
   NodeTable nodes_;
   OperandBuilder operand_builder_;
+  std::vector<ItemCall> items_;
   std::unordered_map<uint32_t, uint32_t> operand_of_root_ = {{NodeTable::kFailed, 0}};
   size_t last_position_ = 1;  // of what was read so far
 };

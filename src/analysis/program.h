@@ -53,12 +53,19 @@ class Program {
     uint32_t end = 0;
   };
 
+  /// The values of an item call on the days of a block and `span` days before them. Calls that
+  /// differ in their day offset alone share it: the node of one reads it shifted.
+  struct ItemColumn {
+    ItemCall call;
+    int32_t span = 0;
+  };
+
   bool is_value_ = false;
   bool needs_second_stock_ = false;
   History needs_;
   std::vector<Note> notes_;
   std::vector<Node> nodes_;
-  std::vector<ItemCall> items_;
+  std::vector<ItemColumn> item_columns_;
   std::vector<uint32_t> needed_;
   std::vector<Operand> operands_;  // the first one fails
   uint32_t value_operand_ = 0;     // of a value

@@ -1,6 +1,7 @@
 #include "analysis/stock_context.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace orin::analysis {
 
@@ -38,13 +39,26 @@ DayIndex FirstNeeded(const store::Calendar& calendar, const History& needs, DayI
 }  // namespace
 
 History History::Union(const History& other) const {
-  return {std::max(daily, other.daily), std::max(weekly, other.weekly),
-          std::max(monthly, other.monthly), std::max(second, other.second)};
+  return {std::max(daily, other.daily),
+          std::max(weekly, other.weekly),
+          std::max(monthly, other.monthly),
+          std::max(second, other.second),
+          fields | other.fields,
+          credit || other.credit,
+          companies || other.companies,
+          rankings || other.rankings};
 }
 
 StockContext::StockContext(const store::StockStore& store, const History& needs, DayIndex first,
                            DayIndex last, const store::StockRecord* second, bool adjust)
-    : store_(&store), adjust_(adjust), needs_(needs), last_(last), has_second_(second != nullptr) {
+    : store_(&store),
+      adjust_(adjust),
+      needs_(needs),
+      last_(last),
+      has_second_(second != nullptr),
+      second_stock_(second) {
+  // Weekly and monthly bars are made from all that a bar has.
+  if (needs.weekly > 0 || needs.monthly > 0) needs_.fields = base::PriceFields::kAll;
   first_loaded_ = FirstNeeded(store.Days(), needs, first);
   if (second != nullptr && needs.second > 0) {
     const DayIndex first_second = FirstOfDays(first, needs.second);
@@ -63,19 +77,40 @@ StockContext::StockContext(const BarColumns& daily, const BarColumns* second)
   monthly_.Build(daily_view_, own_calendar_->Months());
 }
 
+const store::Calendar& StockContext::Days() const {
+  return own_calendar_ ? *own_calendar_ : store_->Days();
+}
+
 void StockContext::Load(const store::StockRecord& stock) {
+  stock_ = &stock;
   LoadSeries(stock, first_loaded_, daily_);
   daily_view_ = BarsView(daily_, first_loaded_.Value());
   if (needs_.weekly > 0) weekly_.Build(daily_view_, store_->Days().Weeks());
   if (needs_.monthly > 0) monthly_.Build(daily_view_, store_->Days().Months());
+  if (needs_.credit) store_->LoadCreditBalances(stock.slot, first_loaded_, last_, credit_);
+}
+
+base::Result<Companions> Companions::Load(const store::StockStore& store, const History& needs) {
+  Companions loaded;
+  if (needs.companies) {
+    auto companies = store::CompanyTable::Load(store.Location());
+    if (!companies) return base::Forward(companies);
+    loaded.companies = std::move(*companies);
+  }
+  if (needs.rankings) {
+    loaded.rankings = store::RankingFiles::Open(store.Location());
+    const auto& problems = loaded.rankings.Problems();
+    if (!problems.empty()) return base::Fail(problems.front());
+  }
+  return loaded;
 }
 
 void StockContext::LoadSeries(const store::StockRecord& stock, DayIndex first,
                               BarColumns& bars) const {
   if (adjust_) {
-    store_->LoadAdjustedBars(stock, first, last_, bars);
+    store_->LoadAdjustedBars(stock, first, last_, bars, needs_.fields);
   } else {
-    store_->LoadBars(stock.slot, first, last_, bars);
+    store_->LoadBars(stock.slot, first, last_, bars, needs_.fields);
   }
 }
 

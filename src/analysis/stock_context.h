@@ -3,11 +3,18 @@
 #include <cstdint>
 #include <limits>
 #include <optional>
+#include <span>
+#include <vector>
 
+#include "analysis/run_days.h"
 #include "base/bars.h"
 #include "base/ordinal.h"
+#include "base/result.h"
 #include "store/calendar.h"
+#include "store/company_table.h"
 #include "store/period_bars.h"
+#include "store/price_format.h"
+#include "store/ranking_files.h"
 #include "store/stock_store.h"
 
 namespace orin::analysis {
@@ -20,6 +27,11 @@ struct History {
   int32_t weekly = 0;
   int32_t monthly = 0;
   int32_t second = 0;  // daily bars of the second stock
+  /// The prices that are read, of whatever series.
+  base::PriceFields fields = {};
+  bool credit = false;     // the credit balances of the daily bars
+  bool companies = false;  // the tables of company and financial data
+  bool rankings = false;   // the ranking files
 
   /// What both need.
   [[nodiscard]] History Union(const History& other) const;
@@ -30,6 +42,19 @@ struct History {
 struct TradePrices {
   std::optional<float> buy;
   std::optional<float> sell;
+  // The days of the trade, as 買い日付 and 売り日付 read them.
+  std::optional<base::Date> buy_date;
+  std::optional<base::Date> sell_date;
+};
+
+/// What the items of a run may read beside prices; empty where nothing needs it.
+struct Companions {
+  store::CompanyTable companies;
+  store::RankingFiles rankings;
+
+  /// Loads what is needed. Missing files are empty tables; fails with a sentence that names a
+  /// damaged one.
+  static base::Result<Companions> Load(const store::StockStore& store, const History& needs);
 };
 
 /// The loaded series of the stock under analysis and of the second stock, as items read them.
@@ -50,6 +75,13 @@ class StockContext {
   /// Replaces the series of the stock under analysis. Only with a store.
   void Load(const store::StockRecord& stock);
 
+  /// To be called before the first of every kReadAhead stocks that are loaded one after another,
+  /// with them; it only makes their loading faster. Only with a store.
+  static constexpr size_t kReadAhead = store::StockStore::kReadAhead;
+  void ReadAhead(std::span<const store::StockRecord> stocks) const {
+    store_->ReadAhead(stocks, first_loaded_, last_);
+  }
+
   /// Up to the last examined day; callers look no further than the day they examine.
   [[nodiscard]] base::BarsView Daily() const { return daily_view_; }
   /// The running week ends at `day`, which is one of the loaded days. There are weekly bars where
@@ -63,6 +95,23 @@ class StockContext {
   /// Set by the simulation, and by the evaluation of a condition on one day. Load leaves them.
   [[nodiscard]] TradePrices& Trade() { return trade_; }
   [[nodiscard]] const TradePrices& Trade() const { return trade_; }
+
+  /// What the keywords of a condition stand for; set by the run before the first evaluation.
+  [[nodiscard]] RunDays& KeywordDays() { return keyword_days_; }
+  [[nodiscard]] const RunDays& KeywordDays() const { return keyword_days_; }
+
+  // For items that read more than prices.
+
+  /// The days of the series at hand or of the store.
+  [[nodiscard]] const store::Calendar& Days() const;
+  /// Null for series at hand; the second one also without a second stock.
+  [[nodiscard]] const store::StockRecord* Stock() const { return stock_; }
+  [[nodiscard]] const store::StockRecord* SecondStock() const { return second_stock_; }
+  /// Null until set; what is set must outlive the object.
+  [[nodiscard]] const Companions* Beside() const { return companions_; }
+  void SetBeside(const Companions* companions) { companions_ = companions; }
+  /// The balances of the days from Daily().First() on, where History::credit was asked for.
+  [[nodiscard]] std::span<const store::CreditBalance> Credit() const { return credit_; }
 
  private:
   void LoadSeries(const store::StockRecord& stock, base::DayIndex first,
@@ -80,6 +129,11 @@ class StockContext {
   base::BarsView second_view_;
   bool has_second_ = false;
   TradePrices trade_;
+  RunDays keyword_days_;
+  const store::StockRecord* stock_ = nullptr;
+  const store::StockRecord* second_stock_ = nullptr;
+  const Companions* companions_ = nullptr;
+  std::vector<store::CreditBalance> credit_;
   store::PeriodBars weekly_;
   store::PeriodBars monthly_;
 };

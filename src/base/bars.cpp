@@ -2,12 +2,12 @@
 
 namespace orin::base {
 
-void BarColumns::Resize(size_t count) {
+void BarColumns::Resize(size_t count, PriceFields fields) {
   dates.resize(count);
-  open.resize(count);
-  high.resize(count);
-  low.resize(count);
-  close.resize(count);
+  open.resize(fields.Has(PriceFields::kOpen) ? count : 0);
+  high.resize(fields.Has(PriceFields::kHigh) ? count : 0);
+  low.resize(fields.Has(PriceFields::kLow) ? count : 0);
+  close.resize(fields.Has(PriceFields::kClose) ? count : 0);
   volume.resize(count, kNoDataVolume);
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <bit>
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
@@ -18,10 +19,10 @@ inline uint16_t GetUint16(const char* from) {
 inline int16_t GetInt16(const char* from) { return static_cast<int16_t>(GetUint16(from)); }
 
 inline uint64_t GetUint64(const char* from) {
-  const auto* bytes = reinterpret_cast<const unsigned char*>(from);
+  // Compilers do not see a plain load in a loop over the bytes, and prices are read by the million.
   uint64_t value = 0;
-  for (int i = 7; i >= 0; --i) value = value << 8 | bytes[i];
-  return value;
+  std::memcpy(&value, from, sizeof value);
+  return std::endian::native == std::endian::little ? value : __builtin_bswap64(value);
 }
 
 inline uint32_t GetUint32(const char* from) {

@@ -80,9 +80,11 @@ void Tables::Add(const std::string& bytes, Converter& decoder, Converter& encode
   const CodePoint character = FirstCodePoint(*utf8);
   if (!character.valid || character.length != utf8->size() || character.value > 0xFFFF) return;
   character_of[CodeOf(bytes)] = static_cast<uint16_t>(character.value);
-  // Some characters have several codes; the one to write is the converter's choice.
-  const auto preferred = encoder.Convert(*utf8);
-  if (preferred) code_of[character.value] = CodeOf(*preferred);
+  uint16_t& code = code_of[character.value];
+  // Some characters have several codes; the one to write is the converter's choice. It is asked
+  // for those alone, because every program that meets a Japanese letter waits for these tables.
+  const auto preferred = code != 0 ? encoder.Convert(*utf8) : std::optional(bytes);
+  if (preferred) code = CodeOf(*preferred);
 }
 
 Tables::Tables() {

@@ -8,10 +8,9 @@ namespace orin::base {
 namespace {
 
 constexpr int64_t kMaximum = std::numeric_limits<int64_t>::max();
-constexpr int64_t kMinimum = std::numeric_limits<int64_t>::min();
 
 std::optional<Currency> Narrow(Int128 raw) {
-  if (raw > kMaximum || raw < kMinimum) return std::nullopt;
+  if (raw > kMaximum || raw < -kMaximum) return std::nullopt;
   return Currency::FromRaw(static_cast<int64_t>(raw));
 }
 
@@ -93,13 +92,13 @@ std::string Currency::ToText() const {
 std::optional<Currency> Currency::Plus(Currency other) const {
   int64_t sum = 0;
   if (__builtin_add_overflow(raw_, other.raw_, &sum)) return std::nullopt;
-  return Currency(sum);
+  return Narrow(sum);
 }
 
 std::optional<Currency> Currency::Minus(Currency other) const {
   int64_t difference = 0;
   if (__builtin_sub_overflow(raw_, other.raw_, &difference)) return std::nullopt;
-  return Currency(difference);
+  return Narrow(difference);
 }
 
 std::optional<Currency> Currency::Times(Currency other) const {

@@ -9,8 +9,8 @@
 namespace orin::base {
 
 /// A fixed-point number with four decimals: a signed 64-bit integer holding the value × 10000.
-/// Range ±922337203685477.5807. Whatever would leave the range gives nullopt; every rounding
-/// is half to even.
+/// Range ±922337203685477.5807: the one integer beyond, -2^63, stands for no value in columns.
+/// Whatever would leave the range gives nullopt; every rounding is half to even.
 class Currency {
  public:
   static constexpr int64_t kScale = 10000;

@@ -12,6 +12,8 @@ char LowerAscii(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A
 
 bool IsHalfWidth(char32_t value) { return value < 0x80 || (value >= 0xFF61 && value <= 0xFF9F); }
 
+}  // namespace
+
 size_t Columns(std::string_view text) {
   size_t columns = 0;
   while (!text.empty()) {
@@ -21,6 +23,8 @@ size_t Columns(std::string_view text) {
   }
   return columns;
 }
+
+namespace {
 
 std::string Padding(std::string_view text, size_t width) {
   const size_t columns = Columns(text);

@@ -27,8 +27,11 @@ std::string_view TrimBlanks(std::string_view text);
 /// ASCII letters compared without regard to case, all else byte by byte.
 bool EqualsIgnoreCase(std::string_view a, std::string_view b);
 
-/// `text` at the left of a field of `width` columns (half-width characters count 1, others 2),
-/// not cut when longer. The form "!@@@@@@@@" is width 8.
+/// The columns a text takes where half-width characters take 1 and others 2.
+size_t Columns(std::string_view text);
+
+/// `text` at the left of a field of `width` columns, not cut when longer. The form "!@@@@@@@@" is
+/// width 8.
 std::string PadRight(std::string_view text, size_t width);
 std::string PadLeft(std::string_view text, size_t width);
 

@@ -1,4 +1,5 @@
 #include "indicators/columns.h"
+#include "indicators/kernel_call.h"
 #include "indicators/rolling_sum.h"
 #include "indicators/rounding.h"
 
@@ -77,6 +78,16 @@ struct ChangeTerm {
   }
 };
 
+void PutRsi(const ColumnTask& task) {
+  const int32_t n = task.parameters[0];
+  RollingSum<RisesAndFalls, ChangeTerm> sum(n, task.bars.First(), ChangeTerm{task.bars});
+  for (int32_t t = task.first; t <= task.last; ++t) {
+    const RisesAndFalls& total = sum.At(t);
+    if (!task.bars.HasData(t - n + 1)) continue;
+    task.sink.Put(t, RoundedPercentage(total.rises, total.rises + total.falls));
+  }
+}
+
 }  // namespace
 
 void VolumeOfRises(const ColumnTask& task) { PutMoves<kRise, MoveVolume>(task); }
@@ -87,13 +98,12 @@ void CountOfRises(const ColumnTask& task) { PutMoves<kRise, MoveCount>(task); }
 void CountOfFalls(const ColumnTask& task) { PutMoves<kFall, MoveCount>(task); }
 
 void Rsi(const ColumnTask& task) {
-  const int32_t n = task.parameters[0];
-  RollingSum<RisesAndFalls, ChangeTerm> sum(n, task.bars.First(), ChangeTerm{task.bars});
-  for (int32_t t = task.first; t <= task.last; ++t) {
-    const RisesAndFalls& total = sum.At(t);
-    if (!task.bars.HasData(t - n + 1)) continue;
-    task.sink.Put(t, RoundedPercentage(total.rises, total.rises + total.falls));
-  }
+  const auto fast = [&task](int64_t* out) {
+    return task.kernels->relative_strength(RawIntegers(task.bars.CloseAt(task.first)),
+                                           RawIntegers(task.bars.VolumeAt(task.first)),
+                                           task.parameters[0], BarCount(task), out);
+  };
+  ComputeFastOr(task, fast, PutRsi);
 }
 
 }  // namespace orin::indicators

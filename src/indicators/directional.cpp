@@ -1,7 +1,10 @@
 #include <algorithm>
+#include <array>
 #include <optional>
+#include <vector>
 
 #include "indicators/columns.h"
+#include "indicators/kernel_call.h"
 #include "indicators/rolling_sum.h"
 #include "indicators/rounding.h"
 
@@ -122,17 +125,15 @@ void PutDirectional(const ColumnTask& task, Index index) {
   }
 }
 
-}  // namespace
-
-void PlusDi(const ColumnTask& task) {
+void PutPlusDi(const ColumnTask& task) {
   PutDirectional(task, [](const DirectionalWindow& window) { return window.Plus(); });
 }
 
-void MinusDi(const ColumnTask& task) {
+void PutMinusDi(const ColumnTask& task) {
   PutDirectional(task, [](const DirectionalWindow& window) { return window.Minus(); });
 }
 
-void Adx(const ColumnTask& task) {
+void PutAdx(const ColumnTask& task) {
   const int32_t m = task.parameters[0];
   const int32_t n = task.parameters[1];
   RollingSum<DxSum, DxTerm> sum(m, task.bars.First(), DxTerm{DirectionalWindow(task.bars, n)});
@@ -142,6 +143,63 @@ void Adx(const ColumnTask& task) {
     const std::optional<Currency> dx = ToCurrency(total.raw);
     if (dx) task.sink.Put(t, Currency::FromDouble(dx->ToDouble() / m * 100));
   }
+}
+
+// The fast loops make +DI and -DI together, so that each needs a place for the other.
+class OtherPlaces {
+ public:
+  explicit OtherPlaces(size_t count) {
+    if (count > few_.size()) many_.resize(count);
+  }
+  int64_t* Data() { return many_.empty() ? few_.data() : many_.data(); }
+
+ private:
+  std::array<int64_t, 64> few_;
+  std::vector<int64_t> many_;
+};
+
+bool ComputeAdx(const ColumnTask& task, int64_t* out) {
+  // A mean over so many days that their sum is no longer exact is left to the plain way.
+  constexpr int32_t kMostDays = 1 << 20;
+  const int32_t m = task.parameters[0];
+  if (m > kMostDays) return false;
+  const size_t before = static_cast<size_t>(m) - 1;
+  const size_t count = BarCount(task) + before;
+  OtherPlaces plus(count);
+  OtherPlaces minus(count);
+  if (!task.kernels->directional_indexes(PriceBarsAt(task.bars, task.first - m + 1),
+                                         task.parameters[1], count, plus.Data(), minus.Data())) {
+    return false;
+  }
+  task.kernels->directional_movement(plus.Data(), minus.Data(), count);
+  task.kernels->average_movement(plus.Data() + before, RawIntegers(task.bars.VolumeAt(task.first)),
+                                 m, BarCount(task), out);
+  return true;
+}
+
+}  // namespace
+
+void PlusDi(const ColumnTask& task) {
+  OtherPlaces minus(BarCount(task));
+  const auto fast = [&task, &minus](int64_t* out) {
+    return task.kernels->directional_indexes(PriceBarsAt(task.bars, task.first), task.parameters[0],
+                                             BarCount(task), out, minus.Data());
+  };
+  ComputeFastOr(task, fast, PutPlusDi);
+}
+
+void MinusDi(const ColumnTask& task) {
+  OtherPlaces plus(BarCount(task));
+  const auto fast = [&task, &plus](int64_t* out) {
+    return task.kernels->directional_indexes(PriceBarsAt(task.bars, task.first), task.parameters[0],
+                                             BarCount(task), plus.Data(), out);
+  };
+  ComputeFastOr(task, fast, PutMinusDi);
+}
+
+void Adx(const ColumnTask& task) {
+  ComputeFastOr(
+      task, [&task](int64_t* out) { return ComputeAdx(task, out); }, PutAdx);
 }
 
 }  // namespace orin::indicators

@@ -1,6 +1,7 @@
 #include <optional>
 
 #include "indicators/columns.h"
+#include "indicators/kernel_call.h"
 #include "indicators/range_window.h"
 #include "indicators/rounding.h"
 #include "indicators/sums.h"
@@ -22,6 +23,22 @@ void PutExtremes(const ColumnTask& task, Result result) {
 template <typename Rule>
 void PutValues(const ColumnTask& task) {
   PutExtremes<Rule>(task, [](int32_t, const Extreme& found) { return found.value; });
+}
+
+using Search = decltype(kernels::Kernels::highest);
+using FieldOf = const Currency* (base::BarsView::*)(int32_t) const;
+
+template <typename Rule>
+void PutValuesFast(const ColumnTask& task, Search kernels::Kernels::*search, FieldOf field) {
+  // A span that would begin before the first bar is shortened, which only the plain way does.
+  const auto fast = [search, field](const ColumnTask& chunk, int64_t* out) {
+    const int32_t n = chunk.parameters[0];
+    if (chunk.first - n + 1 < chunk.bars.First()) return false;
+    return (chunk.kernels->*search)(RawIntegers((chunk.bars.*field)(chunk.first)),
+                                    RawIntegers(chunk.bars.VolumeAt(chunk.first)), n,
+                                    BarCount(chunk), out);
+  };
+  ComputeChunksFastOr(task, fast, PutValues<Rule>);
 }
 
 template <typename Rule>
@@ -83,14 +100,22 @@ void PutVolumeSumExtremes(const ColumnTask& task) {
 
 }  // namespace
 
-void HighestHighValue(const ColumnTask& task) { PutValues<HighestHigh>(task); }
+void HighestHighValue(const ColumnTask& task) {
+  PutValuesFast<HighestHigh>(task, &kernels::Kernels::highest, &base::BarsView::HighAt);
+}
 void HighestHighVolume(const ColumnTask& task) { PutVolumes<HighestHigh>(task); }
 void HighestHighAge(const ColumnTask& task) { PutAges<HighestHigh>(task); }
-void LowestLowValue(const ColumnTask& task) { PutValues<LowestLow>(task); }
+void LowestLowValue(const ColumnTask& task) {
+  PutValuesFast<LowestLow>(task, &kernels::Kernels::lowest, &base::BarsView::LowAt);
+}
 void LowestLowVolume(const ColumnTask& task) { PutVolumes<LowestLow>(task); }
 void LowestLowAge(const ColumnTask& task) { PutAges<LowestLow>(task); }
-void HighestCloseValue(const ColumnTask& task) { PutValues<HighestClose>(task); }
-void LowestCloseValue(const ColumnTask& task) { PutValues<LowestClose>(task); }
+void HighestCloseValue(const ColumnTask& task) {
+  PutValuesFast<HighestClose>(task, &kernels::Kernels::highest, &base::BarsView::CloseAt);
+}
+void LowestCloseValue(const ColumnTask& task) {
+  PutValuesFast<LowestClose>(task, &kernels::Kernels::lowest, &base::BarsView::CloseAt);
+}
 
 void HighestVolume(const ColumnTask& task) {
   PutVolumeExtremes<Highest>(task, VolumeSource{task.bars}, task.parameters[0], 0);

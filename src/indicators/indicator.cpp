@@ -30,7 +30,7 @@ size_t Indicator::ParameterCount() const {
 
 bool Indicator::Accepts(const Parameters& values) const {
   for (size_t i = 0; i < parameters.size() && !parameters[i].name.empty(); ++i) {
-    if (values[i] < parameters[i].minimum) return false;
+    if (values[i] < parameters[i].minimum || values[i] > parameters[i].maximum) return false;
   }
   return true;
 }
@@ -49,8 +49,8 @@ void ComputeInto(const Indicator& indicator, BarsView bars, const Parameters& pa
   first = std::max(first, OldestUsable(indicator, bars, parameters, span));
   last = std::min<int64_t>(last, bars.Count());
   if (first > last) return;
-  indicator.compute(
-      ColumnTask{bars, parameters, static_cast<int32_t>(first), static_cast<int32_t>(last), sink});
+  indicator.compute(ColumnTask{bars, parameters, static_cast<int32_t>(first),
+                               static_cast<int32_t>(last), sink, &kernels::Best()});
 }
 
 void ComputeColumn(const Indicator& indicator, BarsView bars, const Parameters& parameters,
@@ -58,16 +58,15 @@ void ComputeColumn(const Indicator& indicator, BarsView bars, const Parameters& 
   const int64_t count = int64_t{last} - first + 1;
   out.Reset(count > 0 ? static_cast<size_t>(count) : 0);
   ComputeInto(indicator, bars, parameters, first, last, Span::kShortens,
-              ColumnSink(out.values.data(), out.valid.data(), first));
+              ColumnSink(out.Data(), first));
 }
 
 Currency ComputeValue(const Indicator& indicator, BarsView bars, const Parameters& parameters,
                       int32_t offset, Currency fallback) {
   const int64_t t = int64_t{bars.Count()} + offset;
-  Currency value;
-  uint8_t valid = 0;
-  ComputeInto(indicator, bars, parameters, t, t, Span::kShortens, ColumnSink(&value, &valid, t));
-  return valid != 0 ? value : fallback;
+  Currency value = base::kNoValue;
+  ComputeInto(indicator, bars, parameters, t, t, Span::kShortens, ColumnSink(&value, t));
+  return value != base::kNoValue ? value : fallback;
 }
 
 }  // namespace orin::indicators

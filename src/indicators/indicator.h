@@ -10,6 +10,8 @@
 
 #include "base/bars.h"
 #include "base/currency.h"
+#include "base/value_column.h"
+#include "kernels/kernels.h"
 
 namespace orin::indicators {
 
@@ -17,41 +19,42 @@ inline constexpr size_t kMaximumParameters = 4;
 /// Parameter values in the order of the table, the unused ones 0. Periods count bars.
 using Parameters = std::array<int32_t, kMaximumParameters>;
 
-/// Where values of bars go: bar `origin` to the first of the places, whose owner keeps them.
+/// Where values of bars go: bar `origin` to the first of the places, whose owner keeps them and
+/// has filled them with kNoValue.
 class ColumnSink {
  public:
-  ColumnSink(base::Currency* values, uint8_t* valid, int64_t origin)
-      : values_(values), valid_(valid), origin_(origin) {}
+  ColumnSink(base::Currency* values, int64_t origin) : values_(values), origin_(origin) {}
 
-  void Put(int32_t t, base::Currency value) const {
-    values_[t - origin_] = value;
-    valid_[t - origin_] = 1;
-  }
+  void Put(int32_t t, base::Currency value) const { values_[t - origin_] = value; }
   /// Leaves the place without a value for nullopt.
   void Put(int32_t t, std::optional<base::Currency> value) const {
     if (value) Put(t, *value);
   }
+  /// The place of bar t, behind which those of the later bars follow.
+  [[nodiscard]] base::Currency* PlaceOf(int32_t t) const { return values_ + (t - origin_); }
 
  private:
   base::Currency* values_;
-  uint8_t* valid_;
   int64_t origin_;
 };
 
 /// What an indicator routine is to compute: the values at the bars first..last, at least one.
-/// Every parameter is at least its minimum and bars.First() <= first - history (not for
-/// indicators that shorten), so a routine reads bars without further checks.
+/// Every parameter is within its limits and bars.First() <= first - history (not for indicators
+/// that shorten), so a routine reads bars without further checks.
 struct ColumnTask {
   base::BarsView bars;
   Parameters parameters;
   int32_t first;
   int32_t last;
   ColumnSink sink;
+  /// The fast loops for what they can do; null: the plain ones alone. Both give the same.
+  const kernels::Kernels* kernels = nullptr;
 };
 
 struct Parameter {
   std::string_view name;
   int32_t minimum = 1;
+  int32_t maximum = std::numeric_limits<int32_t>::max();
 };
 
 enum class Unit : uint8_t { kPrice, kVolume, kPercent, kBars, kDate };
@@ -66,7 +69,11 @@ struct Indicator {
   std::string_view name;
   std::array<Parameter, kMaximumParameters> parameters;  // those with a name
   Unit output;
-  /// How many bars before the examined one its value depends on, tested ones included.
+  /// The prices the routine reads. Volume and date are always there.
+  base::PriceFields reads;
+  /// How many bars before the examined one its value depends on, tested ones included: the
+  /// first usable bar is history + 1. kUnbounded: on all bars before it, and the routine
+  /// itself finds the first usable one.
   int64_t (*history)(const Parameters&);
   void (*compute)(const ColumnTask&);
   Span span = Span::kWhole;

@@ -15,7 +15,7 @@ constexpr int32_t kDigitsOfPercentages = 2;
 }  // namespace
 
 std::optional<Currency> ToCurrency(Int128 raw) {
-  if (raw > std::numeric_limits<int64_t>::max() || raw < std::numeric_limits<int64_t>::min()) {
+  if (raw > std::numeric_limits<int64_t>::max() || raw < -std::numeric_limits<int64_t>::max()) {
     return std::nullopt;
   }
   return Currency::FromRaw(static_cast<int64_t>(raw));

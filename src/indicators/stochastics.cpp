@@ -1,6 +1,7 @@
 #include <optional>
 
 #include "indicators/columns.h"
+#include "indicators/kernel_call.h"
 #include "indicators/range_window.h"
 #include "indicators/rounding.h"
 
@@ -55,15 +56,23 @@ void PutPlace(const ColumnTask& task, int32_t t, const Place& place) {
   if (place.missing == 0) task.sink.Put(t, RoundedPercentage(place.above_low, place.range));
 }
 
-}  // namespace
-
-void StochasticK(const ColumnTask& task) {
+void PutStochasticK(const ColumnTask& task) {
   const int32_t k = task.parameters[0];
   PlaceTerm place(task.bars, k);
   for (int32_t t = task.first; t <= task.last; ++t) {
     const Place at = place(t);
     if (task.bars.HasData(t - k + 1)) PutPlace(task, t, at);
   }
+}
+
+}  // namespace
+
+void StochasticK(const ColumnTask& task) {
+  const auto fast = [](const ColumnTask& chunk, int64_t* out) {
+    return chunk.kernels->stochastic(PriceBarsAt(chunk.bars, chunk.first), chunk.parameters[0],
+                                     BarCount(chunk), out);
+  };
+  ComputeChunksFastOr(task, fast, PutStochasticK);
 }
 
 void StochasticD(const ColumnTask& task) {

@@ -3,6 +3,7 @@
 #include <optional>
 
 #include "indicators/columns.h"
+#include "indicators/kernel_call.h"
 #include "indicators/rounding.h"
 
 namespace orin::indicators {
@@ -38,6 +39,15 @@ void PutMeans(const ColumnTask& task) {
   PutSums<Field>(task, [](int32_t, const CountedSum& total) { return Mean(total); });
 }
 
+void PutMeansFast(const ColumnTask& task, const Currency* values,
+                  void (*plain)(const ColumnTask&)) {
+  const auto mean = [&task, values](int64_t* out) {
+    return task.kernels->mean(RawIntegers(values), RawIntegers(task.bars.VolumeAt(task.first)),
+                              task.parameters[0], BarCount(task), out);
+  };
+  ComputeFastOr(task, mean, plain);
+}
+
 }  // namespace
 
 void OpenSum(const ColumnTask& task) { PutTotals<OpenField>(task); }
@@ -45,8 +55,14 @@ void HighSum(const ColumnTask& task) { PutTotals<HighField>(task); }
 void LowSum(const ColumnTask& task) { PutTotals<LowField>(task); }
 void CloseSum(const ColumnTask& task) { PutTotals<CloseField>(task); }
 void VolumeSum(const ColumnTask& task) { PutTotals<VolumeField>(task); }
-void MovingAverage(const ColumnTask& task) { PutMeans<CloseField>(task); }
-void VolumeMovingAverage(const ColumnTask& task) { PutMeans<VolumeField>(task); }
+
+void MovingAverage(const ColumnTask& task) {
+  PutMeansFast(task, task.bars.CloseAt(task.first), PutMeans<CloseField>);
+}
+
+void VolumeMovingAverage(const ColumnTask& task) {
+  PutMeansFast(task, task.bars.VolumeAt(task.first), PutMeans<VolumeField>);
+}
 
 void DeviationRate(const ColumnTask& task) {
   PutSums<CloseField>(task, [&task](int32_t t, const CountedSum& total) -> std::optional<Currency> {

@@ -1,5 +1,6 @@
 #include "screening/screening_run.h"
 
+#include <algorithm>
 #include <optional>
 #include <string_view>
 #include <system_error>
@@ -65,6 +66,22 @@ Result<DayIndex> FindDay(const store::StockStore& store, const AnalysisFile& ana
               "～" + store.Days().Days().back().ToText() + " の取引日です）。");
 }
 
+Result<AnalysisFile> ReadAnalysisFile(const fs::path& file) {
+  const auto bytes = base::ReadFile(file);
+  if (!bytes) return Forward(bytes);
+  return ParseAnalysisFile(base::DecodeText(*bytes).text, base::PathText(file));
+}
+
+analysis::NumberedKeyword AnalysisDate(size_t place) {
+  return {analysis::DayKeyword::kAnalysisDate, static_cast<int32_t>(place) + 1};
+}
+
+analysis::RunDays DaysOfFile(DayIndex day) {
+  analysis::RunDays days;
+  days.Set(AnalysisDate(0), day);
+  return days;
+}
+
 Result<fs::path> FindResultDirectory(const AnalysisFile& analysis, const std::string& file_name,
                                      const RunOptions& options) {
   std::string directory = analysis.result_directory;
@@ -103,7 +120,8 @@ void AddNotes(const analysis::Program& program, bool has_second, std::vector<std
 Outcome<std::vector<SelectedStock>> Select(const store::StockStore& store,
                                            const AnalysisFile& analysis, DayIndex day,
                                            bool adjust_splits, base::Progress& progress,
-                                           std::vector<std::string>& notes) {
+                                           std::vector<std::string>& notes,
+                                           const analysis::RunDays& days) {
   const auto second = FindSecondStock(store, analysis);
   if (!second) return Failure(second.error().message);
   const auto program = analysis::BuildProgram(analysis.condition);
@@ -114,8 +132,13 @@ Outcome<std::vector<SelectedStock>> Select(const store::StockStore& store,
   AddNotes(*program, *second != nullptr, notes);
 
   // The line of a selected stock shows the change, which needs the day before.
-  const analysis::History needs = program->Needs().Union({.daily = 2});
+  const analysis::History needs =
+      program->Needs().Union({.daily = 2, .fields = base::PriceFields::kClose});
+  const auto beside = analysis::Companions::Load(store, needs);
+  if (!beside) return Failure(beside.error().message);
   analysis::StockContext context(store, needs, day, day, *second, adjust_splits);
+  context.SetBeside(&*beside);
+  context.KeywordDays() = days;
   analysis::Evaluator evaluator(*program);
   const std::string stage = StageCaption(analysis.title);
   const auto stocks = store.Master().Stocks();
@@ -125,7 +148,11 @@ Outcome<std::vector<SelectedStock>> Select(const store::StockStore& store,
     if (done % kStocksPerReport == 0 && !progress.Report(stage, done, total)) {
       return Failure("株価分析「" + analysis.title + "」を中止しました。");
     }
-    const store::StockRecord& stock = stocks[static_cast<size_t>(done)];
+    const auto place = static_cast<size_t>(done);
+    if (place % context.kReadAhead == 0) {
+      context.ReadAhead(stocks.subspan(place, std::min(context.kReadAhead, stocks.size() - place)));
+    }
+    const store::StockRecord& stock = stocks[place];
     if (!Matches(analysis.market, stock)) continue;
     context.Load(stock);
     if (!evaluator.EvaluateCondition(context, day)) continue;
@@ -135,13 +162,23 @@ Outcome<std::vector<SelectedStock>> Select(const store::StockStore& store,
   return selected;
 }
 
+analysis::RunDays DaysOfGroup(const store::StockStore& store, std::span<const fs::path> files) {
+  analysis::RunDays days;
+  for (size_t place = 0; place < files.size(); ++place) {
+    if (files[place].empty()) continue;
+    const auto analysis = ReadAnalysisFile(files[place]);
+    if (!analysis) continue;
+    const auto day = FindDay(store, *analysis, "");
+    if (day) days.Set(AnalysisDate(place), *day);
+  }
+  return days;
+}
+
 Outcome<RunResult> RunAnalysisFile(const store::StockStore& store, const fs::path& file,
                                    const RunOptions& options, base::FileSystem& files,
                                    base::Progress& progress) {
-  const auto bytes = base::ReadFile(file);
-  if (!bytes) return Failure(bytes.error().message);
   const std::string file_name = base::PathText(file);
-  const auto analysis = ParseAnalysisFile(base::DecodeText(*bytes).text, file_name);
+  const auto analysis = ReadAnalysisFile(file);
   if (!analysis) return Failure(analysis.error().message);
   const auto day = FindDay(store, *analysis, file_name);
   if (!day) return Failure(day.error().message);
@@ -156,8 +193,9 @@ Outcome<RunResult> RunAnalysisFile(const store::StockStore& store, const fs::pat
   if (const auto title = base::EncodeCp932(result.title); !title) {
     result.notes.push_back("タイトルの" + title.error().message);
   }
+  const analysis::RunDays days = options.days.value_or(DaysOfFile(*day));
   const auto selected =
-      Select(store, *analysis, *day, options.adjust_splits, progress, result.notes);
+      Select(store, *analysis, *day, options.adjust_splits, progress, result.notes, days);
   if (!selected) {
     return tl::unexpected<RunFailure>(RunFailure{file_name + " の" + selected.error().message,
                                                  selected.error().cannot_be_compiled});

@@ -2,10 +2,13 @@
 
 #include <cstdint>
 #include <filesystem>
+#include <optional>
+#include <span>
 #include <string>
 #include <tl/expected.hpp>
 #include <vector>
 
+#include "analysis/run_days.h"
 #include "base/file_system.h"
 #include "base/progress.h"
 #include "base/result.h"
@@ -19,6 +22,9 @@ struct RunOptions {
   /// Where the relative paths of analysis files begin.
   std::filesystem::path base_directory;
   bool adjust_splits = true;
+  /// What the keywords stand for in a run over a group; none: analysisdate1 is the day of the
+  /// file that is run, the others are not set.
+  std::optional<analysis::RunDays> days = {};
 };
 
 /// What one analysis file gave.
@@ -40,11 +46,19 @@ template <typename T>
 using Outcome = tl::expected<T, RunFailure>;
 
 /// The screening itself: the stocks of the market whose condition is true on the day, in record
-/// order. Stops without a result when `progress` says so.
+/// order. `days` are those of the condition's keywords. Stops without a result when `progress`
+/// says so.
 Outcome<std::vector<SelectedStock>> Select(const store::StockStore& store,
                                            const AnalysisFile& analysis, base::DayIndex day,
                                            bool adjust_splits, base::Progress& progress,
-                                           std::vector<std::string>& notes);
+                                           std::vector<std::string>& notes,
+                                           const analysis::RunDays& days = {});
+
+/// analysisdate1, 2, ... from the analysis files of a group in entry order, an empty path for an
+/// entry without a file: the day of the file's analysis date, the newest one for a file without
+/// a date. Not set for what cannot be read or names no day of the calendar.
+analysis::RunDays DaysOfGroup(const store::StockStore& store,
+                              std::span<const std::filesystem::path> files);
 
 /// Runs one analysis file and writes its result list. Without a result directory the first line
 /// of "workresultfilename.txt" in the base directory names it. Fails, and writes nothing, where

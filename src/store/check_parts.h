@@ -43,5 +43,9 @@ void CheckList(const CheckedStore& store, FileKind kind, Findings& findings);
 /// All companion files, also the order of orin.ind.
 void CheckCompanions(const CheckedStore& store, Findings& findings);
 void CheckSplits(const CheckedStore& store, Findings& findings);
+/// orin.fin and orin.acc against orin.sys.
+void CheckCompanyFiles(const CheckedStore& store, Findings& findings);
+/// The credit files that the header names: whether they are there, lengths, dates.
+void CheckCreditFiles(const CheckedStore& store, Findings& findings);
 
 }  // namespace orin::store

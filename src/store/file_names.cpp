@@ -13,28 +13,34 @@ struct FixedName {
   std::string_view name;
 };
 
-constexpr std::array<FixedName, 7> kFixedNames = {{
+constexpr std::array<FixedName, 10> kFixedNames = {{
     {FileKind::kMaster, "orin.sys"},
     {FileKind::kNameIndex, "orin.ind"},
     {FileKind::kAdded, "orin.add"},
     {FileKind::kDeleted, "orin.del"},
     {FileKind::kTrendLines, "orin.lin"},
+    {FileKind::kCompanies, "orin.fin"},
+    {FileKind::kStatements, "orin.acc"},
     {FileKind::kSplits, "株式分割.txt"},
     {FileKind::kJournal, "orin.jnl"},
+    {FileKind::kNewestRanking, "orin.rnk"},
 }};
 
 struct Family {
   FileKind kind;
   std::string_view prefix;
+  std::string_view suffix;
+  int16_t first;
+  bool is_of_prices;
 };
 
-constexpr std::array<Family, 3> kFamilies = {{
-    {FileKind::kDaily, "orin"},
-    {FileKind::kCredit, "orins"},
-    {FileKind::kIntraday, "orint"},
+constexpr std::array<Family, 4> kFamilies = {{
+    {FileKind::kDaily, "orin", ".dat", 1, true},
+    {FileKind::kCredit, "orins", ".dat", 1, true},
+    {FileKind::kIntraday, "orint", ".dat", 1, true},
+    {FileKind::kRanking, "orinm", ".rnk", 0, false},
 }};
 
-constexpr std::string_view kPriceSuffix = ".dat";
 constexpr std::string_view kStagedSuffix = ".tmp";
 constexpr std::string_view kSetAsideSuffix = ".bad";
 constexpr size_t kNumberWidth = 3;
@@ -44,9 +50,8 @@ bool IsDigit(char c) { return c >= '0' && c <= '9'; }
 std::optional<int16_t> ParseNumber(std::string_view digits) {
   if (digits.size() != kNumberWidth || !std::ranges::all_of(digits, IsDigit)) return std::nullopt;
   int16_t number = 0;
-  for (const char digit : digits) number = static_cast<int16_t>(number * 10 + (digit - '0'));
   // Three digits hold the upper bound by themselves.
-  if (number < 1) return std::nullopt;
+  for (const char digit : digits) number = static_cast<int16_t>(number * 10 + (digit - '0'));
   return number;
 }
 
@@ -63,25 +68,27 @@ std::string FileName(const StoreFile& file) {
   const auto* family = std::ranges::find(kFamilies, file.kind, &Family::kind);
   std::array<char, 8> digits{};
   std::snprintf(digits.data(), digits.size(), "%03d", file.number);
-  return std::string(family->prefix) + digits.data() + std::string(kPriceSuffix);
+  return std::string(family->prefix) + digits.data() + std::string(family->suffix);
 }
 
 std::optional<StoreFile> ParseFileName(std::string_view name) {
   for (const FixedName& fixed : kFixedNames) {
     if (fixed.name == name) return StoreFile{fixed.kind, 0};
   }
-  if (!name.ends_with(kPriceSuffix)) return std::nullopt;
-  name.remove_suffix(kPriceSuffix.size());
   for (const Family& family : kFamilies) {
-    if (!name.starts_with(family.prefix)) continue;
-    const auto number = ParseNumber(name.substr(family.prefix.size()));
-    if (number) return StoreFile{family.kind, *number};
+    if (!name.starts_with(family.prefix) || !name.ends_with(family.suffix)) continue;
+    const size_t fixed = family.prefix.size() + family.suffix.size();
+    if (name.size() != fixed + kNumberWidth) continue;
+    const auto number = ParseNumber(name.substr(family.prefix.size(), kNumberWidth));
+    if (number && *number >= family.first) return StoreFile{family.kind, *number};
   }
   return std::nullopt;
 }
 
 const std::filesystem::path& DirectoryOf(const StoreLocation& location, const StoreFile& file) {
-  return file.number > 0 ? location.data_directory : location.system_directory;
+  const auto* family = std::ranges::find(kFamilies, file.kind, &Family::kind);
+  const bool is_of_prices = family != kFamilies.end() && family->is_of_prices;
+  return is_of_prices ? location.data_directory : location.system_directory;
 }
 
 std::filesystem::path PathOf(const StoreLocation& location, const StoreFile& file) {

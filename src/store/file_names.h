@@ -12,25 +12,30 @@
 namespace orin::store {
 
 enum class FileKind {
-  kMaster,      // orin.sys
-  kNameIndex,   // orin.ind
-  kAdded,       // orin.add
-  kDeleted,     // orin.del
-  kTrendLines,  // orin.lin
-  kSplits,      // 株式分割.txt
-  kJournal,     // orin.jnl
-  kDaily,       // orin001.dat and on
-  kCredit,      // orins001.dat and on
-  kIntraday,    // orint001.dat and on
+  kMaster,         // orin.sys
+  kNameIndex,      // orin.ind
+  kAdded,          // orin.add
+  kDeleted,        // orin.del
+  kTrendLines,     // orin.lin
+  kCompanies,      // orin.fin
+  kStatements,     // orin.acc
+  kSplits,         // 株式分割.txt
+  kJournal,        // orin.jnl
+  kDaily,          // orin001.dat and on
+  kCredit,         // orins001.dat and on
+  kIntraday,       // orint001.dat and on
+  kNewestRanking,  // orin.rnk
+  kRanking,        // orinm000.rnk and on
 };
 
-/// The greatest number of a price file, the first being 1.
+/// The greatest number of a price file, the first being 1, and of a ranking file, the first
+/// being 0.
 inline constexpr int16_t kLastFileNumber = 999;
 
 /// A file of the store.
 struct StoreFile {
   FileKind kind = FileKind::kMaster;
-  int16_t number = 0;  // 1..kLastFileNumber for the price families, 0 for all others
+  int16_t number = 0;  // of price and ranking families, 0 for all others
 
   auto operator<=>(const StoreFile&) const = default;
 };

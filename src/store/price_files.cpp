@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <limits>
 
+#include "base/coding.h"
 #include "base/record_file.h"
 #include "store/file_names.h"
 #include "store/stored_file.h"
@@ -24,28 +25,32 @@ std::string DateForMessage(const StoreLocation& location, const DayPlace& place)
          std::to_string(place.position + 1) + "番目";
 }
 
-void PutNoData(base::BarColumns& bars, size_t position, size_t count) {
-  for (auto* column : {&bars.open, &bars.high, &bars.low, &bars.close}) {
-    std::fill_n(column->begin() + static_cast<std::ptrdiff_t>(position), count, base::Currency());
-  }
-  std::fill_n(bars.volume.begin() + static_cast<std::ptrdiff_t>(position), count,
-              base::kNoDataVolume);
+struct FieldColumn {
+  std::vector<base::Currency> base::BarColumns::*column;
+  size_t offset;  // in an entry
+};
+constexpr FieldColumn kFieldColumns[] = {
+    {&base::BarColumns::open, bar_offset::kOpen},
+    {&base::BarColumns::high, bar_offset::kHigh},
+    {&base::BarColumns::low, bar_offset::kLow},
+    {&base::BarColumns::close, bar_offset::kClose},
+    {&base::BarColumns::volume, bar_offset::kVolume},
+};
+
+void PutNoData(base::BarColumns& bars) {
+  for (const FieldColumn& field : kFieldColumns)
+    std::ranges::fill(bars.*field.column, base::Currency());
+  std::ranges::fill(bars.volume, base::kNoDataVolume);
 }
 
+// Field by field, because most conditions ask for one price: what is not asked for costs nothing.
 void PutEntries(const char* entry, base::BarColumns& bars, size_t position, size_t count) {
-  base::Currency* open = bars.open.data() + position;
-  base::Currency* high = bars.high.data() + position;
-  base::Currency* low = bars.low.data() + position;
-  base::Currency* close = bars.close.data() + position;
-  base::Currency* volume = bars.volume.data() + position;
-  // One pass over the entries with plain pointers: screening spends most of its loading here.
-  for (size_t i = 0; i < count; ++i, entry += kBarLength) {
-    const base::Bar bar = DecodeBar(entry, base::Date());
-    open[i] = bar.open;
-    high[i] = bar.high;
-    low[i] = bar.low;
-    close[i] = bar.close;
-    volume[i] = bar.volume;
+  for (const FieldColumn& field : kFieldColumns) {
+    std::vector<base::Currency>& column = bars.*field.column;
+    if (column.empty()) continue;
+    const char* value = entry + field.offset;
+    base::Currency* out = column.data() + position;
+    for (size_t i = 0; i < count; ++i) out[i] = base::GetCurrency(value + i * kBarLength);
   }
 }
 
@@ -145,20 +150,40 @@ const char* PriceFiles::Entry(base::SlotRecord slot, int32_t day) const {
          static_cast<size_t>(place.position) * kBarLength;
 }
 
-void PriceFiles::Load(base::SlotRecord slot, int32_t first, int32_t last,
+void PriceFiles::Load(base::SlotRecord slot, int32_t first, int32_t last, base::PriceFields fields,
                       base::BarColumns& bars) const {
   const auto count = static_cast<size_t>(std::max(last - first + 1, 0));
-  bars.Resize(count);
+  bars.Resize(count, fields);
   std::copy_n(days_.begin() + first, count, bars.dates.begin());
   // A damaged record costs its own stock only.
   if (!HasSlot(slot)) {
-    PutNoData(bars, 0, count);
+    PutNoData(bars);
     return;
   }
   for (int32_t day = first; day <= last;) {
     const int32_t in_file = std::min(kDaysPerFile - day % kDaysPerFile, last - day + 1);
     PutEntries(Entry(slot, day), bars, static_cast<size_t>(day - first),
                static_cast<size_t>(in_file));
+    day += in_file;
+  }
+}
+
+void PriceFiles::ReadAhead(std::span<const base::SlotRecord> slots, int32_t first,
+                           int32_t last) const {
+  // A stock's entries lie apart, a stretch a file, and the processor waits at the beginning of
+  // each. Neighbouring stocks lie side by side in every file: touched file by file, they come in as
+  // one stream.
+  constexpr size_t kCacheLine = 64;
+  for (int32_t day = first; day <= last;) {
+    const int32_t in_file = std::min(kDaysPerFile - day % kDaysPerFile, last - day + 1);
+    for (const base::SlotRecord slot : slots) {
+      if (!HasSlot(slot)) continue;
+      const char* entry = Entry(slot, day);
+      const size_t length = static_cast<size_t>(in_file) * kBarLength;
+      for (size_t at = 0; at < length; at += kCacheLine) {
+        static_cast<void>(*static_cast<const volatile char*>(entry + at));
+      }
+    }
     day += in_file;
   }
 }

@@ -54,8 +54,13 @@ class PriceFiles {
   /// The entry of a slot that HasSlot; the entries up to the end of its file follow it.
   [[nodiscard]] const char* Entry(base::SlotRecord slot, int32_t day) const;
 
-  /// The days first..last (from 0) into `bars`. A slot that is none reads as days without data.
-  void Load(base::SlotRecord slot, int32_t first, int32_t last, base::BarColumns& bars) const;
+  /// The days first..last (from 0) into `bars`, of the prices only those asked for. A slot that is
+  /// none reads as days without data.
+  void Load(base::SlotRecord slot, int32_t first, int32_t last, base::PriceFields fields,
+            base::BarColumns& bars) const;
+
+  /// Brings the entries first..last of the slots, which Load is about to copy, near the processor.
+  void ReadAhead(std::span<const base::SlotRecord> slots, int32_t first, int32_t last) const;
 
   /// After a day has been committed behind the last one: takes it into Days(), with its file
   /// where it began a new one.

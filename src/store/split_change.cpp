@@ -33,7 +33,7 @@ base::Status WriteAdjusted(const PriceFiles& prices, base::SlotRecord slot, int3
   base::BarColumns bars;
   for (int32_t day = 0; day <= last; day += kDaysPerFile) {
     const int32_t last_of_file = std::min(day + kDaysPerFile - 1, last);
-    prices.Load(slot, day, last_of_file, bars);
+    prices.Load(slot, day, last_of_file, base::PriceFields::kAll, bars);
     const auto with_data = [&bars] { return std::ranges::count(bars.volume, base::kNoDataVolume); };
     const auto empty_before = with_data();
     AdjustForSplit(event, bars);

@@ -1,9 +1,11 @@
 #include <algorithm>
+#include <array>
 #include <limits>
 #include <unordered_set>
 
 #include "base/record_file.h"
 #include "store/companion_formats.h"
+#include "store/company_format.h"
 #include "store/file_names.h"
 #include "store/master_format.h"
 #include "store/name_index.h"
@@ -59,6 +61,7 @@ struct SystemFiles {
   std::string added;
   std::string deleted;
   std::string trend_lines;
+  std::array<std::string, kCompanyFiles.size()> companies;
 };
 
 base::Result<SystemFiles> ReadSystemFiles(const StoreLocation& location) {
@@ -74,7 +77,23 @@ base::Result<SystemFiles> ReadSystemFiles(const StoreLocation& location) {
     if (!bytes) return base::Forward(bytes);
     *wanted.bytes = std::move(*bytes);
   }
+  for (size_t i = 0; i < kCompanyFiles.size(); ++i) {
+    auto bytes = ReadIfThere(location, {kCompanyFiles[i].kind, 0});
+    if (!bytes) return base::Forward(bytes);
+    files.companies[i] = std::move(*bytes);
+  }
   return files;
+}
+
+/// Nor its company data, should it have the same code.
+void ClearCompanies(const StockRecord& stock, const SystemFiles& files, Transaction& transaction) {
+  for (size_t i = 0; i < kCompanyFiles.size(); ++i) {
+    const CompanyFile& file = kCompanyFiles[i];
+    const base::RecordView records(files.companies[i], file.record_length);
+    const auto record = records.Record(stock.slot.Value());
+    if (!record || !record->starts_with(stock.code.Padded())) continue;
+    transaction.Write({file.kind, 0}, records.Offset(stock.slot.Value()), EmptyCompanyRecord(file));
+  }
 }
 
 /// The stocks that stay, with the bytes of orin.sys for them.
@@ -94,6 +113,7 @@ KeptStocks KeepOthers(const StockMaster& master, const Codes& purged, const Syst
     const std::string_view record = records.Record(number++).value_or(std::string_view());
     if (purged.contains(stock.code)) {
       ClearTrendLines(stock.slot, files.trend_lines, transaction);
+      ClearCompanies(stock, files, transaction);
     } else {
       kept.stocks.push_back(stock);
       kept.bytes += record;

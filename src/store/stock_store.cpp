@@ -1,6 +1,7 @@
 #include "store/stock_store.h"
 
 #include <algorithm>
+#include <array>
 
 #include "store/file_names.h"
 #include "store/store_state.h"
@@ -45,7 +46,7 @@ base::Result<std::pair<base::Date, base::Date>> StockStore::DaysOfFile(int16_t f
 }
 
 void StockStore::LoadBars(base::SlotRecord slot, base::DayIndex first, base::DayIndex last,
-                          base::BarColumns& bars) const {
+                          base::BarColumns& bars, base::PriceFields fields) const {
   // Days outside the calendar would be read beyond the files.
   const int32_t from = std::max(first.Value(), 1);
   const int32_t to = std::min(last.Value(), state_->calendar.Count());
@@ -54,14 +55,40 @@ void StockStore::LoadBars(base::SlotRecord slot, base::DayIndex first, base::Day
     bars.Resize(0);
     return;
   }
-  state_->prices.Load(slot, from + offset, to + offset, bars);
+  state_->prices.Load(slot, from + offset, to + offset, fields, bars);
+}
+
+void StockStore::ReadAhead(std::span<const StockRecord> stocks, base::DayIndex first,
+                           base::DayIndex last) const {
+  std::array<base::SlotRecord, kReadAhead> slots;
+  const size_t count = std::min(stocks.size(), slots.size());
+  for (size_t i = 0; i < count; ++i) slots[i] = stocks[i].slot;
+  const int32_t from = std::max(first.Value(), 1);
+  const int32_t to = std::min(last.Value(), state_->calendar.Count());
+  const int32_t offset = state_->skipped_days - 1;
+  state_->prices.ReadAhead(std::span(slots).first(count), from + offset, to + offset);
 }
 
 void StockStore::LoadAdjustedBars(const StockRecord& stock, base::DayIndex first,
-                                  base::DayIndex last, base::BarColumns& bars) const {
-  LoadBars(stock.slot, first, last, bars);
+                                  base::DayIndex last, base::BarColumns& bars,
+                                  base::PriceFields fields) const {
+  const std::span<const SplitEvent> events = state_->splits.EventsOf(stock.code);
+  // Whether an adjusted bar still is one depends on all of its prices.
+  LoadBars(stock.slot, first, last, bars, events.empty() ? fields : base::PriceFields::kAll);
   // Oldest first; an event never touches bars after its own day.
-  for (const SplitEvent& event : state_->splits.EventsOf(stock.code)) AdjustForSplit(event, bars);
+  for (const SplitEvent& event : events) AdjustForSplit(event, bars);
+}
+
+void StockStore::LoadCreditBalances(base::SlotRecord slot, base::DayIndex first,
+                                    base::DayIndex last,
+                                    std::vector<CreditBalance>& balances) const {
+  std::optional<CreditFiles>& credit = state_->credit;
+  if (!credit || credit->DayCount() != state_->prices.DayCount()) {
+    credit = CreditFiles::Open(state_->location, state_->master.Header(), state_->prices.Days());
+  }
+  const int32_t offset = state_->skipped_days - 1;
+  credit->Load(slot, std::max(first.Value(), 1) + offset,
+               std::min(last.Value(), state_->calendar.Count()) + offset, balances);
 }
 
 }  // namespace orin::store

@@ -13,6 +13,8 @@
 #include "base/ordinal.h"
 #include "base/result.h"
 #include "store/calendar.h"
+#include "store/company_table.h"
+#include "store/price_format.h"
 #include "store/splits.h"
 #include "store/stock_master.h"
 #include "store/store_location.h"
@@ -75,12 +77,23 @@ class StockStore {
   [[nodiscard]] base::Result<std::pair<base::Date, base::Date>> DaysOfFile(int16_t file) const;
 
   /// The bars of the days first..last as stored, into `bars`, which is emptied first. Days are
-  /// within the calendar. Copies only the entries asked for.
+  /// within the calendar. Copies only the entries, and of them only the prices, asked for.
   void LoadBars(base::SlotRecord slot, base::DayIndex first, base::DayIndex last,
-                base::BarColumns& bars) const;
-  /// The same, adjusted for the splits of the stock.
+                base::BarColumns& bars, base::PriceFields fields = base::PriceFields::kAll) const;
+  /// Makes loading the bars of these stocks, all of them soon, faster: worth it where there are
+  /// some neighbours. At most kReadAhead of them.
+  static constexpr size_t kReadAhead = 16;
+  void ReadAhead(std::span<const StockRecord> stocks, base::DayIndex first,
+                 base::DayIndex last) const;
+  /// The same, adjusted for the splits of the stock; one with splits gets all its prices.
   void LoadAdjustedBars(const StockRecord& stock, base::DayIndex first, base::DayIndex last,
-                        base::BarColumns& bars) const;
+                        base::BarColumns& bars,
+                        base::PriceFields fields = base::PriceFields::kAll) const;
+  /// The credit balances of the days first..last, within the calendar, into `balances`, which is
+  /// emptied first. They are 0 on a day that the credit files do not have, and are not adjusted
+  /// for splits. The first call maps the files.
+  void LoadCreditBalances(base::SlotRecord slot, base::DayIndex first, base::DayIndex last,
+                          std::vector<CreditBalance>& balances) const;
 
   // What follows needs Access::kWrite.
 
@@ -100,10 +113,12 @@ class StockStore {
   base::Status SaveSplits(SplitList splits);
   /// Writes the event's adjustment into the stored prices and takes it off the list, in one.
   base::Status CorrectForSplit(const SplitEvent& event);
+  /// Replaces orin.fin and orin.acc, both or neither.
+  base::Status SaveCompanies(const CompanyTable& companies);
   /// Takes the stocks that orin.del marks "Delete" out of orin.sys, orin.ind, orin.add and
   /// orin.del and gives their number. Later stocks move up by a record; every slot stays where
-  /// it is, and that of a stock taken out is unused until a new stock gets it, emptied. Refuses
-  /// while there are fewer than ten price files.
+  /// it is, and that of a stock taken out is unused until a new stock gets it, emptied; its trend
+  /// lines and company data are gone. Refuses while there are fewer than ten price files.
   base::Result<int32_t> PurgeDeletedStocks();
 
  private:

@@ -66,6 +66,8 @@ base::Result<std::vector<std::string>> CheckFiles(const StoreLocation& location,
   if (!prices) return base::Forward(prices);
   CheckCompanions(store, findings);
   CheckSplits(store, findings);
+  CheckCompanyFiles(store, findings);
+  CheckCreditFiles(store, findings);
   return findings.Take();
 }
 

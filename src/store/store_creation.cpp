@@ -42,6 +42,8 @@ base::Status Refuse(const std::filesystem::path& path) {
 bool IsOfAnotherStore(std::string_view name) {
   const auto file = ParseFileName(name);
   return file && (file->number > 0 || file->kind == FileKind::kTrendLines ||
+                  file->kind == FileKind::kCompanies || file->kind == FileKind::kStatements ||
+                  file->kind == FileKind::kNewestRanking || file->kind == FileKind::kRanking ||
                   file->kind == FileKind::kJournal);
 }
 

@@ -79,6 +79,7 @@ base::Status StockStore::State::LoadPrices() {
   auto opened = PriceFiles::Open(location, master);
   if (!opened) return base::Forward(opened);
   prices = std::move(*opened);
+  credit.reset();
   const MasterHeader& header = master.Header();
   skipped_days = 0;
   if (options.first_file) {

@@ -2,6 +2,7 @@
 
 #include <chrono>
 #include <cstdint>
+#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
@@ -9,6 +10,7 @@
 #include <vector>
 
 #include "base/file_system.h"
+#include "store/credit_files.h"
 #include "store/price_files.h"
 #include "store/stock_store.h"
 #include "store/store_lock.h"
@@ -24,7 +26,9 @@ struct StockStore::State {
   base::FileSystem* files = nullptr;
   StoreLock lock;  // held where access is kWrite
   StockMaster master;
-  PriceFiles prices;         // all files of the header
+  PriceFiles prices;  // all files of the header
+  /// Opened by the first who asks, for the days there are then.
+  std::optional<CreditFiles> credit;
   Calendar calendar;         // from the first file chosen
   int32_t skipped_days = 0;  // stored days before the calendar's first
   SplitList splits;

@@ -25,7 +25,7 @@ TEST(ItemCases, WorkedValuesHoldOnOneDayAndInARange) {
     base::ValueColumn column;
     call->Evaluate(context, DayIndex(1), DayIndex(static_cast<int32_t>(daily.Size())), column);
     const auto place = static_cast<size_t>(line.bar - 1);
-    EXPECT_EQ(column.valid[place] != 0 ? column.values[place].ToText() : "none", expected)
+    EXPECT_EQ(column.Has(place) ? column.At(place).ToText() : "none", expected)
         << line.place << " " << line.subject;
   }
 }

@@ -56,9 +56,8 @@ TEST(ItemNeeds, LoadingWhatAnItemNeedsGivesTheValueOfTheWholeHistory) {
         const ItemCall call = *ItemCall::Bind(text);
         const ValueColumn whole = EvaluateWith(store, kWholeHistory, call, DayIndex(first), last);
         const ValueColumn part = EvaluateWith(store, call.Needs(), call, DayIndex(first), last);
-        ASSERT_EQ(whole.valid, part.valid) << text << " from day " << first;
-        ASSERT_EQ(whole.values, part.values) << text << " from day " << first;
-        for (const uint8_t valid : whole.valid) values += valid;
+        ASSERT_EQ(whole, part) << text << " from day " << first;
+        for (size_t i = 0; i < whole.Size(); ++i) values += whole.Has(i) ? 1 : 0;
       }
     }
   }
@@ -72,7 +71,7 @@ TEST(ItemNeeds, ParametersThatNeverGiveAValueNeedNothingLoaded) {
         "月間％Ｄ(0,3,0)", "第二銘柄移動平均(0,0)", "さや最大値(0,0)"}) {
     const ItemCall call = *ItemCall::Bind(text);
     const DayIndex day(100);
-    EXPECT_EQ(EvaluateWith(store, call.Needs(), call, day, day).valid[0], 0) << text;
+    EXPECT_EQ(EvaluateWith(store, call.Needs(), call, day, day).Has(0), false) << text;
   }
 }
 
@@ -81,8 +80,8 @@ TEST(ItemNeeds, NoBarMoreThanNeededIsCounted) {
   const auto fails_with = [&store](const char* text, const History& less) {
     const ItemCall call = *ItemCall::Bind(text);
     const DayIndex day(100);
-    EXPECT_EQ(EvaluateWith(store, call.Needs(), call, day, day).valid[0], 1) << text;
-    EXPECT_EQ(EvaluateWith(store, less, call, day, day).valid[0], 0) << text;
+    EXPECT_EQ(EvaluateWith(store, call.Needs(), call, day, day).Has(0), true) << text;
+    EXPECT_EQ(EvaluateWith(store, less, call, day, day).Has(0), false) << text;
   };
   fails_with("日付(-12)", {12, 0, 0, 0});
   fails_with("週間日付(-5)", {1, 5, 0, 0});
@@ -106,7 +105,7 @@ TEST(StockContext, LoadReplacesTheStockAndKeepsTheSecond) {
   const auto column = [&context](const char* text) {
     ValueColumn values;
     ItemCall::Bind(text)->Evaluate(context, DayIndex(1), DayIndex(100), values);
-    return values.values;
+    return values;
   };
   for (const char* text : {"さや(0)", "週間移動平均(3,0)", "月間終値(-1)"}) {
     context.Load(a);

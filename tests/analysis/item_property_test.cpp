@@ -46,9 +46,9 @@ TEST(ItemProperty, ValueOfADayDependsOnNoLaterDay) {
         StockContext until(daily_until, &second_until);
         const Value alone = ItemValue(text, until, DayIndex(day));
         const auto place = static_cast<size_t>(day - 1);
-        ASSERT_EQ(range.valid[place] != 0, alone.ok) << text << " day " << day;
+        ASSERT_EQ(range.Has(place), alone.ok) << text << " day " << day;
         if (alone.ok) {
-          EXPECT_EQ(range.values[place], alone.value) << text << " day " << day;
+          EXPECT_EQ(range.At(place), alone.value) << text << " day " << day;
         }
         values += alone.ok ? 1 : 0;
       }
@@ -66,9 +66,9 @@ TEST(ItemProperty, DaysOutsideTheSeriesHaveNoValue) {
     const ItemCall call = *ItemCall::Bind(text);
     ValueColumn column;
     call.Evaluate(context, DayIndex(-3), DayIndex(16), column);
-    ASSERT_EQ(column.valid.size(), 20U);
+    ASSERT_EQ(column.Size(), 20U);
     if (text.ends_with("()")) continue;
-    for (const size_t outside : {0U, 3U, 16U, 19U}) EXPECT_EQ(column.valid[outside], 0) << text;
+    for (const size_t outside : {0U, 3U, 16U, 19U}) EXPECT_EQ(column.Has(outside), 0) << text;
   }
 }
 

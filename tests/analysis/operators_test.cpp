@@ -12,7 +12,7 @@ namespace {
 
 using base::Currency;
 
-constexpr Currency kLeast = Currency::FromRaw(std::numeric_limits<int64_t>::min());
+constexpr Currency kLeast = Currency::FromRaw(-std::numeric_limits<int64_t>::max());
 constexpr Currency kGreatest = Currency::FromRaw(std::numeric_limits<int64_t>::max());
 
 TEST(ApplyOperator, EachCodeDoesWhatItsOperatorDoesAtAnyDepth) {
@@ -53,13 +53,14 @@ TEST(ApplyOperator, EndsOfTheRangeFailInsteadOfWrapping) {
   const Currency one_step = Currency::FromRaw(1);
   EXPECT_FALSE(ApplyOperator(kGreatest, "+", one_step).ok);
   EXPECT_FALSE(ApplyOperator(kLeast, "-", one_step).ok);
-  EXPECT_FALSE(ApplyOperator(kLeast, "*", minus_one).ok);
+  EXPECT_FALSE(ApplyOperator(kLeast, "*", Currency::FromInt(2)).ok);
+  EXPECT_EQ(ApplyOperator(kLeast, "*", minus_one), Value::Of(kGreatest));
   EXPECT_FALSE(ApplyOperator(kLeast, "/", minus_one).ok);
   EXPECT_FALSE(ApplyOperator(kLeast, "\\", minus_one).ok);
   EXPECT_FALSE(ApplyOperator(kLeast, "Mod", minus_one).ok);
   EXPECT_FALSE(ApplyOperator(kGreatest, "^", Currency::FromInt(2)).ok);
   EXPECT_FALSE(ApplyOperator(kLeast, "?", kLeast).ok);
-  EXPECT_FALSE(ApplyOperator(Currency::FromInt(1), "?", kLeast).ok);
+  EXPECT_EQ(ApplyOperator(Currency::FromInt(1), "?", kLeast), Value::Of(kGreatest));
   EXPECT_EQ(ApplyOperator(kLeast, "*", Currency::FromInt(1)), Value::Of(kLeast));
 }
 

@@ -54,6 +54,18 @@ TEST_F(TradePriceTest, ItemsReadThePricesOfTheTradeWithAndWithoutZero) {
   EXPECT_EQ(ItemValue("売り値(0)", Context(), kDay), Value::Of(*Currency::Parse("7.25")));
 }
 
+TEST_F(TradePriceTest, DatesAreSerialNumbersAndAreNotStored) {
+  EXPECT_EQ(ItemValue("買い日付", Context(), kDay), Value::Failed());
+  Trade().buy_date = base::Date::FromSerial(43001);
+  Trade().sell_date = base::Date::FromSerial(43002);
+  for (const char* text : {"買い日付", "買い日付(0)"}) {
+    EXPECT_EQ(ItemValue(text, Context(), kDay), Value::Of(Currency::FromInt(43001))) << text;
+  }
+  EXPECT_EQ(ItemValue("売り日付(0)", Context(), kDay), Value::Of(Currency::FromInt(43002)));
+  EXPECT_TRUE(Holds("買い日付 + 1 = 売り日付 And 日付(0) - 買い日付 = 1"));
+  EXPECT_EQ(Trade().buy, 100.5F);
+}
+
 TEST_F(TradePriceTest, WithoutAPriceTheRelationIsFalseAndStoresNothing) {
   EXPECT_FALSE(Holds("売り値 > 0"));
   EXPECT_FALSE(Holds("売り値 <= 0"));

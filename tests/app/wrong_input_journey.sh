@@ -3,7 +3,7 @@
 source "$(dirname "$0")/journey.sh"
 fresh_home
 
-for command in init update-csv master bars eval screen check splits; do
+for command in init update-csv master bars eval series signals explain items screen check splits; do
   expect "$command --help" 0 "使い方" cli "$command" --help
 done
 expect "no command" 2 "使い方" cli
@@ -23,6 +23,22 @@ expect "not a system file" 1 "orin.xyzはシステムファイルではありま
 expect "wrong period" 2 "使い方" cli bars AAPL --period year
 expect "offset before the first day" 0 "fail" cli eval --code AAPL '終値(-5000)'
 expect "future" 0 "fail" cli eval --code AAPL '終値(1)'
+expect "series without expressions" 2 "EXPR" cli series --code AAPL
+expect "series of an expression beyond the limits" 2 "の698文字目：" \
+  cli series --code AAPL 1 "$(printf '1=1 Or %.0s' {1..101})1=1"
+expect "a range without trading days" 1 "2020/01/11 から 2020/01/12 までの取引日がありません" \
+  cli series --code AAPL --from 2020/01/11 --to 2020/01/12 1
+expect "a range that ends before it begins" 1 "までの取引日がありません" \
+  cli signals --from 2020/01/10 --to 2020/01/09 '1 = 1'
+expect "a range from no date" 1 "「きのう」" cli signals --from きのう '1 = 1'
+expect "several conditions" 2 "条件は一つだけです。" cli signals 終値\(0\) '>' 1
+expect "unknown market" 1 "「東証」という市場はありません。" cli signals --market 東証 '1 = 1'
+expect "signals of a value" 0 "比較演算子" cli signals --count '終値(0)'
+expect "explanation of what cannot be compiled" 2 "文字目：" cli explain --code AAPL '1<2<3<4<5<6'
+expect "explanation of a misspelt item" 0 "「ＲＳＩ」ではありませんか" cli explain --code AAPL 'RSI(14,0) > 3'
+expect "explanation without the second stock" 0 "第二銘柄がありません。" cli explain --code AAPL 'さや(0) > 0'
+expect "no such item" 1 "名前に「ＸＹＺ」を含む分析項目はありません。" cli items ＸＹＺ
+expect "two ways to list items" 2 "使い方" cli items --markdown --count
 expect "missing directory" 1 "/no/such" cli update-csv --dir /no/such
 expect "missing list" 1 "nolist.csv" cli update-csv --stocks "$home/nolist.csv"
 expect "missing analysis file" 1 "none.txt" cli screen "$home/none.txt"
@@ -49,6 +65,13 @@ log=$(iconv -f CP932 -t UTF-8 "$home"/data/K20200110.LOG)
 for told in "AAPL.csv 5行目：" "「abc」" "AAPL.csv 6行目：" "「2016/13/01」" "株.csv" "NOISE.csv 1行目："; do
   expect "the log tells $told" 0 "$told" echo "$log"
 done
+
+expect "missing company list" 1 "none.csv" cli company "$home/none.csv"
+expect "company list without a heading" 1 "noise.txt 1行目" cli company "$home/noise.txt"
+printf garbage >"$home/orin.fin"
+expect "damaged company data" 1 "orin.fin" cli eval --code AAPL '時価総額'
+expect "damaged company data, checked" 1 "orin.fin" cli check
+rm "$home/orin.fin"
 
 cp "$home/orin.sys" "$home/orin.sys.good"
 for damage in "head -c 40" "head -c 120" "head -c 2200"; do

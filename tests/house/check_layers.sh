@@ -5,9 +5,10 @@ cd "$1/src"
 
 declare -A below=(
   [base]="base"
+  [kernels]="kernels"
   [store]="base store"
-  [indicators]="base indicators"
-  [analysis]="base store indicators analysis"
+  [indicators]="base kernels indicators"
+  [analysis]="base kernels store indicators analysis"
   [screening]="base store analysis screening"
   [acquire]="base store acquire"
   [shell]="base store analysis screening acquire shell"

@@ -34,7 +34,7 @@ TEST(Indicators, WorkedValuesHoldAtOneBarAndInARange) {
     base::ValueColumn column;
     ComputeColumn(*indicator, bars, parameters, 1, bars.Count(), column);
     const auto place = static_cast<size_t>(line.bar - 1);
-    EXPECT_EQ(Text(column.valid[place] != 0 ? column.values[place] : kNone), Text(expected));
+    EXPECT_EQ(Text(column.Has(place) ? column.At(place) : kNone), Text(expected));
   }
 }
 
@@ -72,7 +72,7 @@ TEST(RoundingRule, KeepsOneDecimalLessThanItsArgumentAndRoundsHalvesAwayFromZero
 
 TEST(RoundingRule, RoundingOutOfTheRangeHasNoValue) {
   EXPECT_FALSE(RoundToDigits(*Currency::Parse("922337203685477.5807"), 1));
-  EXPECT_FALSE(RoundToDigits(*Currency::Parse("-922337203685477.5808"), 1));
+  EXPECT_FALSE(RoundToDigits(*Currency::Parse("-922337203685477.5807"), 1));
   EXPECT_TRUE(RoundToDigits(*Currency::Parse("922337203685477.4999"), 1));
 }
 

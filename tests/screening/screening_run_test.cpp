@@ -119,6 +119,42 @@ TEST_F(ScreeningRunTest, WhatCannotRunIsOneSentenceAndNoList) {
   }
 }
 
+TEST_F(ScreeningRunTest, KeywordsStandForTheDaysOfTheGroupsFilesInEntryOrder) {
+  const auto file = [this](const char* name, const char* text) {
+    std::ofstream(home_ / name, std::ios::binary) << text << "\n";
+    return home_ / name;
+  };
+  const std::vector<fs::path> entries = {file("1.txt", "分析日付：2020/01/06"),
+                                         {},
+                                         file("3.txt", "分析項目：1=1"),
+                                         file("4.txt", "分析日付：2020/01/11"),
+                                         home_ / "missing.txt",
+                                         file("6.txt", "分析日付：いつか"),
+                                         file("7.txt", "分析日付：2020/01/07")};
+  const auto store = builder_.Open();
+  const analysis::RunDays days = DaysOfGroup(store, entries);
+  std::string found;
+  for (int32_t number = 1; number <= 7; ++number) {
+    const auto day = days.Of({analysis::DayKeyword::kAnalysisDate, number});
+    found += day ? std::to_string(day->Value()) : "-";
+  }
+  EXPECT_EQ(found, "1-3---2");
+
+  const fs::path run = WriteAnalysis("分析項目：終値(analysisdate7) < 終値(analysisdate1)\n");
+  base::SilentProgress progress;
+  const RunOptions options{home_, true, days};
+  const auto result = RunAnalysisFile(store, run, options, base::NativeFileSystem(), progress);
+  ASSERT_TRUE(result);
+  EXPECT_EQ(result->selected, 1);
+  EXPECT_THAT(ListText(), HasSubstr("DOWN"));
+}
+
+TEST_F(ScreeningRunTest, AFileRunAloneHasItsOwnDateAsAnalysisdate1) {
+  EXPECT_EQ(Run("分析日付：2020/01/07\n分析項目：analysisdate1 = 2\n")->selected, 4);
+  EXPECT_EQ(Run("分析項目：終値(analysisdate1-2) = 終値(-2)\n")->selected, 4);
+  EXPECT_EQ(Run("分析項目：analysisdate2 > 0\n")->selected, 0);
+}
+
 TEST_F(ScreeningRunTest, ResultDirectoryMayComeFromTheDefaultFile) {
   std::ofstream(home_ / "workresultfilename.txt") << "patrol\r\n";
   const fs::path analysis = home_ / "a.txt";

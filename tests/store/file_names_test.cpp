@@ -13,9 +13,11 @@ TEST(FileNames, EveryFileOfTheStoreIsMadeAndParsedAlike) {
       {{FileKind::kMaster, 0}, "orin.sys"},         {{FileKind::kNameIndex, 0}, "orin.ind"},
       {{FileKind::kAdded, 0}, "orin.add"},          {{FileKind::kDeleted, 0}, "orin.del"},
       {{FileKind::kTrendLines, 0}, "orin.lin"},     {{FileKind::kSplits, 0}, "株式分割.txt"},
+      {{FileKind::kCompanies, 0}, "orin.fin"},      {{FileKind::kStatements, 0}, "orin.acc"},
       {{FileKind::kJournal, 0}, "orin.jnl"},        {{FileKind::kDaily, 1}, "orin001.dat"},
       {{FileKind::kDaily, 999}, "orin999.dat"},     {{FileKind::kCredit, 12}, "orins012.dat"},
-      {{FileKind::kIntraday, 100}, "orint100.dat"},
+      {{FileKind::kIntraday, 100}, "orint100.dat"}, {{FileKind::kNewestRanking, 0}, "orin.rnk"},
+      {{FileKind::kRanking, 0}, "orinm000.rnk"},    {{FileKind::kRanking, 999}, "orinm999.rnk"},
   };
   for (const auto& [file, name] : cases) {
     EXPECT_EQ(FileName(file), name);
@@ -41,6 +43,12 @@ TEST(FileNames, NoOtherNameIsAStoreFile) {
                                  "orins.dat",
                                  "orins000.dat",
                                  "orinx001.dat",
+                                 "orin001.rnk",
+                                 "orinm001.dat",
+                                 "orinm00.rnk",
+                                 "orinm0000.rnk",
+                                 "orinm.rnk",
+                                 "orinm.rnk.rnk",
                                  "orin001.dat ",
                                  " orin001.dat",
                                  "orin001.DAT",
@@ -66,6 +74,7 @@ TEST(FileNames, PriceFilesAreInTheDataDirectoryAllElseInTheSystemDirectory) {
   EXPECT_EQ(PathOf(location, {FileKind::kSplits, 0}), "/s/株式分割.txt");
   EXPECT_EQ(PathOf(location, {FileKind::kDaily, 7}), "/d/orin007.dat");
   EXPECT_EQ(PathOf(location, {FileKind::kCredit, 7}), "/d/orins007.dat");
+  EXPECT_EQ(PathOf(location, {FileKind::kRanking, 7}), "/s/orinm007.rnk");
   EXPECT_EQ(StagedPathOf(location, {FileKind::kIntraday, 7}), "/d/orint007.dat.tmp");
 }
 

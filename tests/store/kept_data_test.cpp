@@ -83,7 +83,8 @@ class KeptData : public ::testing::Test {
 
 TEST_F(KeptData, CreationRefusesWhereThereIsAnythingOfAStore) {
   for (const StoreFile& file :
-       {kMaster, kIndex, kAdded, kDeleted, kJournal, StoreFile{FileKind::kTrendLines, 0}, kDaily1,
+       {kMaster, kIndex, kAdded, kDeleted, kJournal, StoreFile{FileKind::kTrendLines, 0},
+        StoreFile{FileKind::kCompanies, 0}, StoreFile{FileKind::kStatements, 0}, kDaily1,
         StoreFile{FileKind::kCredit, 999}}) {
     fs::remove_all(Root());
     Write(file, "x");

@@ -78,6 +78,16 @@ base::Status ChangeSomeBars(StockStore& store) {
   return store.ChangeBars(changes);
 }
 
+base::Status SaveSomeCompanies(StockStore& store) {
+  CompanyTable companies;
+  for (const StockRecord& stock : store.Master().Stocks()) {
+    for (const CompanyField& field : kCompanyFields) {
+      companies.Set(stock, field, orin::support::Price(stock.slot.Value()));
+    }
+  }
+  return store.SaveCompanies(companies);
+}
+
 SplitEvent TheSplit() { return {Code("AAA"), "AAA", 2, "2", Day("2020/05/29")}; }
 
 std::vector<Job> Jobs() {
@@ -94,6 +104,7 @@ std::vector<Job> Jobs() {
       {"StocksOfAnEmptyStore", 0, AddTwoStocks},
       {"Bars", 102, ChangeSomeBars},
       {"SplitList", 3, [](StockStore& store) { return store.SaveSplits(SplitList({TheSplit()})); }},
+      {"Companies", 3, SaveSomeCompanies},
       {"SplitCorrection", 102, [](StockStore& store) { return store.CorrectForSplit(TheSplit()); }},
   };
 }
@@ -120,7 +131,8 @@ std::string ContentOf(const StockStore& store) {
 /// The companion files belong to the state too.
 std::string ContentWithCompanions(const StockStore& store) {
   std::string text = ContentOf(store);
-  for (const FileKind kind : {FileKind::kNameIndex, FileKind::kAdded, FileKind::kDeleted}) {
+  for (const FileKind kind : {FileKind::kNameIndex, FileKind::kAdded, FileKind::kDeleted,
+                              FileKind::kCompanies, FileKind::kStatements}) {
     text += base::ReadFile(PathOf(store.Location(), {kind, 0})).value_or("missing");
   }
   return text;

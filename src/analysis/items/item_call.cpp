@@ -3,10 +3,13 @@
 #include <algorithm>
 #include <charconv>
 #include <cstdint>
+#include <limits>
 #include <optional>
+#include <tuple>
 #include <vector>
 
 #include "analysis/condition_text.h"
+#include "analysis/items/day_keywords.h"
 #include "analysis/items/item_families.h"
 #include "analysis/operator_codes.h"
 #include "indicators/indicator.h"
@@ -68,6 +71,20 @@ std::string NotInteger(std::string_view name, const std::vector<std::string>& la
          Quoted(typed) + "は整数ではありません。";
 }
 
+std::string WrongKeyword(std::string_view name, SeriesForm form, const FoundKeyword& found) {
+  const auto example = [](SeriesForm of) {
+    return Quoted(DayKeywordText({{DayKeyword::kAnalysisDate, 1}, CountedForm(of)}));
+  };
+  return Quoted(name) + "には" + Quoted(DayKeywordText(found)) + "ではなく、" + example(form) +
+         "のように同じ種類の足を数えるキーワードを書いてください。";
+}
+
+std::string UnreadBehindKeyword(std::string_view keyword) {
+  return Quoted(keyword) +
+         "のすぐ後の「+」「-」には整数だけを書けます。引き算のときは「-"
+         "」の前に空白を入れてください。";
+}
+
 std::string MisplacedParentheses() {
   return "「(」と「)」は分析項目の引数を囲みます。計算のまとまりは「{」と「}」で囲んでください。";
 }
@@ -93,6 +110,10 @@ size_t EndOfArguments(std::string_view text, size_t open) {
 // `end` is not its end.
 ItemFault FaultOfShape(std::string_view text, size_t open, size_t end) {
   const std::string_view name = text.substr(0, open);
+  const size_t sign = name.find_first_of("+-");
+  if (sign != name.npos && FindDayKeyword(TrimAllBlanks(name.substr(0, sign)))) {
+    return {UnreadBehindKeyword(TrimAllBlanks(name.substr(0, sign)))};
+  }
   const bool closes_only = open == std::string_view::npos && name.find(')') != name.npos;
   if (name.empty() || closes_only) return {MisplacedParentheses()};
   const FoundItem found = FindItem(name);
@@ -106,17 +127,41 @@ ItemFault FaultOfShape(std::string_view text, size_t open, size_t end) {
   return {UnreadRest(text.substr(0, end), rest), static_cast<size_t>(characters)};
 }
 
+// nullopt, or the sentence about an offset that is none.
+std::optional<std::string> ReadOffset(std::string_view name, const std::vector<std::string>& labels,
+                                      std::string_view argument, BoundItem& item) {
+  if (const auto value = ParseInteger(argument)) {
+    item.offset = *value;
+    return std::nullopt;
+  }
+  const auto place = ParseKeywordPlace(argument);
+  if (!place || item.entry->family->ending != ItemFamily::Ending::kOffset) {
+    return NotInteger(name, labels, argument);
+  }
+  // Every series has a bar of the examined day.
+  const bool is_examined_day = place->found.keyword.keyword == DayKeyword::kCurrentDay;
+  if (CountedForm(item.form) != place->found.form) {
+    return WrongKeyword(name, item.form, place->found);
+  }
+  item.offset = place->offset;
+  if (!is_examined_day) item.keyword = place->found.keyword;
+  return std::nullopt;
+}
+
 // nullopt, or the sentence about arguments that do not fit the item.
 std::optional<std::string> ReadArguments(std::string_view name, std::string_view list,
                                          BoundItem& item) {
   const std::vector<std::string_view> arguments = SplitArguments(list);
   const std::vector<std::string> labels = ArgumentLabels(*item.entry, item.form);
   if (arguments.size() != labels.size()) return WrongCount(name, labels, arguments.size());
-  for (size_t i = 0; i < arguments.size(); ++i) {
+  const size_t parameters = item.entry->ParameterCount();
+  for (size_t i = 0; i < parameters; ++i) {
     const std::optional<int32_t> value = ParseInteger(arguments[i]);
     if (!value) return NotInteger(name, labels, arguments[i]);
-    const bool is_offset = i == item.entry->ParameterCount();
-    (is_offset ? item.offset : item.arguments[i]) = *value;
+    item.arguments[i] = *value;
+  }
+  if (arguments.size() > parameters) {
+    if (auto wrong = ReadOffset(name, labels, arguments.back(), item)) return wrong;
   }
   if (item.entry->family->ending == ItemFamily::Ending::kOptionalZero && item.offset != 0) {
     return Quoted(name) + "の引数は書かないか、0だけを書いてください。";
@@ -140,6 +185,9 @@ tl::expected<ItemCall, ItemFault> ItemCall::Bind(std::string_view text, bool exp
   const bool may_stand_bare =
       found.entry != nullptr && found.entry->family->ending == ItemFamily::Ending::kOptionalZero;
   if (open == text.npos && may_stand_bare) return ItemCall(item);
+  if (open == text.npos) {
+    if (const auto place = ParseKeywordPlace(text)) return ItemCall(KeywordNumber(*place));
+  }
   if (found.entry == nullptr || end != text.size()) {
     return fault([&] { return FaultOfShape(text, open, end); });
   }
@@ -154,14 +202,24 @@ std::optional<std::string> ItemCall::WhyNever() const {
   const std::string name = Quoted(ItemName(entry, item_.form));
   const std::vector<std::string> labels = ArgumentLabels(entry, item_.form);
   for (size_t i = 0; i < entry.ParameterCount(); ++i) {
-    const int32_t minimum = item_.indicator != nullptr ? item_.indicator->parameters[i].minimum : 1;
-    if (item_.arguments[i] >= minimum) continue;
+    if (item_.IsWithinLimits(i)) continue;
+    const auto [minimum, maximum] = item_.LimitsOf(i);
+    const bool is_open = maximum == std::numeric_limits<int32_t>::max();
     return name + "の" + Quoted(labels[i]) + "が" + std::to_string(item_.arguments[i]) +
-           "なので、値がありません。" + std::to_string(minimum) + "以上で指定してください。";
+           "なので、値がありません。" + std::to_string(minimum) +
+           (is_open ? "以上で" : "から" + std::to_string(maximum) + "までの整数で") +
+           "指定してください。";
   }
-  if (item_.offset <= 0) return std::nullopt;
-  return name + "の" + Quoted(labels.back()) + "が" + std::to_string(item_.offset) +
-         "で、分析する日より後になるので、値がありません。0か負の数で指定してください。";
+  if (!IsAlwaysLater()) return std::nullopt;
+  const std::string because = name + "の" + Quoted(labels.back()) + "が" +
+                              std::to_string(item_.offset) +
+                              "で、分析する日より後になるので、値がありません。";
+  if (item_.Lead() == 0) return because + "0か負の数で指定してください。";
+  return because + std::to_string(-int64_t{item_.Lead()}) + "以下で指定してください。";
+}
+
+bool ItemCall::IsAlwaysLater() const {
+  return !item_.keyword && int64_t{item_.offset} + item_.Lead() > 0;
 }
 
 std::optional<int32_t> ItemCall::FunctionNumber() const {
@@ -173,21 +231,44 @@ bool ItemCall::ReadsSecondStock() const {
   return item_.form == SeriesForm::kSecond || item_.entry->family->reads_second;
 }
 
+bool ItemCall::IsShiftOf(const ItemCall& other) const {
+  const bool counts_days = item_.form == SeriesForm::kDaily || item_.form == SeriesForm::kSecond;
+  const bool counts_from_day = !item_.keyword && item_.offset <= 0 && other.item_.offset <= 0;
+  if (item_.indicator == nullptr || !counts_days || !counts_from_day) return false;
+  BoundItem shifted = item_;
+  shifted.offset = other.item_.offset;
+  return shifted == other.item_;
+}
+
+bool ItemCall::IsListedBefore(const ItemCall& a, const ItemCall& b) {
+  const auto key = [](const BoundItem& item) {
+    return std::tuple(item.entry, item.form, item.arguments, item.keyword, -int64_t{item.offset});
+  };
+  return key(a.item_) < key(b.item_);
+}
+
 bool ItemCall::IsBuyPrice() const { return item_.entry->family == &kBuyPriceItem; }
 
 bool ItemCall::IsSellPrice() const { return item_.entry->family == &kSellPriceItem; }
 
 History ItemCall::Needs() const {
-  return item_.offset > 0 ? History{} : item_.entry->family->needs(item_);
+  if (IsAlwaysLater()) return {};
+  BoundItem item = item_;
+  // The day of a keyword may be any one.
+  if (item_.keyword) item.offset = std::numeric_limits<int32_t>::min();
+  return item_.entry->family->needs(item);
 }
 
 void ItemCall::Evaluate(StockContext& context, DayIndex first, DayIndex last,
                         base::ValueColumn& out) const {
   const int64_t count = int64_t{last.Value()} - first.Value() + 1;
   out.Reset(count > 0 ? static_cast<size_t>(count) : 0);
-  if (count <= 0 || item_.offset > 0) return;
+  if (count <= 0 || IsAlwaysLater()) return;
   // A day that does not exist has no days before it either.
   const DayIndex last_day(std::min(last.Value(), context.Daily().Count()));
+  if (item_.keyword && !IsKeywordNumber(item_)) {
+    return EvaluateAtKeyword(item_, context, first, last_day, out);
+  }
   item_.entry->family->evaluate(item_, context, first, last_day, out);
 }
 
@@ -196,7 +277,7 @@ Value ItemValue(std::string_view item_call, StockContext& context, DayIndex day)
   if (!call) return Value::Failed();
   base::ValueColumn column;
   call->Evaluate(context, day, day, column);
-  return column.valid[0] != 0 ? Value::Of(column.values[0]) : Value::Failed();
+  return column.Has(0) ? Value::Of(column.At(0)) : Value::Failed();
 }
 
 }  // namespace orin::analysis

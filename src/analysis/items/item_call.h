@@ -25,9 +25,11 @@ struct ItemFault {
 class ItemCall {
  public:
   /// `text` is an operand without blanks at its ends. Arguments are integers, "-" allowed, with
-  /// or without blanks around them. Periods below 1 and offsets above 0 can be bound, but such
-  /// a call never has a value. 買い値 and 売り値 may stand without "(0)". `explain` false leaves
-  /// the fault empty: the search for similar names takes longer than all else.
+  /// or without blanks around them; in the place of the offset a keyword may stand, "+" or "-"
+  /// and an integer behind it. A keyword alone is a number. Parameters beyond their limits and
+  /// offsets above 0 can be bound, but such a call never has a value. 買い値 and the like may
+  /// stand without "(0)". `explain` false leaves the fault empty: the search for similar names
+  /// takes longer than all else.
   static tl::expected<ItemCall, ItemFault> Bind(std::string_view text, bool explain = true);
 
   /// The sentence about a call that has no value on any day, whatever the series; else nullopt.
@@ -46,9 +48,20 @@ class ItemCall {
   void Evaluate(StockContext& context, base::DayIndex first, base::DayIndex last,
                 base::ValueColumn& out) const;
 
+  [[nodiscard]] int32_t Offset() const { return item_.offset; }
+  [[nodiscard]] const BoundItem& Bound() const { return item_; }
+  /// Whether the calls differ in their day offset alone and count days, so that the value of one
+  /// is that of the other as many days away.
+  [[nodiscard]] bool IsShiftOf(const ItemCall& other) const;
+  /// An order in which the calls that are shifts of each other follow one another, newest first.
+  static bool IsListedBefore(const ItemCall& a, const ItemCall& b);
+
   bool operator==(const ItemCall&) const = default;
 
  private:
+  /// Whether the value would come from after the examined day, whichever that is.
+  [[nodiscard]] bool IsAlwaysLater() const;
+
   explicit ItemCall(const BoundItem& item) : item_(item) {}
 
   BoundItem item_;

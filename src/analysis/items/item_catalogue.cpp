@@ -4,6 +4,8 @@
 
 #include "analysis/condition_text.h"
 #include "analysis/items/item_families.h"
+#include "analysis/items/name_folding.h"
+#include "indicators/indicator.h"
 
 namespace orin::analysis {
 
@@ -11,16 +13,17 @@ namespace {
 
 struct FormWords {
   std::string_view prefix;
-  std::string_view unit;  // what 日 becomes
+  std::string_view within;  // the prefix of NameRule::kWithinPeriods
+  std::string_view unit;    // what 日 becomes
   std::string_view offset_label;
 };
 
 constexpr std::string_view kDay = "日";
 constexpr FormWords kFormWords[] = {
-    {"", kDay, "何日前(前日のとき－１を指定）"},
-    {"週間", "週", "何週前(前週のとき－１を指定）"},
-    {"月間", "月", "何月前(前月のとき－１を指定）"},
-    {"第二銘柄", kDay, "何日前(前日のとき－１を指定）"},
+    {"", "", kDay, "何日前(前日のとき－１を指定）"},
+    {"週間", "週中", "週", "何週前(前週のとき－１を指定）"},
+    {"月間", "月中", "月", "何月前(前月のとき－１を指定）"},
+    {"第二銘柄", "", kDay, "何日前(前日のとき－１を指定）"},
 };
 
 const FormWords& WordsOf(SeriesForm form) { return kFormWords[static_cast<size_t>(form)]; }
@@ -38,22 +41,23 @@ std::string ReplaceAll(std::string_view text, std::string_view from, std::string
 
 /// A text as it is compared when only similarity counts.
 std::string Folded(std::string_view text) {
-  std::string folded;
-  for (size_t i = 0; i < text.size(); ++i) {
-    const auto byte = static_cast<unsigned char>(text[i]);
-    // U+FF01..U+FF5E, the full-width forms of U+0021..U+007E, are EF BC 81 ... EF BD 9E.
-    const bool wide_lead = byte == 0xef && i + 2 < text.size();
-    const int second = wide_lead ? static_cast<unsigned char>(text[i + 1]) : 0;
-    const int third = wide_lead ? static_cast<unsigned char>(text[i + 2]) : 0;
-    const int wide = (second - 0xbc) * 0x40 + (third - 0x80);
-    const bool is_wide = wide_lead && second >= 0xbc && wide >= 0x01 && wide <= 0x5e;
-    const int c = is_wide ? wide + 0x20 : byte;
-    if (is_wide) i += 2;
-    if (c == ' ') continue;
-    folded += static_cast<char>(c >= 'A' && c <= 'Z' ? c - 'A' + 'a' : c);
-  }
+  std::string folded = FoldName(text);
   for (const std::string_view word : {"週", "月"}) folded = ReplaceAll(folded, word, kDay);
-  return ReplaceAll(folded, kFullWidthBlank, "");
+  return folded;
+}
+
+/// What the editor puts behind the name.
+std::string InParentheses(std::string_view abbreviation) {
+  return abbreviation.empty() ? "" : "（" + std::string(abbreviation) + "）";
+}
+
+/// `folded` is a daily name.
+bool IsSimilar(const ItemEntry& entry, std::string_view folded) {
+  const std::string name(entry.name);
+  if (Folded(name) == folded) return true;
+  if (entry.abbreviation.empty()) return false;
+  return Folded(entry.abbreviation) == folded ||
+         Folded(name + InParentheses(entry.abbreviation)) == folded;
 }
 
 using NameIndex = std::unordered_map<std::string, FoundItem>;
@@ -70,6 +74,28 @@ NameIndex MakeNameIndex() {
 
 }  // namespace
 
+ArgumentLimits BoundItem::LimitsOf(size_t parameter) const {
+  if (indicator == nullptr) return entry->limits[parameter];
+  const indicators::Parameter& limited = indicator->parameters[parameter];
+  return {limited.minimum, limited.maximum};
+}
+
+bool BoundItem::IsWithinLimits(size_t parameter) const {
+  const ArgumentLimits limits = LimitsOf(parameter);
+  return arguments[parameter] >= limits.minimum && arguments[parameter] <= limits.maximum;
+}
+
+bool BoundItem::IsWithinLimits() const {
+  for (size_t i = 0; i < entry->ParameterCount(); ++i) {
+    if (!IsWithinLimits(i)) return false;
+  }
+  return true;
+}
+
+int32_t BoundItem::Lead() const {
+  return entry->family->lead == nullptr ? 0 : entry->family->lead(*this);
+}
+
 size_t ItemEntry::ParameterCount() const {
   size_t count = 0;
   while (count < labels.size() && !labels[count].empty()) ++count;
@@ -77,15 +103,30 @@ size_t ItemEntry::ParameterCount() const {
 }
 
 bool ItemEntry::HasForm(SeriesForm form) const {
-  return form == SeriesForm::kDaily || rule != NameRule::kDailyOnly;
+  switch (rule) {
+    case NameRule::kPeriodsOnly:
+    case NameRule::kWithinPeriods:
+      return form == SeriesForm::kWeekly || form == SeriesForm::kMonthly;
+    case NameRule::kDailyAndWeekly:
+      return form == SeriesForm::kDaily || form == SeriesForm::kWeekly;
+    case NameRule::kDailyOnly:
+      return form == SeriesForm::kDaily;
+    default:
+      return true;
+  }
 }
 
 std::string ItemName(const ItemEntry& entry, SeriesForm form) {
   const FormWords& words = WordsOf(form);
-  const bool bare = entry.rule == NameRule::kBare && form != SeriesForm::kSecond;
-  const std::string prefix(bare ? "" : words.prefix);
+  const bool is_bare = entry.rule == NameRule::kBare && form != SeriesForm::kSecond;
+  const bool is_within = entry.rule == NameRule::kWithinPeriods;
+  const std::string prefix(is_bare ? "" : is_within ? words.within : words.prefix);
   if (entry.rule == NameRule::kPrefixOnly) return prefix + std::string(entry.name);
   return prefix + ReplaceAll(entry.name, kDay, words.unit);
+}
+
+std::string ShownName(const ItemEntry& entry, SeriesForm form) {
+  return ItemName(entry, form) + InParentheses(entry.abbreviation);
 }
 
 std::vector<std::string> ArgumentLabels(const ItemEntry& entry, SeriesForm form) {
@@ -94,6 +135,7 @@ std::vector<std::string> ArgumentLabels(const ItemEntry& entry, SeriesForm form)
   for (size_t i = 0; i < entry.ParameterCount(); ++i) {
     labels.push_back(ReplaceAll(entry.labels[i], kDay, words.unit));
   }
+  if (form == SeriesForm::kWeekly && !entry.weekly_label.empty()) labels[0] = entry.weekly_label;
   const auto ending = entry.family->ending;
   if (ending == ItemFamily::Ending::kOffset) labels.emplace_back(words.offset_label);
   if (ending == ItemFamily::Ending::kOptionalZero) labels.emplace_back("0（省略可）");
@@ -115,10 +157,23 @@ FoundItem FindSimilarItem(std::string_view name) {
     // The rest is compared with daily names, because folding writes 週 and 月 as 日.
     const std::string rest = Folded(name.substr(prefix.size()));
     for (const ItemEntry& entry : ItemCatalogue()) {
-      if (entry.HasForm(form) && Folded(entry.name) == rest) return {&entry, form};
+      if (entry.HasForm(form) && IsSimilar(entry, rest)) return {&entry, form};
     }
   }
   return {};
+}
+
+std::vector<FoundItem> FindItemsWith(std::string_view word) {
+  const std::string folded = FoldName(word);
+  std::vector<FoundItem> found;
+  for (const ItemEntry& entry : ItemCatalogue()) {
+    for (const SeriesForm form : kAllForms) {
+      if (!entry.HasForm(form)) continue;
+      const bool matches = FoldName(ShownName(entry, form)).find(folded) != std::string::npos;
+      if (matches) found.push_back({&entry, form});
+    }
+  }
+  return found;
 }
 
 std::string UnknownItem(std::string_view name) {

@@ -4,27 +4,26 @@
 
 namespace orin::analysis {
 
-// The functions of the families; see ItemFamily for what they are given.
+// The rows of the families, each in the order of the condition editor.
+std::span<const ItemEntry> SeriesItems();     // indicators over one series
+std::span<const ItemEntry> LaggingItems();    // 遅行スパン
+std::span<const ItemEntry> CreditItems();     // 売り残, 買い残
+std::span<const ItemEntry> SpreadItems();     // さや...
+std::span<const ItemEntry> CompanyItems();    // 銘柄ランク to 売買単位
+std::span<const ItemEntry> FinancialItems();  // 単独..., 連結...
+std::span<const ItemEntry> RankingItems();    // ランキング順位
+std::span<const ItemEntry> TradeItems();      // 買い値, 売り値, 買い日付, 売り日付
+std::span<const ItemEntry> FunctionNumberItems();  // Ａｂｓ to Ｔａｎ
+
+// What others ask a call for. The functions are what ItemFamily says.
 
 History SeriesNeeds(const BoundItem& item);
 void EvaluateSeries(const BoundItem& item, StockContext& context, base::DayIndex first,
                     base::DayIndex last, base::ValueColumn& out);
-
-History SpreadNeeds(const BoundItem& item);
-void EvaluateSpread(const BoundItem& item, StockContext& context, base::DayIndex first,
-                    base::DayIndex last, base::ValueColumn& out);
-
-History ExtremeSpreadNeeds(const BoundItem& item);
-void EvaluateHighestSpread(const BoundItem& item, StockContext& context, base::DayIndex first,
-                           base::DayIndex last, base::ValueColumn& out);
-void EvaluateLowestSpread(const BoundItem& item, StockContext& context, base::DayIndex first,
-                          base::DayIndex last, base::ValueColumn& out);
-
 History FunctionNumberNeeds(const BoundItem& item);
 void EvaluateFunctionNumber(const BoundItem& item, StockContext& context, base::DayIndex first,
                             base::DayIndex last, base::ValueColumn& out);
-
-History TradePriceNeeds(const BoundItem& item);
+History TradeNeeds(const BoundItem& item);
 void EvaluateBuyPrice(const BoundItem& item, StockContext& context, base::DayIndex first,
                       base::DayIndex last, base::ValueColumn& out);
 void EvaluateSellPrice(const BoundItem& item, StockContext& context, base::DayIndex first,
@@ -34,23 +33,18 @@ void EvaluateSellPrice(const BoundItem& item, StockContext& context, base::DayIn
 inline constexpr ItemFamily kSeriesItems = {ItemFamily::Ending::kOffset, SeriesNeeds,
                                             EvaluateSeries};
 
-// 終値 - 第二銘柄終値 of one day, and its extremes over a period of days.
-inline constexpr ItemFamily kSpreadItem = {ItemFamily::Ending::kOffset, SpreadNeeds, EvaluateSpread,
-                                           true};
-inline constexpr ItemFamily kHighestSpreadItem = {ItemFamily::Ending::kOffset, ExtremeSpreadNeeds,
-                                                  EvaluateHighestSpread, true};
-inline constexpr ItemFamily kLowestSpreadItem = {ItemFamily::Ending::kOffset, ExtremeSpreadNeeds,
-                                                 EvaluateLowestSpread, true};
-
 /// The numbers 1 to 11 that choose a numeric function.
 inline constexpr ItemFamily kFunctionNumberItems = {ItemFamily::Ending::kNone, FunctionNumberNeeds,
                                                     EvaluateFunctionNumber};
 
 // The prices of the simulated trade, the same on every day.
-inline constexpr ItemFamily kBuyPriceItem = {ItemFamily::Ending::kOptionalZero, TradePriceNeeds,
+inline constexpr ItemFamily kBuyPriceItem = {ItemFamily::Ending::kOptionalZero, TradeNeeds,
                                              EvaluateBuyPrice};
-inline constexpr ItemFamily kSellPriceItem = {ItemFamily::Ending::kOptionalZero, TradePriceNeeds,
+inline constexpr ItemFamily kSellPriceItem = {ItemFamily::Ending::kOptionalZero, TradeNeeds,
                                               EvaluateSellPrice};
+
+/// The count of the form's bars.
+int32_t& BarsOfForm(History& needs, SeriesForm form);
 
 /// How many bars a value at the offset reads that looks `history` bars back: history + 1 -
 /// offset, History::kAll where that is too many.

@@ -14,24 +14,24 @@ int32_t BarsRead(int64_t history, int32_t offset) {
   return static_cast<int32_t>(std::min(kAll, std::min(kAll, history) + 1 - offset));
 }
 
+int32_t& BarsOfForm(History& needs, SeriesForm form) {
+  switch (form) {
+    case SeriesForm::kWeekly:
+      return needs.weekly;
+    case SeriesForm::kMonthly:
+      return needs.monthly;
+    case SeriesForm::kSecond:
+      return needs.second;
+    default:
+      return needs.daily;
+  }
+}
+
 History SeriesNeeds(const BoundItem& item) {
   History needs;
   if (!item.indicator->Accepts(item.arguments)) return needs;
-  const int32_t bars = BarsRead(item.indicator->history(item.arguments), item.offset);
-  switch (item.form) {
-    case SeriesForm::kDaily:
-      needs.daily = bars;
-      break;
-    case SeriesForm::kWeekly:
-      needs.weekly = bars;
-      break;
-    case SeriesForm::kMonthly:
-      needs.monthly = bars;
-      break;
-    case SeriesForm::kSecond:
-      needs.second = bars;
-      break;
-  }
+  needs.fields = item.indicator->reads;
+  BarsOfForm(needs, item.form) = BarsRead(item.indicator->history(item.arguments), item.offset);
   return needs;
 }
 
@@ -43,7 +43,7 @@ void EvaluateDays(const BoundItem& item, BarsView bars, DayIndex first, DayIndex
   const int64_t from = int64_t{first.Value()} + item.offset;
   const int64_t to = int64_t{last.Value()} + item.offset;
   indicators::ComputeInto(*item.indicator, bars, item.arguments, from, to, indicators::Span::kWhole,
-                          ColumnSink(out.values.data(), out.valid.data(), from));
+                          ColumnSink(out.Data(), from));
 }
 
 /// The running period changes from day to day, so each day has a series of its own; one column over
@@ -58,7 +58,7 @@ void EvaluatePeriods(const BoundItem& item, const StockContext& context, DayInde
     const int64_t t = int64_t{bars.Count()} + item.offset;
     const auto place = static_cast<size_t>(day - first.Value());
     indicators::ComputeInto(*item.indicator, bars, item.arguments, t, t, indicators::Span::kWhole,
-                            ColumnSink(&out.values[place], &out.valid[place], t));
+                            ColumnSink(out.Data() + place, t));
   }
 }
 

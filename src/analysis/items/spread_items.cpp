@@ -34,6 +34,7 @@ struct MissingSpread {
 History BothNeed(const BoundItem& item, int32_t period) {
   History needs;
   if (period < 1) return needs;
+  needs.fields = base::PriceFields::kClose;
   needs.daily = BarsRead(int64_t{period} - 1, item.offset);
   needs.second = needs.daily;
   return needs;
@@ -59,8 +60,6 @@ void EvaluateExtreme(const BoundItem& item, int32_t period, const StockContext& 
   }
 }
 
-}  // namespace
-
 History SpreadNeeds(const BoundItem& item) { return BothNeed(item, 1); }
 
 History ExtremeSpreadNeeds(const BoundItem& item) { return BothNeed(item, item.arguments[0]); }
@@ -79,5 +78,22 @@ void EvaluateLowestSpread(const BoundItem& item, StockContext& context, DayIndex
                           DayIndex last, base::ValueColumn& out) {
   EvaluateExtreme<Lowest>(item, item.arguments[0], context, first, last, out);
 }
+
+// 終値 - 第二銘柄終値 of one day, and its extremes over a period of days.
+constexpr ItemFamily kSpreadItem = {ItemFamily::Ending::kOffset, SpreadNeeds, EvaluateSpread, true};
+constexpr ItemFamily kHighestSpreadItem = {ItemFamily::Ending::kOffset, ExtremeSpreadNeeds,
+                                           EvaluateHighestSpread, true};
+constexpr ItemFamily kLowestSpreadItem = {ItemFamily::Ending::kOffset, ExtremeSpreadNeeds,
+                                          EvaluateLowestSpread, true};
+
+constexpr ItemEntry kRows[] = {
+    {"さや", &kSpreadItem, {}, {}, 0, NameRule::kDailyOnly},
+    {"さや最大値", &kHighestSpreadItem, {"さや最大値チェック期間"}, {}, 0, NameRule::kDailyOnly},
+    {"さや最小値", &kLowestSpreadItem, {"さや最小値チェック期間"}, {}, 0, NameRule::kDailyOnly},
+};
+
+}  // namespace
+
+std::span<const ItemEntry> SpreadItems() { return kRows; }
 
 }  // namespace orin::analysis

@@ -18,7 +18,7 @@ inline constexpr int kWrongUsage = 2;  // or an expression that cannot be compil
 /// Where a command finds the program's files; filled in before the command runs.
 struct Session {
   shell::SettingsPlaces places;
-  /// Those of `eval`, in the order of the command line.
+  /// Those of `eval`, `series`, `signals` and `explain`, in the order of the command line.
   std::vector<std::string> expressions;
   /// The chosen command; returns the exit status.
   std::function<int()> run;
@@ -30,10 +30,15 @@ void AddUpdateCsvCommand(CLI::App& app, Session& session);
 void AddMasterCommand(CLI::App& app, Session& session);
 void AddBarsCommand(CLI::App& app, Session& session);
 void AddEvalCommand(CLI::App& app, Session& session);
+void AddSeriesCommand(CLI::App& app, Session& session);
+void AddExplainCommand(CLI::App& app, Session& session);
+void AddItemsCommand(CLI::App& app, Session& session);
+void AddSignalsCommand(CLI::App& app, Session& session);
 void AddScreenCommand(CLI::App& app, Session& session);
 void AddCheckCommand(CLI::App& app, Session& session);
 void AddSplitsCommand(CLI::App& app, Session& session);
 void AddSystemFileCommand(CLI::App& app, Session& session);
+void AddCompanyCommand(CLI::App& app, Session& session);
 
 /// Writes the sentence to standard error and gives the exit status of a failed job.
 int Report(const base::Error& error);

@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <iostream>
 #include <memory>
 #include <vector>
@@ -26,9 +27,12 @@ struct Subject {
   bool adjust_splits;
 };
 
-std::string Evaluate(const analysis::Program& program, const Subject& subject) {
+base::Result<std::string> Evaluate(const analysis::Program& program, const Subject& subject) {
+  const auto beside = analysis::Companions::Load(subject.store, program.Needs());
+  if (!beside) return base::Forward(beside);
   analysis::StockContext context(subject.store, program.Needs(), subject.day, subject.day,
                                  subject.second, subject.adjust_splits);
+  context.SetBeside(&*beside);
   context.Load(subject.stock);
   analysis::Evaluator evaluator(program);
   if (!program.IsValue()) {
@@ -38,19 +42,21 @@ std::string Evaluate(const analysis::Program& program, const Subject& subject) {
   return value.ok ? value.value.ToText() : "fail";
 }
 
-/// Prints the line of one expression; false where it cannot be compiled.
-bool PrintValue(const std::string& expression, const Subject& subject) {
+/// Prints the line of one expression and gives its exit status.
+int PrintValue(const std::string& expression, const Subject& subject) {
   const auto program = analysis::BuildProgram(expression);
   if (!program) {
     std::cout << "error: " << analysis::NoteSentence(program.error()) << '\n';
-    return false;
+    return kWrongUsage;
   }
   for (const analysis::Note& note : program->Notes()) Tell(analysis::NoteSentence(note));
   if (program->NeedsSecondStock() && subject.second == nullptr) {
     Tell("--second がないので、第二銘柄とさやの項目は計算できません。");
   }
-  std::cout << Evaluate(*program, subject) << '\n';
-  return true;
+  const auto value = Evaluate(*program, subject);
+  if (!value) return Report(value.error());
+  std::cout << *value << '\n';
+  return kDone;
 }
 
 int RunEval(const Session& session, const EvalOptions& options) {
@@ -58,25 +64,24 @@ int RunEval(const Session& session, const EvalOptions& options) {
   if (!opened) return Report(opened.error());
   const auto stock = FindStock(opened->store, options.code);
   if (!stock) return Report(stock.error());
-  base::Result<const store::StockRecord*> second = nullptr;
-  if (!options.second.empty()) second = FindStock(opened->store, options.second);
+  const auto second = FindSecondStock(opened->store, options.second);
   if (!second) return Report(second.error());
   const auto day = FindDay(opened->store, options.date);
   if (!day) return Report(day.error());
 
   const Subject subject{opened->store, **stock, *second, *day,
                         opened->settings.chart_action.bunkatsu_auto_check};
-  bool all_compiled = true;
+  int status = kDone;
   for (const std::string& expression : session.expressions) {
-    all_compiled = PrintValue(expression, subject) && all_compiled;
+    status = std::max(status, PrintValue(expression, subject));
   }
   if (session.expressions.empty()) {
     for (std::string line; std::getline(std::cin, line);) {
       if (line.ends_with('\r')) line.pop_back();
-      all_compiled = PrintValue(line, subject) && all_compiled;
+      status = std::max(status, PrintValue(line, subject));
     }
   }
-  return all_compiled ? kDone : kWrongUsage;
+  return status;
 }
 
 }  // namespace

@@ -93,8 +93,20 @@ bool IsOption(const std::string& argument) {
          argument[2] <= 'z';
 }
 
-bool TakesValue(const std::string& option) {
-  return option != "-h" && option != "--help" && option.find('=') == std::string::npos;
+constexpr std::array<std::string_view, 4> kExpressionCommands = {"eval", "series", "signals",
+                                                                 "explain"};
+
+bool TakesExpressions(const std::string& argument) {
+  return std::find(kExpressionCommands.begin(), kExpressionCommands.end(), argument) !=
+         kExpressionCommands.end();
+}
+
+/// The option's value follows as an argument of its own.
+bool TakesValue(const CLI::App& app, const CLI::App* command, const std::string& argument) {
+  if (argument.find('=') != std::string::npos) return false;
+  const CLI::Option* option = command == nullptr ? nullptr : command->get_option_no_throw(argument);
+  if (option == nullptr) option = app.get_option_no_throw(argument);
+  return option == nullptr || option->get_expected_max() > 0;
 }
 
 }  // namespace
@@ -130,21 +142,23 @@ int ExplainUsage(const CLI::App& app, const CLI::ParseError& error) {
   return kWrongUsage;
 }
 
-std::vector<std::string> TakeExpressions(std::vector<std::string>& arguments) {
+std::vector<std::string> TakeExpressions(const CLI::App& app, std::vector<std::string>& arguments) {
   std::vector<std::string> kept;
   std::vector<std::string> expressions;
-  bool in_eval = false;
+  const CLI::App* command = nullptr;  // one that takes expressions
   bool is_value = false;
   bool all_expressions = false;
   for (std::string& argument : arguments) {
     const bool is_option = IsOption(argument);
-    if (in_eval && !all_expressions && argument == "--") {
+    if (command != nullptr && !all_expressions && argument == "--") {
       all_expressions = true;
-    } else if (all_expressions || (in_eval && !is_option && !is_value)) {
+    } else if (all_expressions || (command != nullptr && !is_option && !is_value)) {
       expressions.push_back(std::move(argument));
     } else {
-      in_eval = in_eval || (!is_option && !is_value && argument == "eval");
-      is_value = is_option && TakesValue(argument);
+      if (!is_option && !is_value && TakesExpressions(argument)) {
+        command = app.get_subcommand(argument);
+      }
+      is_value = is_option && TakesValue(app, command, argument);
       kept.push_back(std::move(argument));
     }
   }

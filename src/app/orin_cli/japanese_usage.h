@@ -13,9 +13,9 @@ void SpeakJapanese(CLI::App& app);
 /// exit status.
 int ExplainUsage(const CLI::App& app, const CLI::ParseError& error);
 
-/// Takes the expressions of `eval` out of the arguments: everything behind it that is no option
-/// of letters and no option's value, and all behind "--". The parser would read a sign as an
-/// option and brackets as a list.
-std::vector<std::string> TakeExpressions(std::vector<std::string>& arguments);
+/// Takes the expressions of `eval` and the like out of the arguments: everything behind such a
+/// command that is no option of letters and no option's value, and all behind "--". The parser
+/// would read a sign as an option and brackets as a list.
+std::vector<std::string> TakeExpressions(const CLI::App& app, std::vector<std::string>& arguments);
 
 }  // namespace orin::app

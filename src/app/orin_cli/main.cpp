@@ -56,13 +56,18 @@ int Run(std::vector<std::string> arguments) {
   AddMasterCommand(app, session);
   AddBarsCommand(app, session);
   AddEvalCommand(app, session);
+  AddSeriesCommand(app, session);
+  AddExplainCommand(app, session);
+  AddItemsCommand(app, session);
+  AddSignalsCommand(app, session);
   AddScreenCommand(app, session);
   AddCheckCommand(app, session);
   AddSplitsCommand(app, session);
   AddSystemFileCommand(app, session);
+  AddCompanyCommand(app, session);
   SpeakJapanese(app);
 
-  session.expressions = TakeExpressions(arguments);
+  session.expressions = TakeExpressions(app, arguments);
   // The parser wants the arguments last first.
   std::reverse(arguments.begin(), arguments.end());
   try {

@@ -2,22 +2,12 @@
 #include <memory>
 #include <vector>
 
+#include "app/orin_cli/csv_field.h"
 #include "app/orin_cli/open_store.h"
 
 namespace orin::app {
 
 namespace {
-
-/// A field of a CSV line, quoted where it has to be.
-std::string CsvField(const std::string& text) {
-  if (text.find_first_of(",\"\r\n") == std::string::npos) return text;
-  std::string quoted = "\"";
-  for (const char c : text) {
-    quoted += c;
-    if (c == '"') quoted += c;
-  }
-  return quoted + "\"";
-}
 
 void Print(const store::StockMaster& master, base::MasterRecord record) {
   const store::StockRecord& stock = master.Stock(record);

@@ -1,5 +1,6 @@
 #include "app/orin_cli/open_store.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "base/file_system.h"
@@ -29,17 +30,61 @@ base::Result<const store::StockRecord*> FindStock(const store::StockStore& store
   return &store.Master().Stock(record);
 }
 
+base::Result<const store::StockRecord*> FindSecondStock(const store::StockStore& store,
+                                                        const std::string& code) {
+  if (code.empty()) return nullptr;
+  return FindStock(store, code);
+}
+
+namespace {
+
+base::Result<base::Date> ParseDate(const std::string& text) {
+  const auto parsed = base::Date::Parse(text);
+  if (!parsed) return base::Fail("「" + text + "」は日付（yyyy/mm/dd）ではありません。");
+  return *parsed;
+}
+
+std::string StoredDays(const store::Calendar& days) {
+  return "有効な日付は " + days.Days().front().ToText() + "～" + days.Days().back().ToText() +
+         " の取引日です";
+}
+
+base::Status RefuseNoDays(const store::Calendar& days) {
+  if (days.Count() == 0) return base::Fail("株価データがまだありません。");
+  return {};
+}
+
+}  // namespace
+
 base::Result<base::DayIndex> FindDay(const store::StockStore& store, const std::string& date) {
   const store::Calendar& days = store.Days();
-  if (days.Count() == 0) return base::Fail("株価データがまだありません。");
+  if (const auto refused = RefuseNoDays(days); !refused) return base::Forward(refused);
   if (date.empty()) return days.Last();
-  const auto parsed = base::Date::Parse(date);
-  if (!parsed) return base::Fail("「" + date + "」は日付（yyyy/mm/dd）ではありません。");
+  const auto parsed = ParseDate(date);
+  if (!parsed) return base::Forward(parsed);
   const base::DayIndex day = days.Find(*parsed);
   if (!day.IsNone()) return day;
-  return base::Fail(parsed->ToText() + " の株価データがありません（有効な日付は " +
-                    days.Days().front().ToText() + "～" + days.Days().back().ToText() +
-                    " の取引日です）。");
+  return base::Fail(parsed->ToText() + " の株価データがありません（" + StoredDays(days) + "）。");
+}
+
+base::Result<DayRange> FindDays(const store::StockStore& store, const std::string& from,
+                                const std::string& to) {
+  const store::Calendar& days = store.Days();
+  if (const auto refused = RefuseNoDays(days); !refused) return base::Forward(refused);
+  const auto first = from.empty() ? days.Days().front() : ParseDate(from);
+  if (!first) return base::Forward(first);
+  const auto last = to.empty() ? days.Days().back() : ParseDate(to);
+  if (!last) return base::Forward(last);
+  const auto begin = std::lower_bound(days.Days().begin(), days.Days().end(), *first);
+  const auto end = std::upper_bound(days.Days().begin(), days.Days().end(), *last);
+  if (begin >= end) {
+    return base::Fail(first->ToText() + " から " + last->ToText() + " までの取引日がありません（" +
+                      StoredDays(days) + "）。");
+  }
+  const auto number = [&days](auto place) {
+    return base::DayIndex(static_cast<int32_t>(place - days.Days().begin()));
+  };
+  return DayRange{number(begin + 1), number(end)};
 }
 
 }  // namespace orin::app

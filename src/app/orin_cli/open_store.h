@@ -24,7 +24,21 @@ base::Result<OpenedStore> OpenStore(const Session& session, store::Access access
 base::Result<const store::StockRecord*> FindStock(const store::StockStore& store,
                                                   const std::string& code);
 
+/// The second stock of a code as typed; null for an empty text.
+base::Result<const store::StockRecord*> FindSecondStock(const store::StockStore& store,
+                                                        const std::string& code);
+
 /// The day of a date as typed; the newest stored day for an empty text.
 base::Result<base::DayIndex> FindDay(const store::StockStore& store, const std::string& date);
+
+/// The trading days first..last, at least one.
+struct DayRange {
+  base::DayIndex first;
+  base::DayIndex last;
+};
+/// Those from one date to another as typed, neither of which has to be a trading day; an empty
+/// text is the first or the newest stored day.
+base::Result<DayRange> FindDays(const store::StockStore& store, const std::string& from,
+                                const std::string& to);
 
 }  // namespace orin::app

@@ -26,23 +26,33 @@ struct ScreenOptions {
   bool day_file = false;
 };
 
-/// The ticked analysis files of a group in entry order. A relative path begins at the program
-/// directory or, where there is no such file, at the group file's directory.
-base::Result<std::vector<fs::path>> FilesOfGroup(const fs::path& group_file, const fs::path& home) {
+/// A relative path begins at the program directory or, where there is no such file, at the group
+/// file's directory. Empty for an entry without a file.
+fs::path FileOfEntry(const shell::AnalysisGroupEntry& entry, const fs::path& group_file,
+                     const fs::path& home) {
+  if (entry.file.empty()) return {};
+  fs::path file = base::NativePath(entry.file, home);
+  std::error_code failure;
+  if (fs::exists(file, failure)) return file;
+  fs::path beside = base::NativePath(entry.file, group_file.parent_path());
+  return fs::exists(beside, failure) ? beside : file;
+}
+
+/// The analysis files of a group in entry order.
+struct GroupFiles {
+  std::vector<fs::path> all;  // one an entry
+  std::vector<fs::path> ticked;
+};
+
+base::Result<GroupFiles> FilesOfGroup(const fs::path& group_file, const fs::path& home) {
   const auto group = shell::LoadAnalysisGroup(group_file);
   if (!group) return base::Forward(group);
-  std::vector<fs::path> files;
+  GroupFiles files;
   for (const shell::AnalysisGroupEntry& entry : group->entries) {
-    if (!entry.IsTicked() || entry.file.empty()) continue;
-    fs::path file = base::NativePath(entry.file, home);
-    std::error_code failure;
-    if (!fs::exists(file, failure)) {
-      fs::path beside = base::NativePath(entry.file, group_file.parent_path());
-      if (fs::exists(beside, failure)) file = std::move(beside);
-    }
-    files.push_back(std::move(file));
+    files.all.push_back(FileOfEntry(entry, group_file, home));
+    if (entry.IsTicked() && !entry.file.empty()) files.ticked.push_back(files.all.back());
   }
-  if (files.empty()) {
+  if (files.ticked.empty()) {
     return base::Fail(base::PathText(group_file) + " に実行する分析ファイルがありません。");
   }
   return files;
@@ -97,13 +107,14 @@ int RunScreen(const Session& session, const ScreenOptions& options) {
   }
 
   std::vector<fs::path> files(options.files.begin(), options.files.end());
+  screening::RunOptions run_options{session.places.program_directory,
+                                    opened->settings.chart_action.bunkatsu_auto_check};
   if (!options.group.empty()) {
-    const auto group_files = FilesOfGroup(options.group, session.places.program_directory);
-    if (!group_files) return Report(group_files.error());
-    files.insert(files.end(), group_files->begin(), group_files->end());
+    const auto group = FilesOfGroup(options.group, session.places.program_directory);
+    if (!group) return Report(group.error());
+    files.insert(files.end(), group->ticked.begin(), group->ticked.end());
+    run_options.days = screening::DaysOfGroup(opened->store, group->all);
   }
-  const screening::RunOptions run_options{session.places.program_directory,
-                                          opened->settings.chart_action.bunkatsu_auto_check};
   int status = kDone;
   for (const fs::path& file : files) {
     const int outcome = RunOne(opened->store, file, run_options, options.day_file);

@@ -1,0 +1,60 @@
+#include "app/orin_cli/compiled_expression.h"
+
+#include <utility>
+
+#include "analysis/condition_text.h"
+#include "analysis/note_sentence.h"
+#include "app/orin_cli/command.h"
+
+namespace orin::app {
+
+namespace {
+
+std::optional<analysis::Program> Compile(const std::string& expression, const std::string& prefix) {
+  auto program = analysis::BuildProgram(expression);
+  if (!program) {
+    Tell(prefix + analysis::NoteSentence(program.error()));
+    return std::nullopt;
+  }
+  for (const analysis::Note& note : program->Notes()) Tell(prefix + analysis::NoteSentence(note));
+  return std::move(*program);
+}
+
+void TellWithoutSecond(bool needs_second, bool has_second) {
+  if (needs_second && !has_second) {
+    Tell("--second がないので、第二銘柄とさやの項目は計算できません。");
+  }
+}
+
+}  // namespace
+
+bool IsOneCondition(const std::vector<std::string>& expressions) {
+  if (expressions.size() == 1) return true;
+  Tell(analysis::Quoted(expressions[1]) +
+       "：条件は一つだけです。空白を含む条件は全体を引用符で囲んでください。");
+  return false;
+}
+
+std::optional<analysis::Program> Compile(const std::string& expression, bool has_second) {
+  auto program = Compile(expression, std::string());
+  if (program) TellWithoutSecond(program->NeedsSecondStock(), has_second);
+  return program;
+}
+
+std::optional<std::vector<analysis::Program>> CompileAll(
+    const std::vector<std::string>& expressions, bool has_second) {
+  std::vector<analysis::Program> programs;
+  bool needs_second = false;
+  for (const std::string& expression : expressions) {
+    const bool is_alone = expressions.size() == 1;
+    auto program = Compile(expression, is_alone ? "" : analysis::Quoted(expression) + "の");
+    if (!program) continue;
+    needs_second = needs_second || program->NeedsSecondStock();
+    programs.push_back(std::move(*program));
+  }
+  TellWithoutSecond(needs_second, has_second);
+  if (programs.size() != expressions.size()) return std::nullopt;
+  return programs;
+}
+
+}  // namespace orin::app

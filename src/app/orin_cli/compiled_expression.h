@@ -1,0 +1,22 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "analysis/program.h"
+
+namespace orin::app {
+
+/// Says on standard error that one condition is one argument where there are several.
+bool IsOneCondition(const std::vector<std::string>& expressions);
+
+/// Compiles an expression; its notes, or why it cannot be compiled (then nullopt), go to standard
+/// error. So does a sentence where it needs the second stock that is not there.
+std::optional<analysis::Program> Compile(const std::string& expression, bool has_second);
+
+/// All of them; nullopt where one cannot be compiled. With several, what is told names them.
+std::optional<std::vector<analysis::Program>> CompileAll(
+    const std::vector<std::string>& expressions, bool has_second);
+
+}  // namespace orin::app

@@ -1,0 +1,114 @@
+#include <algorithm>
+#include <iostream>
+#include <memory>
+#include <vector>
+
+#include "analysis/evaluator.h"
+#include "analysis/program.h"
+#include "app/orin_cli/compiled_expression.h"
+#include "app/orin_cli/csv_field.h"
+#include "app/orin_cli/open_store.h"
+
+namespace orin::app {
+
+namespace {
+
+struct SeriesOptions {
+  std::string code;
+  std::string from;
+  std::string to;
+  std::string second;
+  std::vector<std::string> in_help;  // the parser never sees an expression
+};
+
+/// One expression on every day; which of both it fills depends on what it is.
+struct Column {
+  bool is_value = false;
+  base::ValueColumn values;
+  std::vector<uint8_t> truths;
+
+  [[nodiscard]] std::string Cell(size_t place) const {
+    if (!is_value) return truths[place] != 0 ? "true" : "false";
+    return values.Has(place) ? values.At(place).ToText() : "";
+  }
+};
+
+Column Evaluate(const analysis::Program& program, analysis::StockContext& context,
+                const DayRange& days) {
+  Column column;
+  column.is_value = program.IsValue();
+  analysis::Evaluator evaluator(program);
+  if (column.is_value) {
+    evaluator.EvaluateOperandRange(context, days.first, days.last, column.values);
+  } else {
+    evaluator.EvaluateConditionRange(context, days.first, days.last, column.truths);
+  }
+  return column;
+}
+
+void Print(const std::vector<std::string>& expressions, const std::vector<Column>& columns,
+           std::span<const base::Date> dates) {
+  std::cout << "年月日";
+  for (const std::string& expression : expressions) std::cout << ',' << CsvField(expression);
+  std::cout << '\n';
+  for (size_t place = 0; place < dates.size(); ++place) {
+    std::cout << dates[place].ToText();
+    for (const Column& column : columns) std::cout << ',' << column.Cell(place);
+    std::cout << '\n';
+  }
+}
+
+int RunSeries(const Session& session, const SeriesOptions& options) {
+  const auto opened = OpenStore(session, store::Access::kRead);
+  if (!opened) return Report(opened.error());
+  const store::StockStore& store = opened->store;
+  const auto stock = FindStock(store, options.code);
+  if (!stock) return Report(stock.error());
+  const auto second = FindSecondStock(store, options.second);
+  if (!second) return Report(second.error());
+  const auto days = FindDays(store, options.from, options.to);
+  if (!days) return Report(days.error());
+
+  const auto programs = CompileAll(session.expressions, *second != nullptr);
+  if (!programs) return kWrongUsage;
+  analysis::History needs;
+  for (const analysis::Program& program : *programs) needs = needs.Union(program.Needs());
+  const auto beside = analysis::Companions::Load(store, needs);
+  if (!beside) return Report(beside.error());
+  analysis::StockContext context(store, needs, days->first, days->last, *second,
+                                 opened->settings.chart_action.bunkatsu_auto_check);
+  context.SetBeside(&*beside);
+  context.Load(**stock);
+
+  std::vector<Column> columns;
+  for (const analysis::Program& program : *programs) {
+    columns.push_back(Evaluate(program, context, *days));
+  }
+  const auto first = static_cast<size_t>(days->first.Value() - 1);
+  const auto last = static_cast<size_t>(days->last.Value());
+  Print(session.expressions, columns, store.Days().Days().subspan(first, last - first));
+  return kDone;
+}
+
+}  // namespace
+
+void AddSeriesCommand(CLI::App& app, Session& session) {
+  const auto options = std::make_shared<SeriesOptions>();
+  CLI::App* command = app.add_subcommand("series", "分析項目の式を毎日について計算する");
+  command->add_option("--code", options->code, "銘柄コード（必須）")->required()->type_name("CODE");
+  command->add_option("--from", options->from, "最初の日付 yyyy/mm/dd（省略時は最も古い日）")
+      ->type_name("D");
+  command->add_option("--to", options->to, "最後の日付 yyyy/mm/dd（省略時は最新の日）")
+      ->type_name("D");
+  command->add_option("--second", options->second, "第二銘柄の銘柄コード")->type_name("CODE");
+  command->add_option("EXPR", options->in_help, "式（一つ以上、必須）")->type_name("");
+  command->footer(
+      "年月日と式を見出しとするＣＳＶを、取引日ごとに１行で表示します。値の式は小数４桁の数、\n"
+      "計算できない日は空、条件式は true か false です。");
+  command->callback([&session, options] {
+    if (session.expressions.empty()) throw CLI::RequiredError("EXPR");
+    session.run = [&session, options] { return RunSeries(session, *options); };
+  });
+}
+
+}  // namespace orin::app

@@ -1,0 +1,131 @@
+#include <algorithm>
+#include <iostream>
+#include <iterator>
+#include <memory>
+#include <span>
+#include <vector>
+
+#include "app/orin_cli/compiled_expression.h"
+#include "app/orin_cli/open_store.h"
+#include "app/orin_cli/terminal_progress.h"
+#include "screening/signal_scan.h"
+
+namespace orin::app {
+
+namespace {
+
+struct SignalsOptions {
+  std::string from;
+  std::string to;
+  std::string market = "全銘柄";
+  std::string second;
+  bool count = false;
+  std::vector<std::string> in_help;  // the parser never sees an expression
+};
+
+/// The days of each stock on which the condition was true, a bit each: a condition that is true
+/// everywhere takes no more memory than one that never is.
+class SignalTable {
+ public:
+  explicit SignalTable(size_t days) : days_(days) {}
+
+  void Add(const store::StockRecord& stock, std::span<const uint8_t> truths) {
+    stocks_.push_back(&stock);
+    bits_.insert(bits_.end(), truths.begin(), truths.end());
+  }
+
+  void PrintDay(size_t day, const std::string& date) const {
+    for (size_t i = 0; i < stocks_.size(); ++i) {
+      if (bits_[i * days_ + day]) std::cout << date << ',' << stocks_[i]->code.Text() << '\n';
+    }
+  }
+
+ private:
+  size_t days_;
+  std::vector<const store::StockRecord*> stocks_;
+  std::vector<bool> bits_;
+};
+
+base::Status Scan(const OpenedStore& opened, const analysis::Program& program,
+                  const screening::SignalScan& scan, const screening::StockSignals& deliver) {
+  // Its bar is gone before anything is printed.
+  TerminalProgress progress;
+  return screening::ScanSignals(opened.store, program, scan, progress, deliver);
+}
+
+int PrintCount(const OpenedStore& opened, const analysis::Program& program,
+               const screening::SignalScan& scan) {
+  int64_t count = 0;
+  const auto add = [&count](const store::StockRecord&, std::span<const uint8_t> truths) {
+    count += std::ssize(truths) - std::count(truths.begin(), truths.end(), uint8_t{0});
+  };
+  if (const auto scanned = Scan(opened, program, scan, add); !scanned) {
+    return Report(scanned.error());
+  }
+  std::cout << count << '\n';
+  return kDone;
+}
+
+int PrintSignals(const OpenedStore& opened, const analysis::Program& program,
+                 const screening::SignalScan& scan) {
+  const auto first = static_cast<size_t>(scan.first.Value() - 1);
+  const auto days = static_cast<size_t>(scan.last.Value()) - first;
+  SignalTable table(days);
+  const auto add = [&table](const store::StockRecord& stock, std::span<const uint8_t> truths) {
+    table.Add(stock, truths);
+  };
+  if (const auto scanned = Scan(opened, program, scan, add); !scanned) {
+    return Report(scanned.error());
+  }
+  std::cout << "年月日,銘柄コード\n";
+  const auto dates = opened.store.Days().Days().subspan(first, days);
+  for (size_t day = 0; day < days; ++day) table.PrintDay(day, dates[day].ToText());
+  return kDone;
+}
+
+int RunSignals(const Session& session, const SignalsOptions& options) {
+  if (!IsOneCondition(session.expressions)) return kWrongUsage;
+  const auto market = screening::ParseMarketChoice(options.market);
+  if (!market) return Report({"「" + options.market + "」という市場はありません。"});
+  const auto opened = OpenStore(session, store::Access::kRead);
+  if (!opened) return Report(opened.error());
+  const auto second = FindSecondStock(opened->store, options.second);
+  if (!second) return Report(second.error());
+  const auto days = FindDays(opened->store, options.from, options.to);
+  if (!days) return Report(days.error());
+
+  const auto program = Compile(session.expressions.front(), *second != nullptr);
+  if (!program) return kWrongUsage;
+  if (program->IsValue()) {
+    Tell("条件に比較演算子（=、<>、<、<=、>、>=）がないので、成り立つ日はありません。");
+  }
+  const screening::SignalScan scan{*market, days->first, days->last, *second,
+                                   opened->settings.chart_action.bunkatsu_auto_check};
+  return options.count ? PrintCount(*opened, *program, scan)
+                       : PrintSignals(*opened, *program, scan);
+}
+
+}  // namespace
+
+void AddSignalsCommand(CLI::App& app, Session& session) {
+  const auto options = std::make_shared<SignalsOptions>();
+  CLI::App* command = app.add_subcommand("signals", "条件の成り立つ日と銘柄をすべて表示する");
+  command->add_option("CONDITION", options->in_help, "条件（必須）")->type_name("");
+  command->add_option("--from", options->from, "最初の日付 yyyy/mm/dd（省略時は最も古い日）")
+      ->type_name("D");
+  command->add_option("--to", options->to, "最後の日付 yyyy/mm/dd（省略時は最新の日）")
+      ->type_name("D");
+  command
+      ->add_option("--market", options->market,
+                   "分析上場市場（全銘柄、ＮＹ市場銘柄など。省略時は全銘柄）")
+      ->type_name("M");
+  command->add_option("--second", options->second, "第二銘柄の銘柄コード")->type_name("CODE");
+  command->add_flag("--count", options->count, "数だけを表示する");
+  command->footer("年月日,銘柄コード のＣＳＶを、日付の順に、同じ日は銘柄の登録順に表示します。");
+  command->callback([&session, options] {
+    if (session.expressions.empty()) throw CLI::RequiredError("CONDITION");
+    session.run = [&session, options] { return RunSignals(session, *options); };
+  });
+}
+
+}  // namespace orin::app

@@ -1,0 +1,40 @@
+#pragma once
+
+#include <cstddef>
+#include <limits>
+#include <optional>
+#include <vector>
+
+#include "base/currency.h"
+
+namespace orin::base {
+
+/// What a place of a column holds where there is no value. It lies outside the range of Currency.
+inline constexpr Currency kNoValue = Currency::FromRaw(std::numeric_limits<int64_t>::min());
+
+/// Values that may be missing, for consecutive bars or days.
+class ValueColumn {
+ public:
+  [[nodiscard]] size_t Size() const { return values_.size(); }
+  /// That many places, none with a value.
+  void Reset(size_t count) { values_.assign(count, kNoValue); }
+  [[nodiscard]] bool Has(size_t place) const { return values_[place] != kNoValue; }
+  /// Only where Has.
+  [[nodiscard]] Currency At(size_t place) const { return values_[place]; }
+  void Set(size_t place, Currency value) { values_[place] = value; }
+  /// Leaves the place without a value for nullopt.
+  void Set(size_t place, std::optional<Currency> value) {
+    values_[place] = value.value_or(kNoValue);
+  }
+
+  bool operator==(const ValueColumn&) const = default;
+
+  // For loops over all places; kNoValue where there is none.
+  [[nodiscard]] const Currency* Data() const { return values_.data(); }
+  [[nodiscard]] Currency* Data() { return values_.data(); }
+
+ private:
+  std::vector<Currency> values_;
+};
+
+}  // namespace orin::base
