@@ -45,7 +45,9 @@ std::optional<ItemSpan> SpanOf(const ItemCall& call, const StockContext& context
   const BoundItem& item = call.Bound();
   const NeededBars needed = BarsNeeded(item);
   const auto counted_from = item.keyword ? context.KeywordDays().Of(*item.keyword) : day;
-  if (needed.count == 0 || !counted_from) return std::nullopt;
+  const bool is_known =
+      counted_from && *counted_from >= DayIndex(1) && *counted_from <= context.Days().Last();
+  if (needed.count == 0 || !is_known) return std::nullopt;
   const store::PeriodIndex* periods = PeriodsOf(needed.form, context.Days());
   const auto bar_of = [periods](DayIndex of) {
     return periods == nullptr ? of.Value() : periods->PeriodOf(of);

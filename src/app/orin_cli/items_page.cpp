@@ -105,7 +105,9 @@ std::string TableHeading(const std::vector<std::string>& cells) {
 /// "（2以上）", "（1～100）"; empty where there is nothing to say beyond the rule that a period is
 /// 1 or more, and where the label says it.
 std::string LimitsText(std::string_view label, const analysis::ArgumentLimits& limits) {
-  if (label.find("～") != std::string_view::npos) return "";
+  for (const std::string_view sign : {"～", "："}) {
+    if (label.find(sign) != std::string_view::npos) return "";
+  }
   const bool is_open = limits.maximum == std::numeric_limits<int32_t>::max();
   if (is_open && limits.minimum == 1) return "";
   const std::string minimum = std::to_string(limits.minimum);
@@ -120,7 +122,9 @@ std::string ArgumentsCell(const ItemEntry& entry) {
   const std::vector<std::string> labels = analysis::ArgumentLabels(entry, form);
   std::vector<std::string> texts;
   for (size_t i = 0; i < entry.ParameterCount(); ++i) {
-    texts.push_back(labels[i] + " " + LetterOf(item, i) + LimitsText(labels[i], item.LimitsOf(i)));
+    const std::string letter = LetterOf(item, i);
+    texts.push_back(labels[i] + (letter.empty() ? "" : " " + letter) +
+                    LimitsText(labels[i], item.LimitsOf(i)));
   }
   if (entry.family->ending == ItemFamily::Ending::kOptionalZero) texts.push_back(labels.back());
   return texts.empty() ? "なし" : Joined(texts, ", ");

@@ -106,7 +106,7 @@ BoundItem BoundItemOf(const ItemEntry& entry, SeriesForm form) {
 }
 
 std::string LetterOf(const BoundItem& item, size_t parameter) {
-  if (item.indicator == nullptr) return "n";
+  if (item.indicator == nullptr) return item.entry->ParameterCount() == 1 ? "n" : "";
   return std::string(item.indicator->parameters[parameter].name);
 }
 

@@ -10,7 +10,8 @@ namespace orin::app {
 /// The item of a form with every argument at its least value.
 analysis::BoundItem BoundItemOf(const analysis::ItemEntry& entry, analysis::SeriesForm form);
 
-/// The letter of a parameter in formulas: that of the indicator's table, else "n".
+/// The name of a parameter in formulas: that of the table of indicators; "n" for the only parameter
+/// of other items, none where they have several.
 std::string LetterOf(const analysis::BoundItem& item, size_t parameter);
 
 /// How many bars the item needs, as a formula of its parameters ("k + d"), found by asking it
