@@ -23,6 +23,15 @@ namespace {
 
 constexpr std::string_view kUnknown = "計算できません。";
 
+/// Why there is no value although all bars that are read have data, or would not have one with it.
+std::string NoValueFromBars(const indicators::Indicator& indicator, const ItemSpan& span) {
+  if (span.from_first) return "その日までのデータのある足が足りないので、計算できません。";
+  if (indicator.output == indicators::Unit::kPercent) {
+    return "期間に値動きか出来高がなく、割る数が 0 になるので、計算できません。";
+  }
+  return "期間の足からは値が決まりません。";
+}
+
 std::string_view NameOfBars(SeriesForm form) {
   constexpr std::array<std::string_view, kAllForms.size()> kNames = {"日足", "週足", "月足",
                                                                      "第二銘柄の日足"};
@@ -119,7 +128,8 @@ class SupposedBars {
 std::string MissingData(const ItemCall& call, BarsView bars, const ItemSpan& span) {
   const SupposedBars supposed(call.Bound(), bars, span);
   const std::vector<int32_t> missing = supposed.MissingBars();
-  if (missing.empty()) return std::string(kUnknown);
+  const std::string no_value = NoValueFromBars(*call.Bound().indicator, span);
+  if (missing.empty()) return no_value;
   const std::string days_bar = supposed.DateText(missing.back());
   if (missing.back() == span.examined &&
       (span.Count() == 1 || supposed.HaveValueWith({missing.back()}))) {
@@ -128,7 +138,7 @@ std::string MissingData(const ItemCall& call, BarsView bars, const ItemSpan& spa
   if (missing.front() == span.oldest && supposed.HaveValueWith({missing.front()})) {
     return "期間の最初の足（" + supposed.DateText(missing.front()) + "）のデータがありません。";
   }
-  if (!supposed.HaveValueWith(missing)) return std::string(kUnknown);
+  if (!supposed.HaveValueWith(missing)) return no_value;
   return "期間にデータのない足があります（" + std::to_string(missing.size()) +
          "本、最も新しいのは " + days_bar + "）。";
 }

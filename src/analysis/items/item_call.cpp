@@ -11,6 +11,7 @@
 #include "analysis/condition_text.h"
 #include "analysis/items/day_keywords.h"
 #include "analysis/items/item_families.h"
+#include "analysis/items/name_folding.h"
 #include "analysis/operator_codes.h"
 #include "indicators/indicator.h"
 
@@ -66,6 +67,11 @@ std::string NotInteger(std::string_view name, const std::vector<std::string>& la
   if (typed != argument && ParseInteger(typed)) {
     return Quoted(name) + "の引数" + Quoted(typed) +
            "の「-」は、「(」か「,」のすぐ後に空白を入れずに書いてください。";
+  }
+  const bool is_ascii =
+      std::all_of(typed.begin(), typed.end(), [](char c) { return (c & 0x80) == 0; });
+  if (!is_ascii && ParseInteger(FoldName(typed))) {
+    return Quoted(name) + "の引数" + Quoted(typed) + "は半角の数字で書いてください。";
   }
   return Quoted(name) + "の引数（" + LabelList(labels) + "）は整数で指定しますが、" +
          Quoted(typed) + "は整数ではありません。";
@@ -153,6 +159,9 @@ std::optional<std::string> ReadArguments(std::string_view name, std::string_view
                                          BoundItem& item) {
   const std::vector<std::string_view> arguments = SplitArguments(list);
   const std::vector<std::string> labels = ArgumentLabels(*item.entry, item.form);
+  const bool takes_zero = item.entry->family->ending == ItemFamily::Ending::kOptionalZero;
+  const std::string zero_only = Quoted(name) + "の引数は書かないか、0だけを書いてください。";
+  if (takes_zero && arguments.size() != 1) return zero_only;
   if (arguments.size() != labels.size()) return WrongCount(name, labels, arguments.size());
   const size_t parameters = item.entry->ParameterCount();
   for (size_t i = 0; i < parameters; ++i) {
@@ -163,9 +172,7 @@ std::optional<std::string> ReadArguments(std::string_view name, std::string_view
   if (arguments.size() > parameters) {
     if (auto wrong = ReadOffset(name, labels, arguments.back(), item)) return wrong;
   }
-  if (item.entry->family->ending == ItemFamily::Ending::kOptionalZero && item.offset != 0) {
-    return Quoted(name) + "の引数は書かないか、0だけを書いてください。";
-  }
+  if (takes_zero && item.offset != 0) return zero_only;
   return std::nullopt;
 }
 

@@ -178,6 +178,11 @@ std::vector<FoundItem> FindItemsWith(std::string_view word) {
 
 std::string UnknownItem(std::string_view name) {
   const FoundItem similar = FindSimilarItem(name);
+  const bool has_wide_parenthesis = name.find("（") != name.npos;
+  if (similar.entry == nullptr && has_wide_parenthesis) {
+    return Quoted(name) +
+           "の引数を囲む括弧「(」「)」、引数を区切る「,」と数字は半角で書いてください。";
+  }
   std::string message = "分析項目" + Quoted(name) + "はありません";
   if (similar.entry != nullptr) {
     message += "（" + Quoted(ItemName(*similar.entry, similar.form)) + "ではありませんか）";

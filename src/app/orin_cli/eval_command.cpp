@@ -33,6 +33,8 @@ base::Result<std::string> Evaluate(const analysis::Program& program, const Subje
   analysis::StockContext context(subject.store, program.Needs(), subject.day, subject.day,
                                  subject.second, subject.adjust_splits);
   context.SetBeside(&*beside);
+  // As a screening with one analysis file of that date sets it.
+  context.KeywordDays().Set({analysis::DayKeyword::kAnalysisDate, 1}, subject.day);
   context.Load(subject.stock);
   analysis::Evaluator evaluator(program);
   if (!program.IsValue()) {

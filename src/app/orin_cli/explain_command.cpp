@@ -8,6 +8,7 @@
 #include "app/orin_cli/compiled_expression.h"
 #include "app/orin_cli/explanation_text.h"
 #include "app/orin_cli/open_store.h"
+#include "base/text.h"
 
 namespace orin::app {
 
@@ -23,6 +24,10 @@ struct ExplainOptions {
 int RunExplain(const Session& session, const ExplainOptions& options) {
   if (!IsOneCondition(session.expressions)) return kWrongUsage;
   const std::string& condition = session.expressions.front();
+  if (base::TrimBlanks(condition).empty()) {
+    Tell("条件が空です。");
+    return kWrongUsage;
+  }
   const auto opened = OpenStore(session, store::Access::kRead);
   if (!opened) return Report(opened.error());
   const auto stock = FindStock(opened->store, options.code);
@@ -43,6 +48,8 @@ int RunExplain(const Session& session, const ExplainOptions& options) {
   analysis::StockContext context(opened->store, program->Needs(), *day, *day, *second,
                                  opened->settings.chart_action.bunkatsu_auto_check);
   context.SetBeside(&*beside);
+  // As a screening with one analysis file of that date sets it.
+  context.KeywordDays().Set({analysis::DayKeyword::kAnalysisDate, 1}, *day);
   context.Load(**stock);
   const auto explanation = analysis::Explain(condition, context, *day);
   if (!explanation) {

@@ -75,6 +75,10 @@ base::Result<DayRange> FindDays(const store::StockStore& store, const std::strin
   if (!first) return base::Forward(first);
   const auto last = to.empty() ? days.Days().back() : ParseDate(to);
   if (!last) return base::Forward(last);
+  if (*last < *first) {
+    return base::Fail("最初の日付 " + first->ToText() + " が最後の日付 " + last->ToText() +
+                      " より後です。");
+  }
   const auto begin = std::lower_bound(days.Days().begin(), days.Days().end(), *first);
   const auto end = std::upper_bound(days.Days().begin(), days.Days().end(), *last);
   if (begin >= end) {
