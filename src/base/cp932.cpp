@@ -5,7 +5,6 @@
 #include <cstdint>
 #include <cstdio>
 #include <iconv.h>
-#include <optional>
 #include <vector>
 
 #include "base/utf8.h"
@@ -36,17 +35,20 @@ class Converter {
     if (IsOpen()) iconv_close(handle_);
   }
 
-  /// One character; nullopt where the other code has none.
-  std::optional<std::string> Convert(std::string text) {
-    if (!IsOpen()) return std::nullopt;
-    std::array<char, 16> buffer{};
-    char* from = text.data();
-    size_t from_left = text.size();
+  /// The characters of `text` up to the first that the other code does not have, appended to
+  /// `converted`; gives how many bytes of `text` they are.
+  size_t ConvertSome(std::string_view text, std::string& converted) {
+    if (!IsOpen()) return 0;
+    std::string source(text);
+    std::array<char, 1024> buffer{};
+    char* from = source.data();
+    size_t from_left = source.size();
     char* to = buffer.data();
     size_t to_left = buffer.size();
-    iconv(handle_, nullptr, nullptr, nullptr, nullptr);
-    if (iconv(handle_, &from, &from_left, &to, &to_left) != 0) return std::nullopt;
-    return std::string(buffer.data(), buffer.size() - to_left);
+    // Neither code has states that a failure could leave behind.
+    iconv(handle_, &from, &from_left, &to, &to_left);
+    converted.append(buffer.data(), buffer.size() - to_left);
+    return source.size() - from_left;
   }
 
  private:
@@ -65,7 +67,8 @@ struct Tables {
   Tables();
 
  private:
-  void Add(const std::string& bytes, Converter& decoder, Converter& encoder);
+  void AddAll(std::string_view codes, size_t width, Converter& decoder, Converter& encoder);
+  void Add(std::string_view bytes, const CodePoint& character, Converter& encoder);
 };
 
 uint16_t CodeOf(std::string_view bytes) {
@@ -74,32 +77,57 @@ uint16_t CodeOf(std::string_view bytes) {
   return static_cast<uint16_t>(code);
 }
 
-void Tables::Add(const std::string& bytes, Converter& decoder, Converter& encoder) {
-  const auto utf8 = decoder.Convert(bytes);
-  if (!utf8 || utf8->empty()) return;
-  const CodePoint character = FirstCodePoint(*utf8);
-  if (!character.valid || character.length != utf8->size() || character.value > 0xFFFF) return;
-  character_of[CodeOf(bytes)] = static_cast<uint16_t>(character.value);
-  uint16_t& code = code_of[character.value];
-  // Some characters have several codes; the one to write is the converter's choice. It is asked
-  // for those alone, because every program that meets a Japanese letter waits for these tables.
-  const auto preferred = code != 0 ? encoder.Convert(*utf8) : std::optional(bytes);
-  if (preferred) code = CodeOf(*preferred);
+/// `codes` of `width` bytes each, those without a character among them.
+void Tables::AddAll(std::string_view codes, size_t width, Converter& decoder, Converter& encoder) {
+  std::string converted;
+  while (!codes.empty()) {
+    converted.clear();
+    const size_t taken = decoder.ConvertSome(codes, converted);
+    std::string_view rest = converted;
+    for (size_t at = 0; at < taken; at += width) {
+      const CodePoint character = FirstCodePoint(rest);
+      Add(codes.substr(at, width), character, encoder);
+      rest.remove_prefix(character.length);
+    }
+    codes.remove_prefix(std::min(taken + width, codes.size()));
+  }
 }
 
+void Tables::Add(std::string_view bytes, const CodePoint& character, Converter& encoder) {
+  if (!character.valid || character.value > 0xFFFF) return;
+  character_of[CodeOf(bytes)] = static_cast<uint16_t>(character.value);
+  uint16_t& code = code_of[character.value];
+  if (code == 0) {
+    code = CodeOf(bytes);
+    return;
+  }
+  // Some characters have several codes; the one to write is the converter's choice.
+  std::string utf8;
+  AppendUtf8(utf8, character.value);
+  std::string preferred;
+  if (encoder.ConvertSome(utf8, preferred) == utf8.size()) code = CodeOf(preferred);
+}
+
+// Row by row and not code by code: every start of the program that meets a Japanese letter waits
+// for these tables.
 Tables::Tables() {
   Converter decoder("UTF-8", "CP932");
   Converter encoder("CP932", "UTF-8");
+  std::string singles;
   for (int lead = 0; lead < 0x100; ++lead) {
-    const std::string first(1, static_cast<char>(lead));
+    const auto first = static_cast<char>(lead);
     if (!IsLead(static_cast<unsigned char>(lead))) {
-      Add(first, decoder, encoder);
+      singles += first;
       continue;
     }
+    std::string row;
     for (int trail = 0x40; trail <= 0xFC; ++trail) {
-      Add(first + static_cast<char>(trail), decoder, encoder);
+      row += first;
+      row += static_cast<char>(trail);
     }
+    AddAll(row, 2, decoder, encoder);
   }
+  AddAll(singles, 1, decoder, encoder);
   // Other systems write these three with another character.
   code_of[0x301C] = code_of[0xFF5E];
   code_of[0x2212] = code_of[0xFF0D];

@@ -1,7 +1,7 @@
 #include "store/slot_account.h"
 
 #include <algorithm>
-#include <unordered_set>
+#include <vector>
 
 #include "store/companion_formats.h"
 #include "store/stored_file.h"
@@ -9,10 +9,13 @@
 namespace orin::store {
 
 SlotAccount CountSlots(const StoreLocation& location, const StockMaster& master, int32_t records) {
-  std::unordered_set<int32_t> used = {master.Header().date_record};
-  for (const StockRecord& stock : master.Stocks()) used.insert(stock.slot.Value());
-  const auto in_files =
-      std::ranges::count_if(used, [records](int32_t slot) { return slot >= 1 && slot <= records; });
+  std::vector<bool> used(static_cast<size_t>(records) + 1);
+  const auto use = [&used, records](int32_t slot) {
+    if (slot >= 1 && slot <= records) used[static_cast<size_t>(slot)] = true;
+  };
+  use(master.Header().date_record);
+  for (const StockRecord& stock : master.Stocks()) use(stock.slot.Value());
+  const auto in_files = std::ranges::count(used, true);
   const auto deleted = ReadIfThere(location, {FileKind::kDeleted, 0});
   const int32_t counter = deleted ? DecodeStockList(*deleted).DeletionCounter() : 0;
   return {records - static_cast<int32_t>(in_files), std::max(counter, 0)};
