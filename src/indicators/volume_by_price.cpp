@@ -33,6 +33,7 @@ std::vector<PriceBand> EmptyBands(Currency lowest, Currency highest, int32_t cou
     return Currency::FromRaw(static_cast<int64_t>(raw));
   };
   std::vector<PriceBand> bands;
+  bands.reserve(static_cast<size_t>(count));
   for (int32_t i = 0; i < count; ++i) {
     bands.push_back({edge(i), edge(i + 1), Currency(), Currency()});
   }

@@ -28,7 +28,7 @@ expect "series of an expression beyond the limits" 2 "の698文字目：" \
   cli series --code AAPL 1 "$(printf '1=1 Or %.0s' {1..101})1=1"
 expect "a range without trading days" 1 "2020/01/11 から 2020/01/12 までの取引日がありません" \
   cli series --code AAPL --from 2020/01/11 --to 2020/01/12 1
-expect "a range that ends before it begins" 1 "までの取引日がありません" \
+expect "a range that ends before it begins" 1 "より後です" \
   cli signals --from 2020/01/10 --to 2020/01/09 '1 = 1'
 expect "a range from no date" 1 "「きのう」" cli signals --from きのう '1 = 1'
 expect "several conditions" 2 "条件は一つだけです。" cli signals 終値\(0\) '>' 1
