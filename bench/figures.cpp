@@ -134,7 +134,7 @@ class Bench {
     base::ValueColumn values;
     const auto stocks = store_.Master().Stocks();
     for (size_t i = 0; i < stocks.size(); ++i) {
-      LoadNext(context, stocks, i);
+      context.LoadNext(stocks, i);
       for (analysis::Evaluator& evaluator : evaluators) {
         evaluator.EvaluateOperandRange(context, DayIndex(1), last, values);
         seen_ = seen_ + static_cast<uint64_t>(values.Data()[values.Size() - 1].Raw());
@@ -145,14 +145,6 @@ class Bench {
   [[nodiscard]] const store::StockStore& Store() const { return store_; }
 
  private:
-  static void LoadNext(analysis::StockContext& context, std::span<const store::StockRecord> stocks,
-                       size_t place) {
-    if (place % context.kReadAhead == 0) {
-      context.ReadAhead(stocks.subspan(place, std::min(context.kReadAhead, stocks.size() - place)));
-    }
-    context.Load(stocks[place]);
-  }
-
   const store::StockStore& store_;
   std::vector<std::filesystem::path> files_;
   FileStream stream_;

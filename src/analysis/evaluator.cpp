@@ -9,6 +9,7 @@ namespace orin::analysis {
 
 using base::Currency;
 using base::kNoValue;
+using base::RawIntegers;
 
 namespace {
 
@@ -20,11 +21,6 @@ constexpr size_t kColumnBytes = size_t{8} << 20;
 int32_t BlockDays(size_t nodes) {
   return static_cast<int32_t>(std::max<size_t>(kColumnBytes / sizeof(Currency) / nodes, 1));
 }
-
-const int64_t* Raw(const Currency* values) { return reinterpret_cast<const int64_t*>(values); }
-int64_t* Raw(Currency* values) { return reinterpret_cast<int64_t*>(values); }
-static_assert(sizeof(Currency) == sizeof(int64_t) && std::is_standard_layout_v<Currency>);
-static_assert(kNoValue.Raw() == kernels::kNone);
 
 kernels::Outcomes OutcomesOf(Relation relation) {
   const auto when = [relation](Relation outcome) -> int64_t {
@@ -123,8 +119,8 @@ void Evaluator::StorePrice(const Block& block, const Program::Comparison& compar
 bool Evaluator::Narrow(const Block& block, const Program::Comparison& comparison) {
   const Currency* left = Compute(block, comparison.left);
   const Currency* right = Compute(block, comparison.right);
-  return kernels::Best().narrow(Raw(left), OutcomesOf(comparison.relation), Raw(right),
-                                block.Count(), open_.data());
+  return kernels::Best().narrow(RawIntegers(left), OutcomesOf(comparison.relation),
+                                RawIntegers(right), block.Count(), open_.data());
 }
 
 const Currency* Evaluator::Compute(const Block& block, uint32_t operand) {
@@ -158,10 +154,10 @@ void Evaluator::ComputeNode(const Block& block, uint32_t number) {
   }
   const Currency* right = ValuesOf(node.right);
   if (node.operation == OperatorKind::kAdd) {
-    return kernels::Best().add(Raw(left), Raw(right), count, Raw(out));
+    return kernels::Best().add(RawIntegers(left), RawIntegers(right), count, RawIntegers(out));
   }
   if (node.operation == OperatorKind::kSubtract) {
-    return kernels::Best().subtract(Raw(left), Raw(right), count, Raw(out));
+    return kernels::Best().subtract(RawIntegers(left), RawIntegers(right), count, RawIntegers(out));
   }
   const Operation operation = OperationOf(node.operation);
   for (size_t i = 0; i < count; ++i) {

@@ -90,6 +90,15 @@ void StockContext::Load(const store::StockRecord& stock) {
   if (needs_.credit) store_->LoadCreditBalances(stock.slot, first_loaded_, last_, credit_);
 }
 
+void StockContext::LoadNext(std::span<const store::StockRecord> stocks, size_t place) {
+  if (place < ahead_begin_ || place >= ahead_end_) {
+    ahead_begin_ = place;
+    ahead_end_ = std::min(place + store::StockStore::kReadAhead, stocks.size());
+    store_->ReadAhead(stocks.subspan(place, ahead_end_ - place), first_loaded_, last_);
+  }
+  Load(stocks[place]);
+}
+
 base::Result<Companions> Companions::Load(const store::StockStore& store, const History& needs) {
   Companions loaded;
   if (needs.companies) {

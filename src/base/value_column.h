@@ -1,8 +1,10 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <limits>
 #include <optional>
+#include <type_traits>
 #include <vector>
 
 #include "base/currency.h"
@@ -11,6 +13,13 @@ namespace orin::base {
 
 /// What a place of a column holds where there is no value. It lies outside the range of Currency.
 inline constexpr Currency kNoValue = Currency::FromRaw(std::numeric_limits<int64_t>::min());
+
+// The integers that currencies are, for loops that work on nothing else.
+static_assert(sizeof(Currency) == sizeof(int64_t) && std::is_standard_layout_v<Currency>);
+inline const int64_t* RawIntegers(const Currency* values) {
+  return reinterpret_cast<const int64_t*>(values);
+}
+inline int64_t* RawIntegers(Currency* values) { return reinterpret_cast<int64_t*>(values); }
 
 /// Values that may be missing, for consecutive bars or days.
 class ValueColumn {

@@ -3,22 +3,16 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
-#include <type_traits>
 
 #include "indicators/indicator.h"
 
 namespace orin::indicators {
 
-// The fast loops work on the integers that currencies are.
-static_assert(sizeof(base::Currency) == sizeof(int64_t));
-static_assert(std::is_standard_layout_v<base::Currency>);
+// The marks that the fast loops know.
 static_assert(base::kNoValue.Raw() == kernels::kNone);
 static_assert(base::kNoDataVolume.Raw() == kernels::kNoData);
 
-inline const int64_t* RawIntegers(const base::Currency* values) {
-  return reinterpret_cast<const int64_t*>(values);
-}
-inline int64_t* RawIntegers(base::Currency* values) { return reinterpret_cast<int64_t*>(values); }
+using base::RawIntegers;
 
 /// How many bars a task asks for.
 inline size_t BarCount(const ColumnTask& task) {

@@ -1,6 +1,5 @@
 #include "screening/screening_run.h"
 
-#include <algorithm>
 #include <optional>
 #include <string_view>
 #include <system_error>
@@ -149,12 +148,9 @@ Outcome<std::vector<SelectedStock>> Select(const store::StockStore& store,
       return Failure("株価分析「" + analysis.title + "」を中止しました。");
     }
     const auto place = static_cast<size_t>(done);
-    if (place % context.kReadAhead == 0) {
-      context.ReadAhead(stocks.subspan(place, std::min(context.kReadAhead, stocks.size() - place)));
-    }
     const store::StockRecord& stock = stocks[place];
     if (!Matches(analysis.market, stock)) continue;
-    context.Load(stock);
+    context.LoadNext(stocks, place);
     if (!evaluator.EvaluateCondition(context, day)) continue;
     selected.push_back(Describe(stock, context.Daily(), day));
   }

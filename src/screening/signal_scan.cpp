@@ -1,6 +1,5 @@
 #include "screening/signal_scan.h"
 
-#include <algorithm>
 #include <vector>
 
 #include "analysis/evaluator.h"
@@ -32,11 +31,8 @@ base::Status ScanSignals(const store::StockStore& store, const analysis::Program
         !progress.Report(kStage, static_cast<int64_t>(place), total)) {
       return base::Fail("条件の成り立つ日を調べるのを中止しました。");
     }
-    if (place % context.kReadAhead == 0) {
-      context.ReadAhead(stocks.subspan(place, std::min(context.kReadAhead, stocks.size() - place)));
-    }
     if (!Matches(scan.market, stocks[place])) continue;
-    context.Load(stocks[place]);
+    context.LoadNext(stocks, place);
     evaluator.EvaluateConditionRange(context, scan.first, scan.last, truths);
     deliver(stocks[place], truths);
   }

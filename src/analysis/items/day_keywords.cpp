@@ -13,6 +13,12 @@ namespace orin::analysis {
 using base::Currency;
 using base::DayIndex;
 
+const store::PeriodIndex* PeriodsOf(SeriesForm form, const store::Calendar& days) {
+  if (form == SeriesForm::kWeekly) return &days.Weeks();
+  if (form == SeriesForm::kMonthly) return &days.Months();
+  return nullptr;
+}
+
 namespace {
 
 /// Keywords of one stem, numbered first..last; 0 where no number follows the stem.
@@ -43,13 +49,6 @@ constexpr Stem kStems[] = {
     {"dailyanalysistime", kDailyAnalysisTime, kDaily, 1, 9},
     {"dailyanalysisinterval", kDailyAnalysisInterval, kDaily, 1, 9},
 };
-
-/// The weeks or months of a form; null for days.
-const store::PeriodIndex* PeriodsOf(SeriesForm form, const store::Calendar& days) {
-  if (form == kWeekly) return &days.Weeks();
-  if (form == kMonthly) return &days.Months();
-  return nullptr;
-}
 
 int32_t BarOf(const store::PeriodIndex* periods, int32_t day) {
   return periods == nullptr ? day : periods->PeriodOf(DayIndex(day));

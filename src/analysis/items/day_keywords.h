@@ -9,6 +9,9 @@
 
 namespace orin::analysis {
 
+/// The weeks or months that the bars of a form are; null for days.
+const store::PeriodIndex* PeriodsOf(SeriesForm form, const store::Calendar& days);
+
 /// A keyword that stands for a day: "analysisdate2", "wanalysisdate1", "tcurrentday".
 struct FoundKeyword {
   NumberedKeyword keyword;

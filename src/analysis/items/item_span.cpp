@@ -10,13 +10,6 @@ using base::DayIndex;
 
 namespace {
 
-/// The weeks or months of a form; null for days.
-const store::PeriodIndex* PeriodsOf(SeriesForm form, const store::Calendar& days) {
-  if (form == SeriesForm::kWeekly) return &days.Weeks();
-  if (form == SeriesForm::kMonthly) return &days.Months();
-  return nullptr;
-}
-
 BarDates DatesOfBar(SeriesForm form, int64_t number, const store::Calendar& days, DayIndex day) {
   const auto bar = static_cast<int32_t>(number);
   const store::PeriodIndex* periods = PeriodsOf(form, days);

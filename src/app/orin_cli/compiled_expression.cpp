@@ -20,13 +20,13 @@ std::optional<analysis::Program> Compile(const std::string& expression, const st
   return std::move(*program);
 }
 
+}  // namespace
+
 void TellWithoutSecond(bool needs_second, bool has_second) {
   if (needs_second && !has_second) {
     Tell("--second がないので、第二銘柄とさやの項目は計算できません。");
   }
 }
-
-}  // namespace
 
 bool IsOneCondition(const std::vector<std::string>& expressions) {
   if (expressions.size() == 1) return true;

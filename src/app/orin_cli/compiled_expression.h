@@ -11,6 +11,9 @@ namespace orin::app {
 /// Says on standard error that one condition is one argument where there are several.
 bool IsOneCondition(const std::vector<std::string>& expressions);
 
+/// A sentence where the second stock is needed and not there.
+void TellWithoutSecond(bool needs_second, bool has_second);
+
 /// Compiles an expression; its notes, or why it cannot be compiled (then nullopt), go to standard
 /// error. So does a sentence where it needs the second stock that is not there.
 std::optional<analysis::Program> Compile(const std::string& expression, bool has_second);

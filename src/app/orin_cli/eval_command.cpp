@@ -6,6 +6,7 @@
 #include "analysis/evaluator.h"
 #include "analysis/note_sentence.h"
 #include "analysis/program.h"
+#include "app/orin_cli/compiled_expression.h"
 #include "app/orin_cli/open_store.h"
 
 namespace orin::app {
@@ -52,9 +53,7 @@ int PrintValue(const std::string& expression, const Subject& subject) {
     return kWrongUsage;
   }
   for (const analysis::Note& note : program->Notes()) Tell(analysis::NoteSentence(note));
-  if (program->NeedsSecondStock() && subject.second == nullptr) {
-    Tell("--second がないので、第二銘柄とさやの項目は計算できません。");
-  }
+  TellWithoutSecond(program->NeedsSecondStock(), subject.second != nullptr);
   const auto value = Evaluate(*program, subject);
   if (!value) return Report(value.error());
   std::cout << *value << '\n';
