@@ -21,6 +21,7 @@ namespace orin::bench {
 ///     its average of 22)
 /// T2  the golden cross on every day of every stock, counted, as a ratio to F2; with fewer stocks
 ///     and with fewer days it tells how the time grows
+/// start  the window program from its start until its windows can be used, where it was built
 /// T4  columns of RSI(14), ADX(14,14) and MACD(5,20) over all days of every stock
 ///
 /// At the end the private memory of the process.

@@ -1,13 +1,21 @@
 #!/usr/bin/env bash
 # Builds ミルテ, makes the demo market from the quotes in demo/, screens it and shows the lists.
+# With --window it opens the program on that market afterwards.
 # The market stays in build/demo (or in the directory of $ORIN_DEMO) and can be explored with
 # orin-cli --home build/demo.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
+window=
+case ${1:-} in
+  '') ;;
+  --window) window=1 ;;
+  *) echo "使い方：scripts/demo.sh [--window]" >&2; exit 2 ;;
+esac
+
 scripts/install-packages.sh >&2
 cmake --preset release >/dev/null
-cmake --build --preset release --target orin-cli >&2
+cmake --build --preset release --target orin-cli --target orin >&2
 
 home=${ORIN_DEMO:-build/demo}
 cli=(build/release/src/app/orin-cli --home "$home")
@@ -37,3 +45,7 @@ while IFS=$'\t' read -r list count; do
   echo "■ $list（${count}銘柄）"
   iconv -f CP932 -t UTF-8 "$list" | tr -d '\r'
 done <<<"$results"
+
+if [ -n "$window" ]; then
+  exec build/release/src/app/orin --home "$home"
+fi

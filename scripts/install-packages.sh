@@ -1,11 +1,16 @@
 #!/usr/bin/env bash
-# Installs what building (and, with --checks, checking) needs on Debian 12. Installs only what is
-# missing, so that a machine that has everything needs neither network nor root.
+# Installs what building and running (and, with --checks, checking) needs on Debian 12. Installs
+# only what is missing, so that a machine that has everything needs neither network nor root.
 set -euo pipefail
 
-packages=(build-essential cmake ninja-build libexpected-dev libcli11-dev)
+# The last line is what the window program runs with: the reader of its icon, the Japanese of the
+# toolkit's own dialogs, letters.
+packages=(build-essential cmake ninja-build libexpected-dev libcli11-dev libgtest-dev libgmock-dev
+  qt6-base-dev qt6-svg-dev
+  libqt6svg6 qt6-translations-l10n fonts-noto-cjk)
 if [ "${1:-}" = --checks ]; then
-  packages+=(libgtest-dev libgmock-dev clang-14 clang-format-14 clang-tidy-14 libclang-rt-14-dev)
+  packages+=(clang-14 clang-format-14 clang-tidy-14 libclang-rt-14-dev
+    appstream desktop-file-utils librsvg2-bin libxml2-utils lintian man-db mandoc)
 fi
 
 missing=()

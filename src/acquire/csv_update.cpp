@@ -66,7 +66,7 @@ class CsvUpdate {
   Status Import(const CsvUpdateSource& source);
   base::Result<StockList> ReadStockList(const std::optional<fs::path>& path);
   /// The days the calendar is to have; none where there is no file to take them from.
-  base::Result<std::vector<base::Date>> ReadCalendarDays();
+  base::Result<std::vector<base::Date>> ReadCalendarDays(const std::filesystem::path& directory);
   [[nodiscard]] std::vector<store::NewStock> StocksToAdd(StockList list);
   using Pass = void (CsvUpdate::*)(const store::StockRecord&, const CsvFile&, const CsvHistory&);
   Status ImportFiles(std::span<const CsvFile> csv_files, std::string_view stage, Pass pass);
@@ -104,12 +104,14 @@ base::Result<StockList> CsvUpdate::ReadStockList(const std::optional<fs::path>& 
   return list;
 }
 
-base::Result<std::vector<base::Date>> CsvUpdate::ReadCalendarDays() {
+base::Result<std::vector<base::Date>> CsvUpdate::ReadCalendarDays(
+    const std::filesystem::path& directory) {
   const bool has_calendar = store_.Days().Count() > 0;
   const bool has_file = !daily_.empty() && daily_.front().code.Text() == kCalendarCode;
   if (!has_file) {
     if (has_calendar) return std::vector<base::Date>();
-    return base::Fail("取引日の暦となる ^DJI.csv がＣＳＶファイルのディレクトリにありません。");
+    return base::Fail("取引日の暦となる ^DJI.csv がＣＳＶファイルのディレクトリ " +
+                      base::PathText(directory) + " にありません。");
   }
   const CsvFile& file = daily_.front();
   FileProblems problems;  // told when its prices are imported, or below
@@ -261,7 +263,7 @@ Status CsvUpdate::Import(const CsvUpdateSource& source) {
   auto list = ReadStockList(source.stock_list);
   if (!list) return base::Forward(list);
   // Nothing is changed before it is known that there is a calendar.
-  const auto days = ReadCalendarDays();
+  const auto days = ReadCalendarDays(source.daily_directory);
   if (!days) return base::Forward(days);
   const std::vector<store::NewStock> added = StocksToAdd(std::move(*list));
   if (!added.empty()) {

@@ -3,6 +3,7 @@
 #include <cerrno>
 #include <cstdio>
 #include <fcntl.h>
+#include <optional>
 #include <sys/stat.h>
 #include <system_error>
 #include <unistd.h>
@@ -11,6 +12,8 @@
 #include "base/system_error.h"
 
 namespace orin::base {
+
+namespace fs = std::filesystem;
 
 namespace {
 
@@ -112,31 +115,76 @@ class NativeFiles final : public FileSystem {
   }
 };
 
-Status WriteNewFile(FileSystem& files, const std::filesystem::path& path, std::string_view bytes) {
+/// The file that a chain of symbolic links leads to, whether it exists or not.
+Result<fs::path> FollowLinks(const fs::path& path) {
+  constexpr int kMostLinks = 40;
+  fs::path end = path;
+  for (int i = 0; i < kMostLinks; ++i) {
+    std::error_code no_link;
+    const fs::path next = fs::read_symlink(end, no_link);
+    if (no_link) return end;
+    end = end.parent_path() / next;
+  }
+  return FailSystemCall(path, "に書き込めません", ELOOP);
+}
+
+/// What the new contents of `path` are to have; none for what the system gives a new file.
+std::optional<fs::perms> PermissionsFor(const fs::path& path, Readers readers_of_new_file) {
+  std::error_code failure;
+  const fs::file_status status = fs::status(path, failure);
+  if (status.type() == fs::file_type::regular) return status.permissions();
+  if (readers_of_new_file == Readers::kByDefault) return std::nullopt;
+  return fs::perms::owner_read | fs::perms::owner_write;
+}
+
+/// The permissions are there before the first byte is. The owner may write until the end, so
+/// that a temporary that is left behind can be made anew.
+Status WriteNewFile(FileSystem& files, const fs::path& path, std::optional<fs::perms> permissions,
+                    std::string_view bytes) {
   const auto file = files.Create(path);
   if (!file) return Forward(file);
-  if (Status written = (*file)->WriteAt(0, bytes); !written) return written;
-  return (*file)->Sync();
+  const bool may_write = !permissions || (*permissions & fs::perms::owner_write) != fs::perms::none;
+  Status status;
+  if (permissions) status = files.SetPermissions(path, *permissions | fs::perms::owner_write);
+  if (status) status = (*file)->WriteAt(0, bytes);
+  if (status) status = (*file)->Sync();
+  if (status && !may_write) status = files.SetPermissions(path, *permissions);
+  return status;
 }
 
 }  // namespace
+
+Status FileSystem::SetPermissions(const fs::path& path, fs::perms permissions) {
+  std::error_code failure;
+  fs::permissions(path, permissions, failure);
+  // Disks of other systems have no permissions to set.
+  if (failure && failure != std::errc::operation_not_supported &&
+      failure != std::errc::operation_not_permitted) {
+    return FailSystemCall(path, "のアクセス権を変えられません", failure.value());
+  }
+  return {};
+}
 
 FileSystem& NativeFileSystem() {
   static NativeFiles files;
   return files;
 }
 
-Status ReplaceFile(FileSystem& files, const std::filesystem::path& path, std::string_view bytes) {
-  std::filesystem::path temporary = path;
+Status ReplaceFile(FileSystem& files, const fs::path& path, std::string_view bytes,
+                   Readers readers_of_new_file) {
+  const auto target = FollowLinks(path);
+  if (!target) return Forward(target);
+  fs::path temporary = *target;
   temporary += ".tmp";
-  Status status = WriteNewFile(files, temporary, bytes);
-  if (status) status = files.Rename(temporary, path);
+  Status status =
+      WriteNewFile(files, temporary, PermissionsFor(*target, readers_of_new_file), bytes);
+  if (status) status = files.Rename(temporary, *target);
   if (!status) {
     // Best effort: the first failure is the one to report.
     static_cast<void>(files.Remove(temporary));
     return status;
   }
-  const std::filesystem::path directory = path.parent_path();
+  const fs::path directory = target->parent_path();
   return files.SyncDirectory(directory.empty() ? "." : directory);
 }
 

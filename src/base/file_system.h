@@ -47,14 +47,23 @@ class FileSystem {
   /// With all missing parents.
   virtual Status MakeDirectory(const std::filesystem::path& path) = 0;
   virtual Status SyncDirectory(const std::filesystem::path& path) = 0;
+  /// Who may do what with a file. Touches no contents and no names, so that it can be done at
+  /// once on the operating system's own file.
+  virtual Status SetPermissions(const std::filesystem::path& path,
+                                std::filesystem::perms permissions);
 };
 
 /// The operating system's own files.
 FileSystem& NativeFileSystem();
 
+/// Who may read a new file: whoever the system's defaults say, or its owner alone.
+enum class Readers { kByDefault, kOwner };
+
 /// The file appears whole or not at all: temporary beside it, flush, rename, flush of the
-/// directory. The temporary is removed on failure.
-Status ReplaceFile(FileSystem& files, const std::filesystem::path& path, std::string_view bytes);
+/// directory. The temporary is removed on failure. A file that is there keeps its permissions,
+/// and where `path` is a symbolic link, the file it leads to is the one replaced.
+Status ReplaceFile(FileSystem& files, const std::filesystem::path& path, std::string_view bytes,
+                   Readers readers_of_new_file = Readers::kByDefault);
 
 /// The whole file; fails where it is missing or is no file.
 Result<std::string> ReadFile(const std::filesystem::path& path);

@@ -4,6 +4,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <unordered_map>
 #include <vector>
 
 #include "base/cp932.h"
@@ -38,31 +39,52 @@ class ProfileFile {
   /// The file's bytes in the encoding it was read in. Fails where a value set has a line break
   /// or a character that the encoding lacks.
   [[nodiscard]] Result<std::string> Serialize() const;
-  /// Replaces the file whole.
+  /// Replaces the file whole. A new file can be read by its owner alone, since settings may hold
+  /// a password.
   Status Save(FileSystem& files, const std::filesystem::path& path) const;
 
  private:
-  /// Bytes as read stay bytes, because not all of them need be characters.
+  enum class LineKind { kHeading, kKey, kBlank, kOther };
+
+  /// Bytes as read stay bytes, because not all of them need be characters. Neighbouring lines of
+  /// the kinds kBlank and kOther are one, so that a file of rubbish does not take many times its
+  /// size; so are lines that nothing finds, as the second one of a key.
   struct Line {
-    std::string kept;   // bytes as read, without the line end
+    LineKind kind;
+    std::string kept;   // bytes as read, without the last line end
     std::string added;  // UTF-8 that is written behind them
-    std::string text;   // the whole as UTF-8
+    std::string text;   // of kHeading and kKey, the whole as UTF-8
     std::string end;    // as read; empty for a last line without one
   };
 
-  /// The lines [first, last) below a section's heading.
-  struct Range {
-    size_t first;
-    size_t last;
+  using Positions = std::unordered_map<std::string, size_t>;
+
+  /// Names in the tables are in lower case; the first line of a name is in them.
+  struct Section {
+    std::vector<Line> lines;  // the heading first, but for what stands above all headings
+    bool is_found = false;    // the first of its name
+    Positions keys;           // as they stand before the "="
+    Positions trimmed_keys;
   };
 
-  [[nodiscard]] Line ReadLine(std::string_view bytes, std::string_view end) const;
-  [[nodiscard]] std::optional<Range> FindSection(std::string_view section) const;
-  [[nodiscard]] const Line* FindKey(std::string_view section, std::string_view key) const;
-  void InsertLine(size_t position, const std::string& text);
+  struct Place {
+    size_t section;
+    size_t line;
+  };
+
+  void ReadLine(std::string_view bytes, std::string_view end);
+  [[nodiscard]] std::string Decode(std::string_view bytes) const;
+  void OpenSection(std::string_view name, Line heading);
+  void AddOther(std::string_view bytes, std::string_view end);
+  static void Register(std::string_view key, size_t position, Section& section);
+  [[nodiscard]] std::optional<size_t> FindSection(std::string_view section) const;
+  [[nodiscard]] std::optional<Place> FindKey(std::string_view section, std::string_view key) const;
+  void EndLastLine(Section& section, size_t position) const;
+  void AddKey(std::string_view section, std::string_view key, std::string_view value);
   [[nodiscard]] Status AppendAdded(const Line& line, std::string& bytes) const;
 
-  std::vector<Line> lines_;
+  std::vector<Section> sections_ = std::vector<Section>(1);
+  Positions section_positions_;
   TextEncoding encoding_ = TextEncoding::kCp932;
   std::string byte_order_mark_;
   std::string line_end_ = "\r\n";

@@ -72,6 +72,15 @@ const StockRecord& StockMaster::Stock(base::MasterRecord record) const {
   return stocks_[static_cast<size_t>(record.Value() - kFirstStockRecord)];
 }
 
+std::vector<base::MasterRecord> StockMaster::AllRecords() const {
+  std::vector<base::MasterRecord> records;
+  records.reserve(stocks_.size());
+  for (size_t i = 0; i < stocks_.size(); ++i) {
+    records.emplace_back(static_cast<int32_t>(i) + kFirstStockRecord);
+  }
+  return records;
+}
+
 base::MasterRecord StockMaster::Find(const StockCode& code) const {
   const auto found = by_code_.find(code);
   return found == by_code_.end() ? base::MasterRecord() : found->second;

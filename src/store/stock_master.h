@@ -69,6 +69,8 @@ class StockMaster {
   /// The stocks in record order; the first one is record 2.
   [[nodiscard]] std::span<const StockRecord> Stocks() const { return stocks_; }
   [[nodiscard]] const StockRecord& Stock(base::MasterRecord record) const;
+  /// The records of all stocks, ascending.
+  [[nodiscard]] std::vector<base::MasterRecord> AllRecords() const;
   /// Constant time; none where absent. The first of several stocks of one code.
   [[nodiscard]] base::MasterRecord Find(const StockCode& code) const;
   /// The stocks whose code begins with the letter, 1 for "a" and "A" ... 26; 0 for any other

@@ -116,6 +116,44 @@ TEST_F(FileSystemTest, AReplacedFileIsWholeAndAloneInItsDirectory) {
   EXPECT_FALSE(fs::exists(scratch_ / "d.tmp"));
 }
 
+TEST_F(FileSystemTest, AReplacedFileKeepsItsPermissionsAndANewOneHasThoseAskedFor) {
+  constexpr auto kOwner = fs::perms::owner_read | fs::perms::owner_write;
+  for (const fs::perms permissions :
+       {kOwner, kOwner | fs::perms::group_read, fs::perms::owner_read, fs::perms::all}) {
+    Put("a", "old");
+    fs::permissions(scratch_ / "a", permissions);
+    for (const Readers readers : {Readers::kByDefault, Readers::kOwner}) {
+      ASSERT_TRUE(ReplaceFile(files_, scratch_ / "a", "new", readers));
+      EXPECT_EQ(fs::status(scratch_ / "a").permissions(), permissions);
+    }
+    fs::remove(scratch_ / "a");
+  }
+  const mode_t mask = umask(022);
+  ASSERT_TRUE(ReplaceFile(files_, scratch_ / "private", "x", Readers::kOwner));
+  ASSERT_TRUE(ReplaceFile(files_, scratch_ / "public", "x"));
+  umask(mask);
+  EXPECT_EQ(fs::status(scratch_ / "private").permissions(), kOwner);
+  EXPECT_EQ(fs::status(scratch_ / "public").permissions(),
+            kOwner | fs::perms::group_read | fs::perms::others_read);
+}
+
+TEST_F(FileSystemTest, AReplacedLinkStaysALink) {
+  fs::create_directory(scratch_ / "real");
+  Put("real/a", "old");
+  fs::create_symlink("real/a", scratch_ / "relative");
+  fs::create_symlink(scratch_ / "relative", scratch_ / "chain");
+  ASSERT_TRUE(ReplaceFile(files_, scratch_ / "chain", "new"));
+  EXPECT_TRUE(fs::is_symlink(scratch_ / "chain"));
+  EXPECT_TRUE(fs::is_symlink(scratch_ / "relative"));
+  EXPECT_EQ(ReadFile(scratch_ / "real/a").value(), "new");
+  EXPECT_EQ(std::distance(fs::directory_iterator(scratch_ / "real"), {}), 1);
+  fs::remove(scratch_ / "real/a");
+  ASSERT_TRUE(ReplaceFile(files_, scratch_ / "chain", "anew"));
+  EXPECT_EQ(ReadFile(scratch_ / "real/a").value(), "anew");
+  fs::create_symlink("loop", scratch_ / "loop");
+  ExpectFailure(ReplaceFile(files_, scratch_ / "loop", "x"), "loop", "リンクがたどれません");
+}
+
 TEST_F(FileSystemTest, AMappingMovesWithItsOwner) {
   Put("a", "mapped");
   Put("empty", "");

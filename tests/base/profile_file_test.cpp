@@ -150,6 +150,24 @@ TEST(ProfileFile, GarbageIsKeptWhateverItIs) {
   }
 }
 
+TEST(ProfileFile, KeysAreAddedBehindTheLastLineThatIsNotBlank) {
+  auto profile = ProfileFile::Parse(
+      "\n\n[A]\njunk\nmore junk\na=1\na=2\n\n \n[B]\n[A]\nb=3\n[A]\nc=4\n[B]\nb=5\n\n");
+  EXPECT_FALSE(profile.Has("A", "b"));
+  EXPECT_FALSE(profile.Has("B", "b"));
+  profile.Set("A", "b", "6");
+  profile.Set("A", "c ", "7");
+  profile.Set("B", "b", "8");
+  profile.Set("A", "a", "9");
+  profile.Set("A", "b", "10");
+  profile.Set("C", "d", "11");
+  EXPECT_EQ(profile.Serialize().value(),
+            "\n\n[A]\njunk\nmore junk\na=9\na=2\nb=10\nc =7\n\n \n[B]\nb=8\n[A]\nb=3\n[A]\n"
+            "c=4\n[B]\nb=5\n\n[C]\nd=11\n");
+  const ProfileFile copy = profile;
+  EXPECT_EQ(copy.Get("A", "c", ""), "7");
+}
+
 class ProfileFileOnDisk : public ::testing::Test {
  protected:
   ProfileFileOnDisk() {

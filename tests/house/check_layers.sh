@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# A folder includes only the folders below it.
+# A folder includes only the folders below it; a window (ui/) may include all but the programs.
 set -euo pipefail
 cd "$1/src"
 
@@ -12,7 +12,8 @@ declare -A below=(
   [screening]="base store analysis screening"
   [acquire]="base store acquire"
   [shell]="base store analysis screening acquire shell"
-  [app]="base store indicators analysis screening acquire shell app"
+  [lists]="base store shell lists"
+  [app]="base store indicators analysis screening acquire shell lists app"
 )
 
 wrong=0
@@ -27,6 +28,12 @@ for folder in */; do
   while IFS=: read -r file line include; do
     other=${include#*\"}
     other=${other%%/*}
+    case "$file" in
+      */ui/*) [ "$other" != app ] && continue ;;
+    esac
+    case "$include" in
+      *"/ui/"*) [ "$folder" != app ] && other="$other/ui" ;;
+    esac
     case " $allowed " in
       *" $other "*) ;;
       *)

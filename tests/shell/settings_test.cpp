@@ -1,137 +1,85 @@
 #include "shell/settings/settings.h"
 
-#include <array>
-#include <fstream>
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <string>
 
-#include "shell/settings/analysis_group.h"
-#include "shell/settings/key_table.h"
 #include "support/scratch_directory.h"
+#include "support/test_files.h"
 
 namespace orin::shell {
 namespace {
 
 using base::ProfileFile;
-
-struct BusCase {
-  std::string key;
-  std::string BusSettings::*member;
-  std::string default_value;
-};
-
-const std::array kBusCases = {
-    BusCase{"update_file", &BusSettings::update_file, "/p\\yahoo\\YahooHtm.txt"},
-    BusCase{"csvday_dir", &BusSettings::csvday_dir, "/p\\brand\\"},
-    BusCase{"csvweek_dir", &BusSettings::csvweek_dir, "/p\\brand_w\\"},
-    BusCase{"datasave_dir", &BusSettings::datasave_dir, "/p\\data\\"},
-    BusCase{"systemsave_dir", &BusSettings::systemsave_dir, "/p\\old\\"},
-    BusCase{"serial_file", &BusSettings::serial_file, "/p\\patrol\\serial.txt"},
-    BusCase{"comp_file", &BusSettings::comp_file, "/p\\patrol\\compare.txt"},
-    BusCase{"system_dir", &BusSettings::system_dir, "/p\\"},
-    BusCase{"ini_file ", &BusSettings::ini_file, "/s\\orin.ini"},
-    BusCase{"picture_file ", &BusSettings::picture_file, "/p\\bmp\\orin.bmp"},
-    BusCase{"meisai_file ", &BusSettings::meisai_file, "/s\\orin.trn"},
-    BusCase{"random_dir ", &BusSettings::random_dir, "/p\\"},
-    BusCase{"daily_random_dir ", &BusSettings::daily_random_dir, "/p\\"},
-    BusCase{"ramdisk_dir ", &BusSettings::ramdisk_dir, ""},
-};
+using support::PutFile;
+using ::testing::ElementsAre;
+using ::testing::HasSubstr;
 
 const SettingsPlaces kPlaces{"/p", "/s/orin.ini"};
 
-TEST(Settings, AnAbsentFileYieldsEveryDefault) {
+TEST(Settings, AnAbsentFileYieldsDefaultsFromBothDirectories) {
   const support::ScratchDirectory scratch;
   const auto settings = LoadSettings(SettingsPlaces{scratch.Path(), scratch / "none/orin.ini"});
   ASSERT_TRUE(settings.has_value());
   EXPECT_EQ(settings->bus.serial_file, scratch.Path().string() + "\\patrol\\serial.txt");
   EXPECT_EQ(settings->bus.meisai_file, (scratch / "none").string() + "\\orin.trn");
   EXPECT_TRUE(settings->chart_action.bunkatsu_auto_check);
-  EXPECT_EQ(settings->common.analysis_system_first_file, 0);
-  EXPECT_EQ(settings->common.analysis_group_file, "orin.chk");
-  const BusSettings bus = ReadBus(ProfileFile(), kPlaces);
-  for (const BusCase& c : kBusCases) EXPECT_EQ(bus.*c.member, c.default_value) << c.key;
+  EXPECT_EQ(settings->chart_display.day.averages[1].period, 75);
+  EXPECT_EQ(settings->orin_simulation.sim_start_date, base::Date::FromYmd(1900, 1, 1));
+  EXPECT_EQ(ReadBus(ProfileFile(), SettingsPlaces{"/", "/orin.ini"}).datasave_dir, "\\data\\");
 }
 
-TEST(Settings, EveryGroupComesFromTheFile) {
+TEST(Settings, EveryGroupComesFromItsFile) {
   const support::ScratchDirectory scratch;
-  const SettingsPlaces places{"/p", scratch / "my.ini"};
-  std::ofstream(places.ini_file) << "[bus]\r\ndatasave_dir=d\r\n[COMMON]\r\n"
-                                    "analysissystemfirstfile=3\r\n[chartaction]\r\n"
-                                    "bunkatsu_auto_check=0\r\n";
+  const SettingsPlaces places{scratch / "p", scratch / "my.ini"};
+  PutFile(places.ini_file,
+          "[bus]\r\ndatasave_dir=d\r\n[COMMON]\r\nanalysissystemfirstfile=3\r\n"
+          "AnalysisGroupFile=lists\\my.chk\r\n[chartaction]\r\nbunkatsu_auto_check=0\r\n");
+  PutFile(scratch / "orinsim.ini", "[OrinSimulation]\r\nsim_start_date=2010/2/3\r\n");
+  std::filesystem::create_directories(scratch / "p/lists");
+  PutFile(scratch / "p/lists/my.chk", "[Title]\r\nchecktitle2=b\r\n");
   const auto settings = LoadSettings(places);
   ASSERT_TRUE(settings.has_value());
   EXPECT_EQ(settings->bus.datasave_dir, "d");
   EXPECT_EQ(settings->bus.ini_file, scratch.Path().string() + "\\orin.ini");
   EXPECT_EQ(settings->common.analysis_system_first_file, 3);
   EXPECT_FALSE(settings->chart_action.bunkatsu_auto_check);
-  EXPECT_FALSE(LoadSettings(SettingsPlaces{"/p", scratch.Path()}).has_value());
+  EXPECT_EQ(settings->orin_simulation.sim_start_date.ToText(), "2010/02/03");
+  EXPECT_EQ(settings->analysis_group.entries[1].title, "b");
 }
 
-TEST(BusSettings, EveryKeyHasItsOwnPlaceAndItsExactName) {
-  for (const BusCase& c : kBusCases) {
-    const auto profile = ProfileFile::Parse("[Bus]\n" + c.key + "=x\\y\n");
-    const BusSettings bus = ReadBus(profile, kPlaces);
-    for (const BusCase& other : kBusCases) {
-      EXPECT_EQ(bus.*other.member, other.key == c.key ? "x\\y" : other.default_value) << c.key;
-    }
+TEST(Settings, FilesThatCannotBeReadAreNamedAndHaveDefaults) {
+  const support::ScratchDirectory scratch;
+  const SettingsPlaces places{scratch.Path(), scratch / "orin.ini"};
+  for (const char* name : {"orin.ini", "orinsim.ini", "orin.chk"}) {
+    std::filesystem::create_directory(scratch / name);
   }
+  const LoadedSettings loaded = LoadWhatIsReadable(places);
+  EXPECT_THAT(loaded.problems,
+              ElementsAre(HasSubstr("orin.ini"), HasSubstr("orinsim.ini"), HasSubstr("orin.chk")));
+  EXPECT_EQ(loaded.settings, LoadWhatIsReadable({scratch.Path(), scratch / "orin.ini"}).settings);
+  EXPECT_EQ(loaded.settings.window.font_percent, 100);
+  EXPECT_FALSE(LoadSettings(places).has_value());
+  std::filesystem::remove(scratch / "orin.ini");
+  EXPECT_TRUE(LoadSettings(places).has_value()) << "the further files are no reason to stop";
 }
 
-TEST(BusSettings, WritingTheDefaultsKeepsOneDifferenceAndAllOtherKeys) {
+TEST(Settings, WritingTheBusDefaultsKeepsOneDifferenceAndAllOtherKeys) {
   auto profile = ProfileFile::Parse("[Bus]\r\nunknown_dir=k\r\nsystem_dir=x\r\n[Tax]\r\na=1\r\n");
   WriteBusDefaults(profile, kPlaces);
-  std::string expected =
-      "[Bus]\r\nunknown_dir=k\r\nsystem_dir=/p\\\r\nupdate_file=html\\StockHtm.txt\r\n";
-  for (const BusCase& c : kBusCases) {
-    if (c.key == "update_file" || c.key == "system_dir") continue;
-    expected += c.key + "=" + c.default_value + "\r\n";
-  }
-  EXPECT_EQ(profile.Serialize().value(), expected + "[Tax]\r\na=1\r\n");
-}
-
-TEST(Settings, WhatIsWrittenIsReadBack) {
-  Settings settings;
-  int number = 0;
-  for (const BusCase& c : kBusCases) settings.bus.*c.member = " 値" + std::to_string(++number);
-  settings.chart_action.bunkatsu_auto_check = false;
-  settings.common = CommonSettings{12, "群れ\\私の.chk"};
-  ProfileFile profile;
-  WriteBus(profile, settings.bus);
-  WriteChartAction(profile, settings.chart_action);
-  WriteCommon(profile, settings.common);
-  const auto reread = ProfileFile::Parse(profile.Serialize().value());
-  EXPECT_EQ(ReadBus(reread, kPlaces), settings.bus);
-  EXPECT_EQ(ReadChartAction(reread), settings.chart_action);
-  EXPECT_EQ(ReadCommon(reread), settings.common);
-}
-
-TEST(Settings, ANumberThatIsNoneGivesTheDefault) {
-  for (const char* text : {"", "x", "1x", "99999999999", "1e3"}) {
-    ProfileFile profile;
-    profile.Set("Common", "AnalysisSystemFirstFile", text);
-    EXPECT_EQ(ReadCommon(profile).analysis_system_first_file, 0) << text;
-  }
-  for (const char* text : {"junk", "99999999999"}) {
-    int32_t value = 0;
-    AssignText(value, text, "25");
-    EXPECT_EQ(value, 25) << text;
-  }
-}
-
-TEST(Settings, BoxesAreTickedByOneTrueAndOtherNumbers) {
-  for (const char* text : {"1", "True", "TRUE", "true ", "-1", "2", "0.5", "65535"}) {
-    EXPECT_TRUE(IsTicked(text)) << text;
-  }
-  for (const char* text : {"", "0", "False", "-0", "0.0", "on", "１"}) {
-    EXPECT_FALSE(IsTicked(text)) << text;
-  }
+  EXPECT_EQ(profile.Serialize().value(),
+            "[Bus]\r\nunknown_dir=k\r\nsystem_dir=/p\\\r\nupdate_file=html\\StockHtm.txt\r\n"
+            "csvday_dir=/p\\brand\\\r\ncsvweek_dir=/p\\brand_w\\\r\ndatasave_dir=/p\\data\\\r\n"
+            "systemsave_dir=/p\\old\\\r\nserial_file=/p\\patrol\\serial.txt\r\n"
+            "comp_file=/p\\patrol\\compare.txt\r\nini_file =/s\\orin.ini\r\n"
+            "picture_file =/p\\bmp\\orin.bmp\r\nmeisai_file =/s\\orin.trn\r\n"
+            "random_dir =/p\\\r\ndaily_random_dir =/p\\\r\nramdisk_dir =\r\n[Tax]\r\na=1\r\n");
 }
 
 TEST(Settings, PathsBecomeNativeFromTheProgramDirectory) {
   EXPECT_EQ(NativeSetting(kPlaces, "patrol\\serial.txt").string(), "/p/patrol/serial.txt");
   EXPECT_EQ(NativeSetting(kPlaces, "/s\\orin.trn").string(), "/s/orin.trn");
   EXPECT_EQ(NativeSetting(kPlaces, "/p\\data\\").string(), "/p/data");
-  EXPECT_EQ(ReadBus(ProfileFile(), SettingsPlaces{"/", "/orin.ini"}).datasave_dir, "\\data\\");
   EXPECT_EQ(NativeSetting(SettingsPlaces{"/", "/orin.ini"}, "\\data\\").string(), "/data");
 }
 
@@ -139,19 +87,19 @@ TEST(AnalysisGroup, SevenEntriesAreReadFromThreeSections) {
   EXPECT_EQ(ReadAnalysisGroup(ProfileFile()), AnalysisGroup());
   const auto profile = ProfileFile::Parse(
       "[Title]\nchecktitle1=株\nchecktitle7=七\nchecktitle8=八\n[File]\ncheckfile1=a\\b.txt\n"
-      "[Check]\ncheck1=True\ncheck2=-1\ncheck3=0\ncheck4=\n");
+      "[Check]\ncheck1=True\ncheck2=-1\ncheck3=0\ncheck4=\ncheck5=on\n");
   const AnalysisGroup group = ReadAnalysisGroup(profile);
   EXPECT_FALSE(LoadAnalysisGroup("/none/orin.chk").has_value());
-  EXPECT_EQ(group.entries[0], (AnalysisGroupEntry{"株", "a\\b.txt", "True"}));
+  EXPECT_EQ(group.entries[0], (AnalysisGroupEntry{"株", "a\\b.txt", true}));
+  EXPECT_EQ(group.entries[1], (AnalysisGroupEntry{"", "", true}));
+  for (size_t i = 2; i < 6; ++i) EXPECT_EQ(group.entries[i], AnalysisGroupEntry()) << i;
   EXPECT_EQ(group.entries[6].title, "七");
-  const std::array ticked = {true, true, false, false, false, false, false};
-  for (size_t i = 0; i < ticked.size(); ++i) EXPECT_EQ(group.entries[i].IsTicked(), ticked[i]) << i;
 }
 
-TEST(AnalysisGroup, ChecksAreWrittenAsOneOrNought) {
+TEST(AnalysisGroup, ChecksAreWrittenAsOneOrNoughtAndOtherLinesStay) {
   AnalysisGroup group;
-  group.entries[0] = AnalysisGroupEntry{"株", "a.txt", "True"};
-  group.entries[2] = AnalysisGroupEntry{"ＰＤＩ ", "", "0"};
+  group.entries[0] = AnalysisGroupEntry{"株", "a.txt", true};
+  group.entries[2] = AnalysisGroupEntry{"ＰＤＩ ", "", false};
   ProfileFile profile = ProfileFile::Parse("[Check]\ncheck8=x\n");
   WriteAnalysisGroup(profile, group);
   const auto reread = ProfileFile::Parse(profile.Serialize().value());
@@ -159,9 +107,7 @@ TEST(AnalysisGroup, ChecksAreWrittenAsOneOrNought) {
   EXPECT_EQ(reread.Get("Check", "check7", ""), "0");
   EXPECT_EQ(reread.Get("Check", "check8", ""), "x");
   EXPECT_EQ(reread.Get("File", "checkfile1", ""), "a.txt");
-  const support::ScratchDirectory scratch;
-  ASSERT_TRUE(profile.Save(base::NativeFileSystem(), scratch / "orin.chk"));
-  EXPECT_EQ(LoadAnalysisGroup(scratch / "orin.chk")->entries[2].title, "ＰＤＩ ");
+  EXPECT_EQ(ReadAnalysisGroup(reread), group);
 }
 
 }  // namespace

@@ -147,7 +147,7 @@ constexpr std::string_view kIntroduction =
 <!-- orin-cli items --markdown がプログラムの表から作るページです。手で直さず、作り直してください。 -->
 
 式の中で使える分析項目のすべての名前と引数です。値の求め方と、計算できない場合は [formulas.md](formulas.md)、式の書き方は
-[manual.md](manual.md) にあります。
+[条件と分析項目](manual/items.md) にあります。
 
 - 名前は、全角の文字と数字を含めて書いてあるとおりに書きます。`orin-cli items 移動` のように名前の一部で探せます。
 - 「引数」は最後の引数より前に書くものです。「（）」の中は指定できる範囲で、書いていない期間は 1 以上です。

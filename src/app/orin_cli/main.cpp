@@ -1,5 +1,4 @@
 #include <algorithm>
-#include <cstdlib>
 #include <exception>
 #include <filesystem>
 #include <iostream>
@@ -7,9 +6,10 @@
 #include <system_error>
 #include <vector>
 
+#include "app/japanese_usage.h"
 #include "app/orin_cli/command.h"
-#include "app/orin_cli/japanese_usage.h"
 #include "base/file_system.h"
+#include "shell/program_places.h"
 
 namespace orin::app {
 
@@ -24,26 +24,10 @@ namespace {
 
 namespace fs = std::filesystem;
 
-fs::path DefaultHome() {
-  if (const char* home = std::getenv("ORIN_HOME"); home != nullptr && *home != '\0') return home;
-  if (const char* data = std::getenv("XDG_DATA_HOME"); data != nullptr && *data != '\0') {
-    return fs::path(data) / "orin";
-  }
-  const char* user = std::getenv("HOME");
-  return fs::path(user != nullptr ? user : ".") / ".local/share/orin";
-}
-
-/// As it is where the current directory is gone.
-fs::path Absolute(const fs::path& path) {
-  std::error_code failure;
-  const fs::path absolute = fs::absolute(path, failure);
-  return (failure ? path : absolute).lexically_normal();
-}
-
 int Run(std::vector<std::string> arguments) {
   CLI::App app("ミルテ：米国株の株価データの管理と株価分析");
   app.name("orin-cli");
-  std::string home = DefaultHome().string();
+  std::string home = shell::DefaultProgramDirectory().string();
   std::string ini;
   app.add_option("--home", home, "プログラムのディレクトリ")->type_name("DIR");
   app.add_option("--ini", ini, "設定ファイル（省略時は DIR/orin.ini）")->type_name("FILE");
@@ -65,6 +49,7 @@ int Run(std::vector<std::string> arguments) {
   AddSplitsCommand(app, session);
   AddSystemFileCommand(app, session);
   AddCompanyCommand(app, session);
+  AddSettingsCommand(app, session);
   SpeakJapanese(app);
 
   session.expressions = TakeExpressions(app, arguments);
@@ -75,10 +60,9 @@ int Run(std::vector<std::string> arguments) {
   } catch (const CLI::ParseError& error) {
     return ExplainUsage(app, error);
   }
-  if (home.empty()) return Report({"--home のディレクトリが空です。"});
-  session.places.program_directory = Absolute(home);
-  session.places.ini_file =
-      ini.empty() ? session.places.program_directory / "orin.ini" : Absolute(ini);
+  const auto places = shell::PlacesOf(home, ini);
+  if (!places) return Report(places.error());
+  session.places = *places;
   std::error_code ignored;
   if (!ini.empty() && !fs::exists(session.places.ini_file, ignored)) {
     Tell("設定ファイル " + base::PathText(session.places.ini_file) +

@@ -2,19 +2,12 @@
 #include <memory>
 #include <vector>
 
-#include "app/orin_cli/csv_field.h"
 #include "app/orin_cli/open_store.h"
+#include "lists/table.h"
 
 namespace orin::app {
 
 namespace {
-
-void Print(const store::StockMaster& master, base::MasterRecord record) {
-  const store::StockRecord& stock = master.Stock(record);
-  std::cout << record.Value() << ',' << stock.code.Text() << ',' << stock.slot.Value() << ','
-            << stock.listing << ',' << stock.kind << ',' << stock.sector << ',' << stock.rank << ','
-            << CsvField(stock.name) << '\n';
-}
 
 int RunMaster(const Session& session, const std::vector<std::string>& codes) {
   const auto opened = OpenStore(session, store::Access::kRead);
@@ -30,14 +23,8 @@ int RunMaster(const Session& session, const std::vector<std::string>& codes) {
     }
     records.push_back(master.Find((*stock)->code));
   }
-  if (codes.empty()) {
-    for (size_t i = 0; i < master.Stocks().size(); ++i) {
-      records.emplace_back(static_cast<int32_t>(i + 2));
-    }
-  }
-  std::cout
-      << "レコード,銘柄コード,銘柄レコード,上場コード,種別コード,業種コード,銘柄ランク,銘柄名\n";
-  for (const base::MasterRecord record : records) Print(master, record);
+  if (codes.empty()) records = master.AllRecords();
+  std::cout << lists::TableOfMaster(master, records).ToCsv("\n");
   return status;
 }
 

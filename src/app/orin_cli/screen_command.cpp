@@ -2,14 +2,12 @@
 #include <iostream>
 #include <memory>
 #include <optional>
-#include <system_error>
 #include <vector>
 
 #include "app/orin_cli/open_store.h"
 #include "app/orin_cli/terminal_progress.h"
-#include "base/paths.h"
 #include "screening/screening_run.h"
-#include "shell/settings/analysis_group.h"
+#include "shell/analysis_group_files.h"
 #include "shell/store_places.h"
 #include "store/file_names.h"
 
@@ -25,38 +23,6 @@ struct ScreenOptions {
   std::optional<int32_t> first_file;
   bool day_file = false;
 };
-
-/// A relative path begins at the program directory or, where there is no such file, at the group
-/// file's directory. Empty for an entry without a file.
-fs::path FileOfEntry(const shell::AnalysisGroupEntry& entry, const fs::path& group_file,
-                     const fs::path& home) {
-  if (entry.file.empty()) return {};
-  fs::path file = base::NativePath(entry.file, home);
-  std::error_code failure;
-  if (fs::exists(file, failure)) return file;
-  fs::path beside = base::NativePath(entry.file, group_file.parent_path());
-  return fs::exists(beside, failure) ? beside : file;
-}
-
-/// The analysis files of a group in entry order.
-struct GroupFiles {
-  std::vector<fs::path> all;  // one an entry
-  std::vector<fs::path> ticked;
-};
-
-base::Result<GroupFiles> FilesOfGroup(const fs::path& group_file, const fs::path& home) {
-  const auto group = shell::LoadAnalysisGroup(group_file);
-  if (!group) return base::Forward(group);
-  GroupFiles files;
-  for (const shell::AnalysisGroupEntry& entry : group->entries) {
-    files.all.push_back(FileOfEntry(entry, group_file, home));
-    if (entry.IsTicked() && !entry.file.empty()) files.ticked.push_back(files.all.back());
-  }
-  if (files.ticked.empty()) {
-    return base::Fail(base::PathText(group_file) + " に実行する分析ファイルがありません。");
-  }
-  return files;
-}
 
 int RunOne(const store::StockStore& store, const fs::path& file,
            const screening::RunOptions& run_options, bool day_file) {
@@ -110,7 +76,7 @@ int RunScreen(const Session& session, const ScreenOptions& options) {
   screening::RunOptions run_options{session.places.program_directory,
                                     opened->settings.chart_action.bunkatsu_auto_check};
   if (!options.group.empty()) {
-    const auto group = FilesOfGroup(options.group, session.places.program_directory);
+    const auto group = shell::FilesOfGroup(options.group, session.places.program_directory);
     if (!group) return Report(group.error());
     files.insert(files.end(), group->ticked.begin(), group->ticked.end());
     run_options.days = screening::DaysOfGroup(opened->store, group->all);

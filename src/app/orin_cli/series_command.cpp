@@ -6,8 +6,8 @@
 #include "analysis/evaluator.h"
 #include "analysis/program.h"
 #include "app/orin_cli/compiled_expression.h"
-#include "app/orin_cli/csv_field.h"
 #include "app/orin_cli/open_store.h"
+#include "base/csv.h"
 
 namespace orin::app {
 
@@ -49,7 +49,7 @@ Column Evaluate(const analysis::Program& program, analysis::StockContext& contex
 void Print(const std::vector<std::string>& expressions, const std::vector<Column>& columns,
            std::span<const base::Date> dates) {
   std::cout << "年月日";
-  for (const std::string& expression : expressions) std::cout << ',' << CsvField(expression);
+  for (const std::string& expression : expressions) std::cout << ',' << base::CsvField(expression);
   std::cout << '\n';
   for (size_t place = 0; place < dates.size(); ++place) {
     std::cout << dates[place].ToText();

@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "app/orin_cli/open_store.h"
+#include "lists/table.h"
 
 namespace orin::app {
 
@@ -13,14 +14,6 @@ struct SplitsOptions {
   std::vector<std::string> added;  // CODE, ratio and last day with rights, parted by commas
   std::string corrected;           // CODE
 };
-
-void Print(const store::SplitList& splits) {
-  std::cout << "銘柄コード,銘柄名,分割倍率,権利付最終日\n";
-  for (const store::SplitEvent& event : splits.Events()) {
-    std::cout << event.code.Text() << ',' << event.name << ',' << event.ratio_text << ','
-              << event.last_day_with_rights.ToText() << '\n';
-  }
-}
 
 base::Result<store::SplitEvent> ParseEvent(const store::StockStore& store,
                                            const std::string& text) {
@@ -88,7 +81,7 @@ int RunSplits(const Session& session, const SplitsOptions& options) {
     const auto done = Correct(opened->store, options.corrected);
     if (!done) return Report(done.error());
   }
-  Print(opened->store.Splits());
+  std::cout << lists::TableOfSplits(opened->store.Splits()).ToCsv("\n");
   return kDone;
 }
 

@@ -1,31 +1,44 @@
 #include "shell/settings/analysis_group.h"
 
-#include "shell/settings/key_table.h"
+#include "base/file_system.h"
+#include "shell/settings/setting_tables.h"
 
 namespace orin::shell {
 
 namespace {
 
-/// A section holds one member of all entries; the key ends in the entry's number from 1.
-struct SectionRow {
-  std::string_view section;
-  std::string_view key_stem;
-  std::string AnalysisGroupEntry::*member;
-};
+KeyHeading<AnalysisGroup> EntryRows(size_t i) {
+  const std::string number = std::to_string(i + 1);
+  return {"条件" + number,
+          {{"checktitle" + number, [i](auto& g) -> auto& {return g.entries[i].title;
+}
+, "", Text(), "題名", "株価分析の画面に表示する条件の題名です。", "Title"
+}  // namespace
+, {"checkfile" + number, [i](auto& g) -> auto& {return g.entries[i].file;
+}  // namespace orin::shell
+, "", File(), "分析ファイル", "条件を書いた分析ファイルです。空ならこの条件はありません。", "File"
+}
+, {
+  "check" + number, [i](auto& g) -> auto& { return g.entries[i].check; }
+  , "0", Check(), "この条件で分析する", "オンの条件を株価分析で順に実行します。", "Check"
+}
+}
+}
+;
+}
 
-constexpr std::array kRows = {
-    SectionRow{"Title", "checktitle", &AnalysisGroupEntry::title},
-    SectionRow{"File", "checkfile", &AnalysisGroupEntry::file},
-    SectionRow{"Check", "check", &AnalysisGroupEntry::check},
-};
-
-std::string KeyOf(const SectionRow& row, size_t position) {
-  return std::string(row.key_stem) + std::to_string(position + 1);
+KeyTable<AnalysisGroup> MakeTable() {
+  KeyPage<AnalysisGroup> page{"株価分析グループ", {}};
+  for (size_t i = 0; i < AnalysisGroup::kEntries; ++i) page.headings.push_back(EntryRows(i));
+  return {"orin.chk", "Title", {std::move(page)}};
 }
 
 }  // namespace
 
-bool AnalysisGroupEntry::IsTicked() const { return shell::IsTicked(check); }
+const KeyTable<AnalysisGroup>& AnalysisGroupTable() {
+  static const KeyTable<AnalysisGroup> table = MakeTable();
+  return table;
+}
 
 base::Result<AnalysisGroup> LoadAnalysisGroup(const std::filesystem::path& path) {
   const auto bytes = base::ReadFile(path);
@@ -34,24 +47,11 @@ base::Result<AnalysisGroup> LoadAnalysisGroup(const std::filesystem::path& path)
 }
 
 AnalysisGroup ReadAnalysisGroup(const base::ProfileFile& profile) {
-  AnalysisGroup group;
-  for (const SectionRow& row : kRows) {
-    for (size_t i = 0; i < group.entries.size(); ++i) {
-      std::string& value = group.entries[i].*row.member;
-      value = profile.Get(row.section, KeyOf(row, i), value);
-    }
-  }
-  return group;
+  return ReadGroup(profile, AnalysisGroupTable());
 }
 
 void WriteAnalysisGroup(base::ProfileFile& profile, const AnalysisGroup& group) {
-  for (const SectionRow& row : kRows) {
-    for (size_t i = 0; i < group.entries.size(); ++i) {
-      AnalysisGroupEntry entry = group.entries[i];
-      entry.check = TextOf(entry.IsTicked());
-      profile.Set(row.section, KeyOf(row, i), entry.*row.member);
-    }
-  }
+  WriteGroup(profile, AnalysisGroupTable(), group);
 }
 
 }  // namespace orin::shell

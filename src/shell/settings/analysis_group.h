@@ -11,10 +11,10 @@ namespace orin::shell {
 /// One of the conditions of a group file.
 struct AnalysisGroupEntry {
   std::string title;
-  std::string file;         // path setting of its analysis file; empty: no condition here
-  std::string check = "0";  // as it stands in the file
+  std::string file;    // path setting of its analysis file; empty: no condition here
+  bool check = false;  // a run takes it
 
-  [[nodiscard]] bool IsTicked() const;
+  [[nodiscard]] bool IsTicked() const { return check; }
   bool operator==(const AnalysisGroupEntry&) const = default;
 };
 
@@ -30,7 +30,6 @@ struct AnalysisGroup {
 /// Fails where the file is missing or cannot be read.
 base::Result<AnalysisGroup> LoadAnalysisGroup(const std::filesystem::path& path);
 AnalysisGroup ReadAnalysisGroup(const base::ProfileFile& profile);
-/// Writes each check as "1" or "0".
 void WriteAnalysisGroup(base::ProfileFile& profile, const AnalysisGroup& group);
 
 }  // namespace orin::shell

@@ -5,6 +5,10 @@
 
 namespace orin::shell {
 
+std::filesystem::path SimulationFile(const SettingsPlaces& places) {
+  return places.ini_file.parent_path() / "orinsim.ini";
+}
+
 std::string DefaultText(const SettingsPlaces& places, DefaultBase base, std::string_view relative) {
   if (base == DefaultBase::kNone) return std::string(relative);
   std::string text = base::PathText(base == DefaultBase::kProgram ? places.program_directory

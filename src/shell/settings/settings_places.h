@@ -13,6 +13,9 @@ struct SettingsPlaces {
   std::filesystem::path ini_file;  // orin.ini, whether it exists or not
 };
 
+/// orinsim.ini, in the directory of orin.ini.
+std::filesystem::path SimulationFile(const SettingsPlaces& places);
+
 /// What a default text is relative to. kNone: nothing, it stands as it is.
 enum class DefaultBase { kNone, kProgram, kSettings };
 

@@ -1,4 +1,4 @@
-#include "app/orin_cli/japanese_usage.h"
+#include "app/japanese_usage.h"
 
 #include <algorithm>
 #include <array>
@@ -138,7 +138,8 @@ int ExplainUsage(const CLI::App& app, const CLI::ParseError& error) {
   const std::string leftovers = Leftovers(app);
   const std::string culprit = leftovers.empty() ? Culprit(error.what()) : leftovers;
   const std::string_view told = leftovers.empty() ? sentence : kUnexpected;
-  Tell("「" + culprit + "」：" + std::string(told) + "使い方は orin-cli --help で分かります。");
+  std::cerr << "「" << culprit << "」：" << told << "使い方は " << app.get_name()
+            << " --help で分かります。\n";
   return kWrongUsage;
 }
 

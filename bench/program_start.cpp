@@ -1,0 +1,34 @@
+#include "program_start.h"
+
+#include <cstdlib>
+#include <spawn.h>
+#include <string>
+#include <sys/wait.h>
+#include <system_error>
+#include <unistd.h>
+
+namespace orin::bench {
+
+namespace fs = std::filesystem;
+
+fs::path WindowProgram() {
+  std::error_code failure;
+  const fs::path own = fs::read_symlink("/proc/self/exe", failure);
+  const fs::path program = own.parent_path().parent_path() / "src" / "app" / "orin";
+  return fs::exists(program, failure) ? program : fs::path();
+}
+
+bool StartAndClose(const fs::path& program, const fs::path& market) {
+  setenv("QT_QPA_PLATFORM", "offscreen", 1);
+  std::string name = program.string();
+  std::string home = market.string();
+  std::string home_option = "--home";
+  std::string close_option = "--close-when-ready";
+  char* arguments[] = {name.data(), home_option.data(), home.data(), close_option.data(), nullptr};
+  pid_t child = 0;
+  if (posix_spawn(&child, name.c_str(), nullptr, nullptr, arguments, environ) != 0) return false;
+  int status = 0;
+  return waitpid(child, &status, 0) == child && WIFEXITED(status) && WEXITSTATUS(status) == 0;
+}
+
+}  // namespace orin::bench

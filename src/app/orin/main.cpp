@@ -1,0 +1,107 @@
+#include <CLI/CLI.hpp>
+#include <QApplication>
+#include <QIcon>
+#include <QTimer>
+#include <cstdlib>
+#include <iostream>
+#include <map>
+#include <string>
+
+#include "app/japanese_usage.h"
+#include "base/file_system.h"
+#include "shell/program_places.h"
+#include "shell/ui/look.h"
+#include "shell/ui/main_form.h"
+#include "shell/ui/qt_messages.h"
+#include "shell/ui/qt_text.h"
+#include "shell/ui/start_screen.h"
+
+namespace orin::app {
+
+namespace {
+
+struct Options {
+  std::string home = shell::DefaultProgramDirectory().string();
+  std::string ini;
+  std::string theme;
+  bool close_when_ready = false;
+};
+
+const std::map<std::string, shell::Theme> kThemes = {{"system", shell::Theme::kSystem},
+                                                     {"light", shell::Theme::kLight},
+                                                     {"dark", shell::Theme::kDark}};
+
+/// Until there are windows the toolkit can only fail for want of a display; it would end the
+/// program with a message of its own and a dump.
+void TellWithoutDisplay(QtMsgType type, const QMessageLogContext&, const QString&) {
+  if (type != QtFatalMsg) return;
+  std::cerr
+      << "画面に接続できないので、ミルテのウィンドウを開けません（DISPLAY または WAYLAND_DISPLAY を"
+         "確かめてください）。\n";
+  std::_Exit(1);
+}
+
+int Run(const Options& options) {
+  const auto places = shell::PlacesOf(options.home, options.ini);
+  if (!places) {
+    std::cerr << places.error().message << '\n';
+    return 2;
+  }
+  const shell::Look look;
+  look.Apply(shell::Theme::kSystem, 100);
+  QApplication::setWindowIcon(QIcon(shell::IconPath()));
+  if (!shell::HasJapaneseFont()) {
+    std::cerr << "日本語のフォントがないので、文字が正しく表示されません（fonts-noto-cjk などを"
+                 "入れてください）。\n";
+  }
+
+  shell::QtMessages messages;
+  shell::StartScreen screen(*places, base::NativeFileSystem(), messages);
+  screen.ShowLogo();
+  const auto state = shell::StartUp(*places, base::NativeFileSystem(), screen);
+  if (const auto theme = kThemes.find(options.theme); theme != kThemes.end()) {
+    state->settings.window.theme = static_cast<int32_t>(theme->second);
+    state->saved_settings.window.theme = state->settings.window.theme;
+  }
+  look.Apply(static_cast<shell::Theme>(state->settings.window.theme),
+             state->settings.window.font_percent);
+  shell::main_Form window(*state, screen, look);
+  screen.CloseLogo([&window](const QString& status) { window.ShowStatus(status); });
+  window.Form_Load();
+  if (options.close_when_ready) QTimer::singleShot(0, &window, &QWidget::close);
+  return QApplication::exec();
+}
+
+}  // namespace
+
+}  // namespace orin::app
+
+int main(int argc, char** argv) {
+  orin::app::Options options;
+  CLI::App parser("ミルテ：米国株の株価データの管理、チャート、株価分析");
+  parser.name("orin");
+  parser.add_option("--home", options.home, "プログラムのディレクトリ")->type_name("DIR");
+  parser.add_option("--ini", options.ini, "設定ファイル（省略時は DIR/orin.ini）")
+      ->type_name("FILE");
+  parser.add_option("--theme", options.theme, "配色")
+      ->check(CLI::IsMember({"system", "light", "dark"}).description(""))
+      ->type_name("system|light|dark");
+  parser.add_flag("--close-when-ready", options.close_when_ready,
+                  "使えるようになったら終了する（起動時間の計測用）");
+  parser.set_version_flag("--version", ORIN_VERSION, "版を表示する");
+  orin::app::SpeakJapanese(parser);
+  try {
+    parser.parse(argc, argv);
+  } catch (const CLI::ParseError& error) {
+    return orin::app::ExplainUsage(parser, error);
+  }
+
+  qInstallMessageHandler(orin::app::TellWithoutDisplay);
+  const QApplication application(argc, argv);
+  qInstallMessageHandler(nullptr);
+  QApplication::setApplicationName(QStringLiteral("orin"));
+  QApplication::setApplicationDisplayName(QString());
+  QApplication::setApplicationVersion(QStringLiteral(ORIN_VERSION));
+  QApplication::setDesktopFileName(QStringLiteral("orin"));
+  return orin::app::Run(options);
+}

@@ -1,0 +1,236 @@
+#include "lists/price_listing.h"
+
+#include <algorithm>
+#include <cmath>
+#include <string>
+#include <utility>
+
+#include "store/period_bars.h"
+
+namespace orin::lists {
+
+using base::Currency;
+
+namespace {
+
+constexpr int64_t kUnit = 10'000;
+
+struct PeriodWords {
+  std::string_view name;
+  std::string_view change;
+};
+
+constexpr std::array kPeriodWords = {PeriodWords{"日足", "前日比"}, PeriodWords{"週足", "前週比"},
+                                     PeriodWords{"月足", "前月比"}};
+
+const PeriodWords& WordsOf(BarPeriod period) {
+  return kPeriodWords.at(static_cast<size_t>(period));
+}
+
+std::optional<Currency> PercentOf(Currency change, Currency before) {
+  if (before == Currency()) return std::nullopt;
+  const double percent =
+      static_cast<double>(change.Raw()) / static_cast<double>(before.Raw()) * 100;
+  return Currency::FromDouble(percent);
+}
+
+/// With the changes from bar to bar.
+std::vector<PriceRow> RowsOf(const base::BarsView& bars) {
+  std::vector<PriceRow> rows;
+  std::optional<Currency> before;
+  for (int32_t t = bars.First(); t <= bars.Count(); ++t) {
+    if (!bars.HasData(t)) continue;
+    PriceRow row{
+        {bars.DateOf(t), bars.Open(t), bars.High(t), bars.Low(t), bars.Close(t), bars.Volume(t)},
+        {},
+        {}};
+    if (before) {
+      row.change = bars.Close(t).Minus(*before);
+      if (row.change) row.change_percent = PercentOf(*row.change, *before);
+    }
+    before = bars.Close(t);
+    rows.push_back(row);
+  }
+  return rows;
+}
+
+/// The most decimals any price needs, 2 to 4.
+int32_t DecimalsOf(const std::vector<PriceRow>& rows) {
+  int32_t decimals = 2;
+  for (const PriceRow& row : rows) {
+    for (const Currency price : {row.bar.open, row.bar.high, row.bar.low, row.bar.close}) {
+      if (price.Raw() % 10 != 0) return 4;
+      if (price.Raw() % 100 != 0) decimals = 3;
+    }
+  }
+  return decimals;
+}
+
+/// Digits in groups of three; `decimals` of the four are shown, halves rounded away from zero.
+std::string Grouped(Currency value, int32_t decimals, bool with_sign) {
+  int64_t step = 1;
+  for (int32_t i = decimals; i < 4; ++i) step *= 10;
+  const bool is_negative = value.Raw() < 0;
+  uint64_t raw =
+      is_negative ? 0 - static_cast<uint64_t>(value.Raw()) : static_cast<uint64_t>(value.Raw());
+  const auto unit = static_cast<uint64_t>(step);
+  raw = (raw + unit / 2) / unit * unit;
+  std::string text = std::to_string(raw / kUnit);
+  for (size_t i = text.size(); i > 3; i -= 3) text.insert(i - 3, ",");
+  if (decimals > 0) {
+    const std::string fraction = std::to_string(raw % kUnit + kUnit).substr(1);
+    text += "." + fraction.substr(0, static_cast<size_t>(decimals));
+  }
+  if (raw == 0) return text;
+  if (is_negative) return "-" + text;
+  return with_sign ? "+" + text : text;
+}
+
+/// Without what a spreadsheet would stumble over: groups, signs, percent.
+std::string Plain(const std::string& shown) {
+  std::string plain;
+  for (const char c : shown) {
+    if (c != ',' && c != '+') plain += c;
+  }
+  const size_t percent = plain.find("％");
+  return percent == std::string::npos ? plain : plain.substr(0, percent);
+}
+
+std::optional<int64_t> KeyOf(const PriceRow& row, PriceColumn column) {
+  const auto raw = [](const std::optional<Currency>& value) -> std::optional<int64_t> {
+    if (!value) return std::nullopt;
+    return value->Raw();
+  };
+  switch (column) {
+    case PriceColumn::kOpen:
+      return row.bar.open.Raw();
+    case PriceColumn::kHigh:
+      return row.bar.high.Raw();
+    case PriceColumn::kLow:
+      return row.bar.low.Raw();
+    case PriceColumn::kClose:
+      return row.bar.close.Raw();
+    case PriceColumn::kChange:
+      return raw(row.change);
+    case PriceColumn::kChangePercent:
+      return raw(row.change_percent);
+    case PriceColumn::kVolume:
+      return row.bar.volume.Raw();
+    case PriceColumn::kDate:
+      break;
+  }
+  return 0;
+}
+
+void AppendRow(std::string& text, const PriceListing& listing, size_t row,
+               std::string_view delimiter, std::string_view line_end) {
+  for (size_t column = 0; column < kPriceColumns; ++column) {
+    if (column > 0) text += delimiter;
+    text += Plain(listing.Text(row, static_cast<PriceColumn>(column)));
+  }
+  text += line_end;
+}
+
+}  // namespace
+
+std::string_view PeriodName(BarPeriod period) { return WordsOf(period).name; }
+
+std::string PriceColumnTitle(PriceColumn column, BarPeriod period) {
+  constexpr std::array<std::string_view, kPriceColumns> kTitles = {
+      "日付", "始値", "高値", "安値", "終値", "", "", "出来高"};
+  if (column == PriceColumn::kChange) return std::string(WordsOf(period).change);
+  if (column == PriceColumn::kChangePercent) return std::string(WordsOf(period).change) + "率";
+  return std::string(kTitles.at(static_cast<size_t>(column)));
+}
+
+base::BarColumns LoadPeriod(const store::StockStore& store, const store::StockRecord& stock,
+                            BarPeriod period, bool is_adjusted) {
+  const store::Calendar& days = store.Days();
+  base::BarColumns daily;
+  if (days.Count() == 0) return daily;
+  if (is_adjusted) {
+    store.LoadAdjustedBars(stock, base::DayIndex(1), days.Last(), daily);
+  } else {
+    store.LoadBars(stock.slot, base::DayIndex(1), days.Last(), daily);
+  }
+  if (period == BarPeriod::kDay) return daily;
+  store::PeriodBars periods;
+  periods.Build(base::BarsView(daily), period == BarPeriod::kWeek ? days.Weeks() : days.Months());
+  const base::BarsView bars = periods.AsOf(days.Last());
+  base::BarColumns columns;
+  for (int32_t t = bars.First(); t <= bars.Count(); ++t) {
+    columns.Append(
+        {bars.DateOf(t), bars.Open(t), bars.High(t), bars.Low(t), bars.Close(t), bars.Volume(t)});
+  }
+  return columns;
+}
+
+PriceListing PriceListing::Load(const store::StockStore& store, const store::StockRecord& stock,
+                                BarPeriod period, bool is_adjusted) {
+  PriceListing listing;
+  listing.period_ = period;
+  const base::BarColumns columns = LoadPeriod(store, stock, period, is_adjusted);
+  listing.rows_ = RowsOf(base::BarsView(columns));
+  std::ranges::reverse(listing.rows_);
+  listing.decimals_ = DecimalsOf(listing.rows_);
+  return listing;
+}
+
+std::string PriceListing::Text(size_t row, PriceColumn column) const {
+  const PriceRow& line = rows_[row];
+  switch (column) {
+    case PriceColumn::kDate:
+      return line.bar.date.ToText();
+    case PriceColumn::kOpen:
+      return Grouped(line.bar.open, decimals_, false);
+    case PriceColumn::kHigh:
+      return Grouped(line.bar.high, decimals_, false);
+    case PriceColumn::kLow:
+      return Grouped(line.bar.low, decimals_, false);
+    case PriceColumn::kClose:
+      return Grouped(line.bar.close, decimals_, false);
+    case PriceColumn::kChange:
+      return line.change ? Grouped(*line.change, decimals_, true) : "";
+    case PriceColumn::kChangePercent:
+      return line.change_percent ? Grouped(*line.change_percent, 2, true) + "％" : "";
+    case PriceColumn::kVolume:
+      return Grouped(line.bar.volume, 0, false);
+  }
+  return {};
+}
+
+void PriceListing::Sort(PriceColumn column, bool is_descending) {
+  const auto newest_first = [](const PriceRow& a, const PriceRow& b) {
+    return b.bar.date < a.bar.date;
+  };
+  std::ranges::sort(rows_, newest_first);
+  if (column == PriceColumn::kDate) {
+    if (!is_descending) std::ranges::reverse(rows_);
+    return;
+  }
+  std::ranges::stable_sort(rows_, [&](const PriceRow& a, const PriceRow& b) {
+    const auto left = KeyOf(a, column);
+    const auto right = KeyOf(b, column);
+    if (!left || !right) return left.has_value() && !right.has_value();
+    return is_descending ? *right < *left : *left < *right;
+  });
+}
+
+std::string PriceListing::ToCsv() const {
+  std::string csv;
+  for (size_t column = 0; column < kPriceColumns; ++column) {
+    if (column > 0) csv += ',';
+    csv += column == 0 ? "年月日" : PriceColumnTitle(static_cast<PriceColumn>(column), period_);
+  }
+  csv += "\r\n";
+  for (size_t row = 0; row < rows_.size(); ++row) AppendRow(csv, *this, row, ",", "\r\n");
+  return csv;
+}
+
+std::string PriceListing::ToTabs(const std::vector<size_t>& rows) const {
+  std::string text;
+  for (const size_t row : rows) AppendRow(text, *this, row, "\t", "\n");
+  return text;
+}
+
+}  // namespace orin::lists

@@ -1,0 +1,208 @@
+#include "lists/stock_menus.h"
+
+#include <algorithm>
+#include <array>
+#include <map>
+#include <string>
+#include <utility>
+
+#include "base/utf8.h"
+#include "store/name_index.h"
+
+namespace orin::lists {
+
+using base::MasterRecord;
+
+namespace {
+
+constexpr std::string_view kCodeMenu = "証券コードメニュー";
+constexpr std::string_view kSyllabaryMenu = "５０音順メニュー";
+constexpr std::string_view kSectorMenu = "業種別メニュー";
+constexpr int kLetters = 26;
+constexpr std::array<int16_t, 3> kListings = {1, 2, 3};
+constexpr int16_t kNoSector = 0;
+
+std::string Caption(std::string_view menu, std::string_view inner) {
+  return std::string(menu) + "（" + std::string(inner) + "）";
+}
+
+/// "Ａ" for 1 ... "Ｚ" for 26, "その他" for 0.
+std::string LetterName(int letter) {
+  if (letter == 0) return "その他";
+  std::string name;
+  base::AppendUtf8(name, static_cast<char32_t>(0xFF21 + letter - 1));
+  return name;
+}
+
+void SortByCode(std::vector<MasterRecord>& stocks, const store::StockMaster& master) {
+  std::ranges::sort(stocks, {}, [&master](MasterRecord record) {
+    return std::pair(master.Stock(record).code, record);
+  });
+}
+
+StockMenu MenuOfLetter(const store::StockMaster& master, int16_t listing, int letter) {
+  StockMenu menu;
+  menu.label = LetterName(letter);
+  menu.caption = Caption(kCodeMenu, std::string(store::ListingName(listing)) + "：" + menu.label);
+  for (const MasterRecord record : master.WithInitial(letter)) {
+    const store::StockRecord& stock = master.Stock(record);
+    if (stock.listing == listing && stock.code != store::StockCode()) {
+      menu.stocks.push_back(record);
+    }
+  }
+  SortByCode(menu.stocks, master);
+  return menu;
+}
+
+StockMenu MenuByCode(const store::StockMaster& master) {
+  StockMenu root{std::string(kCodeMenu), std::string(kCodeMenu), {}, {}};
+  for (const int16_t listing : kListings) {
+    const std::string market(store::ListingName(listing));
+    StockMenu menu{market, Caption(kCodeMenu, market), {}, {}};
+    for (int letter = 1; letter <= kLetters; ++letter) {
+      menu.menus.push_back(MenuOfLetter(master, listing, letter));
+    }
+    menu.menus.push_back(MenuOfLetter(master, listing, 0));
+    root.menus.push_back(std::move(menu));
+  }
+  return root;
+}
+
+/// Characters as a syllabary key has them: large half-width kana, with "ｦ" and "ﾝ" after "ﾜ".
+struct SyllabaryRow {
+  char32_t first;
+  char32_t last;
+  const char* name;
+};
+
+constexpr std::array kRows = {
+    SyllabaryRow{0xFF71, 0xFF75, "ア行"}, SyllabaryRow{0xFF76, 0xFF7A, "カ行"},
+    SyllabaryRow{0xFF7B, 0xFF7F, "サ行"}, SyllabaryRow{0xFF80, 0xFF84, "タ行"},
+    SyllabaryRow{0xFF85, 0xFF89, "ナ行"}, SyllabaryRow{0xFF8A, 0xFF8E, "ハ行"},
+    SyllabaryRow{0xFF8F, 0xFF93, "マ行"}, SyllabaryRow{0xFF94, 0xFF96, "ヤ行"},
+    SyllabaryRow{0xFF97, 0xFF9B, "ラ行"}, SyllabaryRow{0xFF9C, 0xFF9E, "ワ行"},
+};
+
+/// The menu of a reading; readings of Latin letters have one a letter.
+std::string RowOf(const std::string& reading) {
+  const std::string key = store::SyllabaryKey(store::ReadingOfName(reading));
+  if (key.empty()) return "数字・その他";
+  const char32_t first = base::FirstCodePoint(key).value;
+  for (const SyllabaryRow& row : kRows) {
+    if (first >= row.first && first <= row.last) return row.name;
+  }
+  if (first >= U'A' && first <= U'Z') return LetterName(static_cast<int>(first - U'A') + 1);
+  return "数字・その他";
+}
+
+StockMenu MenuBySyllabary(const store::StockMaster& master,
+                          std::span<const store::IndexEntry> index) {
+  std::map<std::string, std::vector<MasterRecord>> by_row;
+  const size_t count = master.Stocks().size();
+  for (const store::IndexEntry& entry : index) {
+    const int32_t place = entry.record.Value() - 2;
+    if (place < 0 || std::cmp_greater_equal(place, count)) continue;
+    if (entry.code == store::StockCode()) continue;
+    if (master.Stock(entry.record).code != entry.code) continue;
+    by_row[RowOf(entry.reading)].push_back(entry.record);
+  }
+  StockMenu root{std::string(kSyllabaryMenu), std::string(kSyllabaryMenu), {}, {}};
+  const auto add = [&](const std::string& name) {
+    auto found = by_row.extract(name);
+    if (found.empty()) return;
+    root.menus.push_back({name, Caption(kSyllabaryMenu, name), std::move(found.mapped()), {}});
+  };
+  for (const SyllabaryRow& row : kRows) add(row.name);
+  for (int letter = 1; letter <= kLetters; ++letter) add(LetterName(letter));
+  add("数字・その他");
+  return root;
+}
+
+struct SectorStocks {
+  std::string_view name;
+  std::array<std::vector<MasterRecord>, kListings.size()> by_listing;
+};
+
+/// In the order of the sector numbers; the numbers outside the table are one sector, the last.
+std::vector<SectorStocks> StocksBySector(const store::StockMaster& master) {
+  std::map<int16_t, std::vector<MasterRecord>> by_number;
+  const auto count = static_cast<int32_t>(master.Stocks().size());
+  for (MasterRecord record(2); record.Value() < count + 2;
+       record = MasterRecord(record.Value() + 1)) {
+    const store::StockRecord& stock = master.Stock(record);
+    if (stock.code != store::StockCode()) by_number[stock.sector].push_back(record);
+  }
+  std::vector<SectorStocks> sectors;
+  SectorStocks others{store::SectorName(kNoSector), {}};
+  for (const auto& [number, records] : by_number) {
+    const std::string_view name = store::SectorName(number);
+    const bool is_other = name == others.name;
+    if (!is_other && (sectors.empty() || sectors.back().name != name)) {
+      sectors.push_back({name, {}});
+    }
+    SectorStocks& sector = is_other ? others : sectors.back();
+    for (const MasterRecord record : records) {
+      const auto* listing = std::ranges::find(kListings, master.Stock(record).listing);
+      if (listing == kListings.end()) continue;
+      sector.by_listing.at(static_cast<size_t>(listing - kListings.begin())).push_back(record);
+    }
+  }
+  sectors.push_back(std::move(others));
+  return sectors;
+}
+
+StockMenu MenuBySector(const store::StockMaster& master) {
+  StockMenu root{std::string(kSectorMenu), std::string(kSectorMenu), {}, {}};
+  for (SectorStocks& sector : StocksBySector(master)) {
+    const std::string name(sector.name);
+    StockMenu menu{name, Caption(kSectorMenu, name), {}, {}};
+    for (size_t i = 0; i < kListings.size(); ++i) {
+      auto& stocks = sector.by_listing.at(i);
+      if (stocks.empty()) continue;
+      SortByCode(stocks, master);
+      const std::string market(store::ListingName(kListings.at(i)));
+      menu.menus.push_back(
+          {market, Caption(kSectorMenu, name + "：" + market), std::move(stocks), {}});
+    }
+    if (!menu.menus.empty()) root.menus.push_back(std::move(menu));
+  }
+  return root;
+}
+
+}  // namespace
+
+std::vector<StockMenu> MakeStockMenus(const store::StockMaster& master,
+                                      std::span<const store::IndexEntry> index) {
+  return {MenuByCode(master), MenuBySyllabary(master, index), MenuBySector(master)};
+}
+
+MenuLine LineOf(const store::StockRecord& stock, std::string_view company,
+                const shell::MenuDisplaySettings& display) {
+  MenuLine line;
+  if (display.menu_code_displaytype != 2) line.code = stock.code.Text();
+  if (display.menu_code_displaytype == 1) {
+    line.code += "（" + std::string(store::ListingName(stock.listing)) + "）";
+  }
+  if (display.menu_name_displaytype != 2) {
+    const bool is_long = display.menu_name_displaytype == 1 && !company.empty();
+    line.name = is_long ? company : std::string_view(stock.name);
+  }
+  if (display.menu_category_displaytype == 1) line.sector = store::SectorName(stock.sector);
+  if (display.menu_category_displaytype == 2) line.sector = std::to_string(stock.sector);
+  return line;
+}
+
+base::Color ColorOf(const store::StockRecord& stock, const shell::MenuColorSettings& colors) {
+  const bool is_common = stock.kind == store::kKindCommonStock;
+  switch (stock.listing) {
+    case 1:
+      return is_common ? colors.mnunyse_color : colors.mnunyse_other_color;
+    case 2:
+      if (stock.kind == store::kKindSmallCap) return colors.mnu_nasdaq_sc_color;
+      return is_common ? colors.mnunasdaq_nm_color : colors.mnunasdaq_color;
+    default:
+      return is_common ? colors.mnunew_york_color : colors.mnunew_york_other_color;
+  }
+}
+
+}  // namespace orin::lists

@@ -1,0 +1,251 @@
+#include "lists/ui/pricelist_form.h"
+
+#include <QAction>
+#include <QClipboard>
+#include <QGuiApplication>
+#include <QHeaderView>
+#include <QPushButton>
+#include <QVBoxLayout>
+#include <algorithm>
+#include <array>
+#include <vector>
+
+#include "base/file_system.h"
+#include "shell/ui/qt_text.h"
+#include "store/name_index.h"
+
+namespace orin::lists {
+
+using shell::Text;
+using shell::Utf8;
+
+namespace {
+
+constexpr std::array kPeriods = {BarPeriod::kDay, BarPeriod::kWeek, BarPeriod::kMonth};
+constexpr std::array kPeriodKeys = {"Ctrl+1", "Ctrl+2", "Ctrl+3"};
+constexpr std::array kPeriodLetters = {"D", "W", "M"};
+
+BarPeriod FirstPeriod(int32_t setting) {
+  return kPeriods.at(static_cast<size_t>(std::clamp(setting, 0, 2)));
+}
+
+}  // namespace
+
+pricelist_Form::pricelist_Form(const shell::ProgramState& state, shell::Messages& messages)
+    : state_(state),
+      messages_(messages),
+      period_(FirstPeriod(state.settings.window.first_listing)),
+      model_(new PriceModel(this)),
+      view_(new QTableView(this)),
+      heading_(new QLabel(this)),
+      newest_(new QLabel(this)),
+      code_box_(new QLineEdit(this)),
+      periods_(new QButtonGroup(this)) {
+  setProperty("helpPage", QStringLiteral("price_listing"));
+  QFont large = font();
+  large.setPointSizeF(large.pointSizeF() * 1.3);
+  large.setBold(true);
+  heading_->setFont(large);
+  heading_->setTextInteractionFlags(Qt::TextSelectableByMouse);
+
+  auto* bar = new QHBoxLayout;
+  MakePeriodButtons(bar);
+  bar->addStretch();
+  auto* code_label = new QLabel(QStringLiteral("コード(&O)："), this);
+  code_label->setBuddy(code_box_);
+  code_box_->setMaxLength(static_cast<int>(store::StockCode::kWidth));
+  code_box_->setMaximumWidth(fontMetrics().averageCharWidth() * 18);
+  code_box_->setToolTip(QStringLiteral("銘柄コードを入れてEnterを押すと、その銘柄を表示します"));
+  connect(code_box_, &QLineEdit::returnPressed, this, &pricelist_Form::Code_Entered);
+  bar->addWidget(code_label);
+  bar->addWidget(code_box_);
+
+  MakeTable();
+  MakeActions();
+  auto* layout = new QVBoxLayout(this);
+  layout->addWidget(heading_);
+  layout->addWidget(newest_);
+  layout->addLayout(bar);
+  layout->addWidget(view_);
+  setFocusProxy(view_);
+}
+
+void pricelist_Form::MakePeriodButtons(QBoxLayout* layout) {
+  for (size_t i = 0; i < kPeriods.size(); ++i) {
+    auto* button = new QPushButton(Text(PeriodName(kPeriods[i])), this);
+    button->setCheckable(true);
+    button->setShortcut(QKeySequence(QLatin1String(kPeriodKeys.at(i))));
+    button->setToolTip(QLatin1String(kPeriodKeys.at(i)));
+    periods_->addButton(button, static_cast<int>(i));
+    layout->addWidget(button);
+  }
+  connect(periods_, &QButtonGroup::idClicked, this,
+          [this](int id) { ShowPeriod(kPeriods.at(static_cast<size_t>(id))); });
+}
+
+void pricelist_Form::MakeTable() {
+  view_->setModel(model_);
+  view_->setAccessibleName(QStringLiteral("株価一覧"));
+  view_->setSelectionBehavior(QAbstractItemView::SelectRows);
+  view_->setAlternatingRowColors(true);
+  view_->setShowGrid(false);
+  view_->setWordWrap(false);
+  view_->setTabKeyNavigation(false);
+  view_->verticalHeader()->hide();
+  view_->horizontalHeader()->setHighlightSections(false);
+  view_->horizontalHeader()->setSortIndicator(static_cast<int>(PriceColumn::kDate),
+                                              Qt::DescendingOrder);
+  view_->setSortingEnabled(true);
+}
+
+void pricelist_Form::MakeActions() {
+  const auto add = [this](const QString& text, const QKeySequence& key, auto handler) {
+    auto* action = new QAction(text, this);
+    action->setShortcut(key);
+    action->setShortcutContext(Qt::WidgetWithChildrenShortcut);
+    connect(action, &QAction::triggered, this, handler);
+    view_->addAction(action);
+  };
+  add(QStringLiteral("コピー(&C)"), QKeySequence::Copy, &pricelist_Form::mnu_copy_Click);
+  add(QStringLiteral("ＣＳＶに保存(&S)…"), QKeySequence::Save, &pricelist_Form::mnu_save_Click);
+  // What a tab parts is shown as the key: these keys belong to the buttons and the main window.
+  for (size_t i = 0; i < kPeriods.size(); ++i) {
+    const QString name = Text(PeriodName(kPeriods[i]));
+    const QString keys =
+        QStringLiteral("(&%1)\t%2")
+            .arg(QLatin1String(kPeriodLetters.at(i)), QLatin1String(kPeriodKeys.at(i)));
+    add(name + keys, {}, [this, i] { ShowPeriod(kPeriods[i]); });
+  }
+  add(QStringLiteral("前の銘柄(&B)\tCtrl+PgUp"), {}, &pricelist_Form::mnu_beforemeigara_Click);
+  add(QStringLiteral("次の銘柄(&N)\tCtrl+PgDown"), {}, &pricelist_Form::mnu_aftermeigara_Click);
+  view_->setContextMenuPolicy(Qt::ActionsContextMenu);
+}
+
+const store::StockRecord& pricelist_Form::Record() const {
+  return state_.store->Master().Stock(stock_);
+}
+
+PriceListing pricelist_Form::Load(BarPeriod period) const {
+  return PriceListing::Load(*state_.store, Record(), period,
+                            state_.settings.chart_action.bunkatsu_auto_check);
+}
+
+void pricelist_Form::ShowStock(base::MasterRecord stock) {
+  stock_ = stock;
+  code_ = Record().code;
+  ShowListing();
+}
+
+void pricelist_Form::ShowPeriod(BarPeriod period) {
+  period_ = period;
+  ShowListing();
+}
+
+void pricelist_Form::Reload() {
+  const base::MasterRecord stock =
+      state_.store ? state_.store->Master().Find(code_) : base::MasterRecord();
+  if (stock.IsNone()) {
+    close();
+    if (parentWidget() != nullptr) parentWidget()->close();
+    return;
+  }
+  const int row = view_->currentIndex().row();
+  ShowStock(stock);
+  if (row > 0 && row < model_->rowCount()) view_->setCurrentIndex(model_->index(row, 0));
+}
+
+void pricelist_Form::ShowListing() {
+  const QHeaderView* header = view_->horizontalHeader();
+  PriceListing listing = Load(BarPeriod::kDay);
+  ShowHeading(listing);
+  if (period_ != BarPeriod::kDay) listing = Load(period_);
+  const auto column = header->sortIndicatorSection();
+  listing.Sort(static_cast<PriceColumn>(column),
+               header->sortIndicatorOrder() == Qt::DescendingOrder);
+  model_->Show(std::move(listing));
+  view_->verticalHeader()->setDefaultSectionSize(view_->fontMetrics().height() * 3 / 2);
+  for (int section = 0; section < model_->columnCount(); ++section) {
+    const QString widest = model_->headerData(section, Qt::Horizontal, Qt::UserRole).toString();
+    view_->setColumnWidth(
+        section, view_->fontMetrics().horizontalAdvance(widest) + view_->fontMetrics().height());
+  }
+  periods_->button(static_cast<int>(period_))->setChecked(true);
+  if (model_->rowCount() > 0) view_->setCurrentIndex(model_->index(0, 0));
+}
+
+void pricelist_Form::ShowHeading(const PriceListing& daily) {
+  const store::StockRecord& stock = Record();
+  const std::string code(stock.code.Text());
+  setWindowTitle(Text("株価一覧（" + code + "：" + stock.name + "）"));
+  heading_->setText(Text(code + "　" + stock.name));
+  std::string text = std::string(store::ListingName(stock.listing)) + "　" +
+                     std::string(store::SectorName(stock.sector));
+  if (daily.Rows().empty()) {
+    newest_->setText(Text(text + "　株価がありません。"));
+    return;
+  }
+  text += "　" + daily.Text(0, PriceColumn::kDate) + "　終値 " + daily.Text(0, PriceColumn::kClose);
+  if (daily.Rows()[0].change) {
+    text += "　前日比 " + daily.Text(0, PriceColumn::kChange) + "（" +
+            daily.Text(0, PriceColumn::kChangePercent) + "）";
+  }
+  newest_->setText(Text(text));
+}
+
+/// Emptied records of the master are passed over.
+void pricelist_Form::Step(int32_t step, const char* end_sentence) {
+  const store::StockMaster& master = state_.store->Master();
+  const auto end = static_cast<int32_t>(master.Stocks().size()) + 2;
+  for (int32_t next = stock_.Value() + step; next >= 2 && next < end; next += step) {
+    if (master.Stock(base::MasterRecord(next)).code == store::StockCode()) continue;
+    ShowStock(base::MasterRecord(next));
+    return;
+  }
+  messages_.Inform(end_sentence);
+}
+
+void pricelist_Form::mnu_beforemeigara_Click() { Step(-1, "銘柄コードを先頭までサーチしました。"); }
+
+void pricelist_Form::mnu_aftermeigara_Click() { Step(1, "銘柄コードを最後までサーチしました。"); }
+
+void pricelist_Form::Code_Entered() {
+  const std::string typed = Utf8(code_box_->text().trimmed());
+  base::MasterRecord stock;
+  // Codes are upper case but for a few, whatever the width they are typed in.
+  for (const std::string& text : {typed, store::ReadingOfName(typed)}) {
+    const auto code = store::StockCode::Parse(text);
+    if (code && stock.IsNone()) stock = state_.store->Master().Find(*code);
+  }
+  if (stock.IsNone()) {
+    messages_.Warn("銘柄コードが見つかりません。");
+    code_box_->selectAll();
+    return;
+  }
+  code_box_->clear();
+  ShowStock(stock);
+  view_->setFocus();
+}
+
+void pricelist_Form::mnu_copy_Click() {
+  std::vector<size_t> rows;
+  for (const QModelIndex& index : view_->selectionModel()->selectedRows()) {
+    rows.push_back(static_cast<size_t>(index.row()));
+  }
+  if (rows.empty()) return;
+  std::ranges::sort(rows);
+  QGuiApplication::clipboard()->setText(Text(model_->Listing().ToTabs(rows)));
+}
+
+void pricelist_Form::mnu_save_Click() {
+  const std::string name = std::string(code_.Text()) + "_" + std::string(PeriodName(period_));
+  const auto path = messages_.ChooseFile({.caption = "ＣＳＶに保存",
+                                          .filter = "ＣＳＶファイル|*.csv|",
+                                          .start = name + ".csv",
+                                          .choice = shell::FileChoice::kSave});
+  if (!path) return;
+  const auto saved =
+      base::ReplaceFile(*state_.files, *path, "\xEF\xBB\xBF" + model_->Listing().ToCsv());
+  if (!saved) messages_.Warn(saved.error().message);
+}
+
+}  // namespace orin::lists

@@ -1,0 +1,64 @@
+#pragma once
+
+#include <QBoxLayout>
+#include <QButtonGroup>
+#include <QLabel>
+#include <QLineEdit>
+#include <QTableView>
+#include <QWidget>
+
+#include "base/ordinal.h"
+#include "lists/price_listing.h"
+#include "lists/ui/price_model.h"
+#include "shell/messages.h"
+#include "shell/program_state.h"
+
+namespace orin::lists {
+
+/// The prices of one stock by day, week or month.
+class pricelist_Form final : public QWidget {
+  Q_OBJECT
+
+ public:
+  /// Both outlive the window.
+  pricelist_Form(const shell::ProgramState& state, shell::Messages& messages);
+
+  /// A stock of the master of the state's store.
+  void ShowStock(base::MasterRecord stock);
+  void ShowPeriod(BarPeriod period);
+  [[nodiscard]] base::MasterRecord Stock() const { return stock_; }
+  /// After a change of the store or the settings. The stock is found again by its code; where it
+  /// is gone the window closes.
+  void Reload();
+
+ public Q_SLOTS:
+  void mnu_beforemeigara_Click();
+  void mnu_aftermeigara_Click();
+  void mnu_copy_Click();
+  void mnu_save_Click();
+
+ private:
+  void MakePeriodButtons(QBoxLayout* layout);
+  void MakeActions();
+  void MakeTable();
+  void ShowListing();
+  void ShowHeading(const PriceListing& daily);
+  void Step(int32_t step, const char* end_sentence);
+  void Code_Entered();
+  [[nodiscard]] const store::StockRecord& Record() const;
+  [[nodiscard]] PriceListing Load(BarPeriod period) const;
+
+  const shell::ProgramState& state_;
+  shell::Messages& messages_;
+  base::MasterRecord stock_;
+  store::StockCode code_;
+  BarPeriod period_;
+  PriceModel* model_;
+  QTableView* view_;
+  QLabel* heading_;
+  QLabel* newest_;
+  QLineEdit* code_box_;
+  QButtonGroup* periods_;
+};
+
+}  // namespace orin::lists

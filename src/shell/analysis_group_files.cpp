@@ -1,0 +1,42 @@
+#include "shell/analysis_group_files.h"
+
+#include <system_error>
+
+#include "base/file_system.h"
+#include "base/paths.h"
+#include "shell/settings/analysis_group.h"
+
+namespace orin::shell {
+
+namespace fs = std::filesystem;
+
+namespace {
+
+fs::path FileOfEntry(const AnalysisGroupEntry& entry, const fs::path& group_file,
+                     const fs::path& program_directory) {
+  if (entry.file.empty()) return {};
+  fs::path file = base::NativePath(entry.file, program_directory);
+  std::error_code failure;
+  if (fs::exists(file, failure)) return file;
+  fs::path beside = base::NativePath(entry.file, group_file.parent_path());
+  return fs::exists(beside, failure) ? beside : file;
+}
+
+}  // namespace
+
+base::Result<AnalysisGroupFiles> FilesOfGroup(const fs::path& group_file,
+                                              const fs::path& program_directory) {
+  const auto group = LoadAnalysisGroup(group_file);
+  if (!group) return base::Forward(group);
+  AnalysisGroupFiles files;
+  for (const AnalysisGroupEntry& entry : group->entries) {
+    files.all.push_back(FileOfEntry(entry, group_file, program_directory));
+    if (entry.IsTicked() && !entry.file.empty()) files.ticked.push_back(files.all.back());
+  }
+  if (files.ticked.empty()) {
+    return base::Fail(base::PathText(group_file) + " に実行する分析ファイルがありません。");
+  }
+  return files;
+}
+
+}  // namespace orin::shell

@@ -1,0 +1,21 @@
+#pragma once
+
+#include <filesystem>
+#include <vector>
+
+#include "base/result.h"
+
+namespace orin::shell {
+
+/// The analysis files of a group in entry order. A relative path begins at the program directory
+/// or, where there is no such file, at the group file's directory.
+struct AnalysisGroupFiles {
+  std::vector<std::filesystem::path> all;  // one an entry, empty for an entry without a file
+  std::vector<std::filesystem::path> ticked;
+};
+
+/// Fails where the group file cannot be read or none of its entries is ticked.
+base::Result<AnalysisGroupFiles> FilesOfGroup(const std::filesystem::path& group_file,
+                                              const std::filesystem::path& program_directory);
+
+}  // namespace orin::shell

@@ -1,0 +1,25 @@
+#include "shell/settings/chart_display_settings.h"
+
+#include "shell/settings/chart_display/display_rows.h"
+#include "shell/settings/setting_tables.h"
+
+namespace orin::shell {
+
+const KeyTable<ChartDisplaySettings>& ChartDisplayTable() {
+  static const KeyTable<ChartDisplaySettings> table{
+      "orin.ini",
+      "ChartDisplay",
+      {MainChartPage(), OscillatorPage(), PricePatternPage(), OriginalChartPage(),
+       DayCompositePage(), WeekCompositePage(), MonthCompositePage()}};
+  return table;
+}
+
+ChartDisplaySettings ReadChartDisplay(const base::ProfileFile& profile) {
+  return ReadGroup(profile, ChartDisplayTable());
+}
+
+void WriteChartDisplay(base::ProfileFile& profile, const ChartDisplaySettings& settings) {
+  WriteGroup(profile, ChartDisplayTable(), settings);
+}
+
+}  // namespace orin::shell

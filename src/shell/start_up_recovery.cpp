@@ -1,0 +1,75 @@
+#include <array>
+#include <filesystem>
+#include <string>
+
+#include "shell/start_up_stages.h"
+
+namespace orin::shell {
+
+namespace {
+
+constexpr const char* kStage = "複数起動、異常状態チェック";
+constexpr const char* kQuestion =
+    "ミルテが複数起動されてるか、または、ミルテの異常状態です。\n"
+    "ミルテは複数起動されていますか？\n"
+    "はい　：そのままミルテを使用します。\n"
+    "いいえ：異常状態を回復します。";
+
+constexpr std::array kListFiles = {"orin.swk", "orin.cwk", "orin.per", "orin.ser",
+                                   "orin.com", "orin.fee", "orin.ana", kAddressFile};
+
+/// What a killed instance was about to give its name. The store's own are removed as it is opened.
+std::vector<std::filesystem::path> Replaceable(const ProgramState& state) {
+  const SettingsPlaces& places = state.places;
+  const BusSettings& bus = state.settings.bus;
+  std::vector<std::filesystem::path> paths = {
+      places.ini_file,
+      places.program_directory / "orinsim.ini",
+      places.program_directory / "orinerr.txt",
+      NativeSetting(places, state.settings.common.analysis_group_file),
+      NativeSetting(places, bus.meisai_file),
+  };
+  const std::filesystem::path system_directory = state.StoreLocation().system_directory;
+  for (const char* name : kListFiles) paths.push_back(system_directory / name);
+  return paths;
+}
+
+void RemoveTemporaries(StartUpRun& run) {
+  for (std::filesystem::path path : Replaceable(run.state)) {
+    path += ".tmp";
+    run.problems.AddFailure(StartUpStep::kMultipleStart, run.state.files->Remove(path));
+  }
+}
+
+/// What a killed writer left is finished or taken back, unless a live one holds the store.
+bool RecoverOpenStore(StartUpRun& run) {
+  const store::OpenOptions options = {store::Access::kWrite, {}};
+  const auto opened = store::StockStore::Open(run.state.StoreLocation(), options, *run.state.files);
+  run.problems.AddFailure(StartUpStep::kMultipleStart, opened);
+  if (!opened) return false;
+  for (const std::string& problem : opened->Problems()) {
+    run.problems.Add(StartUpStep::kMultipleStart, problem);
+  }
+  return true;
+}
+
+void Recover(StartUpRun& run) {
+  ProgramState& state = run.state;
+  for (RunMarker* marker : {&state.program_marker, &state.user_marker}) {
+    if (marker->IsOwn()) continue;
+    run.problems.AddFailure(StartUpStep::kMultipleStart, marker->Reset(*state.files));
+  }
+  RemoveTemporaries(run);
+  if (state.store && RecoverOpenStore(run)) LoadSystemInformation(run);
+  run.problems.Show();
+}
+
+}  // namespace
+
+void CheckMultipleStart(StartUpRun& run) {
+  const ProgramState& state = run.state;
+  if (!state.program_marker.IsOfAnother() && !state.user_marker.IsOfAnother()) return;
+  if (!run.screen.Questions().AskYesNo(kQuestion, StageCaption(kStage))) Recover(run);
+}
+
+}  // namespace orin::shell

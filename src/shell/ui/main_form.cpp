@@ -1,0 +1,300 @@
+#include "shell/ui/main_form.h"
+
+#include <QApplication>
+#include <QCloseEvent>
+#include <QScreen>
+#include <QStatusBar>
+#include <algorithm>
+#include <utility>
+
+#include "shell/ui/qt_text.h"
+#include "shell/ui/settings_form.h"
+
+namespace orin::shell {
+
+namespace {
+
+/// WindowState, as the settings have it.
+constexpr int32_t kNormal = 0;
+constexpr int32_t kMaximized = 2;
+
+constexpr int32_t kTextStep = 10;  // percent
+constexpr int32_t kSmallestText = 75;
+constexpr int32_t kLargestText = 200;
+
+/// At least this much of the window's top edge is on a screen.
+bool IsOnScreen(const QRect& place) {
+  const QRect handle(place.left(), place.top(), place.width(), 32);
+  return std::ranges::any_of(QGuiApplication::screens(), [&handle](const QScreen* screen) {
+    const QRect visible = screen->availableGeometry().intersected(handle);
+    return visible.width() >= 64 && visible.height() >= 16;
+  });
+}
+
+}  // namespace
+
+main_Form::main_Form(ProgramState& state, StartUpScreen& screen, const Look& look)
+    : state_(state),
+      screen_(screen),
+      look_(look),
+      area_(new QMdiArea(this)),
+      toolbar_(new QToolBar(QStringLiteral("ツールバー"), this)),
+      store_label_(new QLabel(this)) {
+  setWindowTitle(Text(kProductName));
+  setProperty("helpPage", QStringLiteral("main_window"));
+  area_->setAccessibleName(QStringLiteral("ウィンドウの表示域"));
+  area_->setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
+  area_->setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
+  area_->setBackground(palette().brush(QPalette::Mid));
+  setCentralWidget(area_);
+  toolbar_->setMovable(false);
+  toolbar_->setObjectName(QStringLiteral("Toolbar1"));
+  addToolBar(toolbar_);
+  statusBar()->addPermanentWidget(store_label_);
+  MakeMenus();
+}
+
+main_Form::~main_Form() = default;
+
+void main_Form::Form_Load() {
+  RestorePlacement();
+  toolbar_->setVisible(state_.settings.chart_action.toolbar_check);
+  statusBar()->setVisible(state_.settings.chart_action.statusbar_check);
+  ShowStore();
+  if (state_.store && !state_.initial_stock.IsNone()) OpenStock(state_.initial_stock);
+}
+
+void main_Form::ShowStatus(const QString& status) { statusBar()->showMessage(status, 5000); }
+
+void main_Form::RestorePlacement() {
+  const auto& placement = state_.settings.orin;
+  const int line = fontMetrics().height();
+  resize(line * 60, line * 40);
+  const QRect place(placement.mdi_form_left, placement.mdi_form_top, placement.mdi_form_width,
+                    placement.mdi_form_height);
+  if (place.width() >= 200 && place.height() >= 150 && IsOnScreen(place)) setGeometry(place);
+  if (placement.window_state == kMaximized) {
+    showMaximized();
+  } else {
+    show();
+  }
+}
+
+void main_Form::KeepPlacement() {
+  const QRect place = isMaximized() || isMinimized() ? normalGeometry() : geometry();
+  auto& placement = state_.settings.orin;
+  placement.window_state = isMaximized() ? kMaximized : kNormal;
+  placement.mdi_form_top = place.top();
+  placement.mdi_form_left = place.left();
+  placement.mdi_form_width = place.width();
+  placement.mdi_form_height = place.height();
+}
+
+void main_Form::closeEvent(QCloseEvent* event) {
+  if (job_ != nullptr) {
+    job_->Stop();
+    event->ignore();
+    return;
+  }
+  KeepPlacement();
+  const auto ended = ShutDown(state_);
+  if (!ended) screen_.Questions().Warn(ended.error().message);
+  event->accept();
+}
+
+QMdiSubWindow* main_Form::Add(QWidget* window) {
+  window->setAttribute(Qt::WA_DeleteOnClose);
+  const bool is_first = area_->subWindowList().isEmpty();
+  const bool is_maximized =
+      area_->activeSubWindow() != nullptr && area_->activeSubWindow()->isMaximized();
+  QMdiSubWindow* sub_window = area_->addSubWindow(window);
+  sub_window->setWindowIcon(windowIcon());
+  // Its own key for closing would clash with that of the window menu.
+  for (QAction* action : sub_window->systemMenu()->actions()) action->setShortcut({});
+  if (is_first || is_maximized) {
+    sub_window->showMaximized();
+  } else {
+    sub_window->resize(area_->size() * 3 / 4);
+    sub_window->show();
+  }
+  window->setFocus();
+  return sub_window;
+}
+
+lists::pricelist_Form* main_Form::Listing() const {
+  auto windows = area_->subWindowList(QMdiArea::ActivationHistoryOrder);
+  std::ranges::reverse(windows);
+  for (const QMdiSubWindow* window : windows) {
+    if (auto* listing = qobject_cast<lists::pricelist_Form*>(window->widget())) return listing;
+  }
+  return nullptr;
+}
+
+void main_Form::OpenStock(base::MasterRecord stock) {
+  for (QMdiSubWindow* window : area_->subWindowList()) {
+    const auto* listing = qobject_cast<lists::pricelist_Form*>(window->widget());
+    if (listing == nullptr || listing->Stock() != stock) continue;
+    area_->setActiveSubWindow(window);
+    window->widget()->setFocus();
+    return;
+  }
+  auto* listing = new lists::pricelist_Form(state_, screen_.Questions());
+  listing->ShowStock(stock);
+  Add(listing);
+}
+
+void main_Form::OpenCode(const QString& code) {
+  if (!state_.store) return;
+  const auto parsed = store::StockCode::Parse(Utf8(code));
+  const base::MasterRecord stock =
+      parsed ? state_.store->Master().Find(*parsed) : base::MasterRecord();
+  if (stock.IsNone()) {
+    screen_.Questions().Warn("銘柄コードが見つかりません。");
+    return;
+  }
+  OpenStock(stock);
+}
+
+lists::meigaramenu_Form* main_Form::StockMenuWindow() {
+  for (QMdiSubWindow* window : area_->subWindowList()) {
+    auto* menu = qobject_cast<lists::meigaramenu_Form*>(window->widget());
+    if (menu == nullptr) continue;
+    area_->setActiveSubWindow(window);
+    return menu;
+  }
+  auto* menu = new lists::meigaramenu_Form(state_);
+  connect(menu, &lists::meigaramenu_Form::StockChosen, this,
+          [this](int record) { OpenStock(base::MasterRecord(record)); });
+  Add(menu);
+  return menu;
+}
+
+void main_Form::ShowStockMenu(const QString& caption) { StockMenuWindow()->ShowMenu(caption); }
+
+void main_Form::ShowTable(const QString& caption, lists::Table table, const QString& page) {
+  auto* window = new table_Form(caption, std::move(table), screen_.Questions());
+  window->setProperty("helpPage", page);
+  connect(window, &table_Form::CodeChosen, this, &main_Form::OpenCode);
+  Add(window);
+}
+
+void main_Form::ShowManual(const QString& page) {
+  for (QMdiSubWindow* window : area_->subWindowList()) {
+    auto* manual = qobject_cast<manual_Form*>(window->widget());
+    if (manual == nullptr) continue;
+    manual->ShowPage(page);
+    area_->setActiveSubWindow(window);
+    return;
+  }
+  auto* manual = new manual_Form;
+  Add(manual);
+  manual->ShowPage(page);
+}
+
+void main_Form::ShowStore() {
+  const bool has_store = state_.store.has_value();
+  for (QAction* action : store_actions_) action->setEnabled(has_store);
+  market_action_->setEnabled(!has_store);
+  if (!has_store) {
+    store_label_->setText(QStringLiteral("株価データがありません"));
+    return;
+  }
+  const auto& store = *state_.store;
+  const size_t stocks = store.Master().Stocks().size();
+  const QString date = store.Days().Count() > 0 ? Text(store.Days().Days().back().ToText())
+                                                : QStringLiteral("株価なし");
+  store_label_->setText(QStringLiteral("最新日付 %1　%2銘柄").arg(date).arg(stocks));
+}
+
+void main_Form::ReloadStore() {
+  LoadStore(state_, screen_);
+  MakeStockMenuEntries();
+  for (const QMdiSubWindow* window : area_->subWindowList()) {
+    if (auto* listing = qobject_cast<lists::pricelist_Form*>(window->widget())) listing->Reload();
+    if (auto* menu = qobject_cast<lists::meigaramenu_Form*>(window->widget())) menu->Reload();
+  }
+  ShowStore();
+}
+
+base::Status main_Form::Save(const Settings& changed) {
+  const auto saved = SaveSettings(*state_.files, state_.places, state_.saved_settings, changed);
+  if (saved) state_.saved_settings = changed;
+  return saved;
+}
+
+void main_Form::ApplySettings(const Settings& changed) {
+  const bool is_elsewhere = changed.bus != state_.settings.bus;
+  state_.settings = changed;
+  look_.Apply(static_cast<Theme>(changed.window.theme), changed.window.font_percent);
+  toolbar_->setVisible(changed.chart_action.toolbar_check);
+  statusBar()->setVisible(changed.chart_action.statusbar_check);
+  ShowChecks();
+  if (is_elsewhere) {
+    ReloadStore();
+    return;
+  }
+  for (const QMdiSubWindow* window : area_->subWindowList()) {
+    if (auto* listing = qobject_cast<lists::pricelist_Form*>(window->widget())) listing->Reload();
+    if (auto* menu = qobject_cast<lists::meigaramenu_Form*>(window->widget())) menu->Reload();
+  }
+}
+
+void main_Form::ShowChecks() {
+  toolbar_action_->setChecked(state_.settings.chart_action.toolbar_check);
+  statusbar_action_->setChecked(state_.settings.chart_action.statusbar_check);
+  for (size_t i = 0; i < theme_actions_.size(); ++i) {
+    theme_actions_[i]->setChecked(std::cmp_equal(state_.settings.window.theme, i));
+  }
+}
+
+void main_Form::ChangeTextSize(int32_t percent) {
+  Settings changed = state_.settings;
+  changed.window.font_percent = std::clamp(percent, kSmallestText, kLargestText);
+  ApplySettings(changed);
+}
+
+void main_Form::ChooseTheme(Theme theme) {
+  Settings changed = state_.settings;
+  changed.window.theme = static_cast<int32_t>(theme);
+  ApplySettings(changed);
+}
+
+void main_Form::mnu_larger_Click() {
+  ChangeTextSize(state_.settings.window.font_percent + kTextStep);
+}
+
+void main_Form::mnu_smaller_Click() {
+  ChangeTextSize(state_.settings.window.font_percent - kTextStep);
+}
+
+void main_Form::mnu_normal_Click() { ChangeTextSize(100); }
+
+void main_Form::mnu_toolbar_Click() {
+  Settings changed = state_.settings;
+  changed.chart_action.toolbar_check = toolbar_action_->isChecked();
+  ApplySettings(changed);
+}
+
+void main_Form::mnu_statusbar_Click() {
+  Settings changed = state_.settings;
+  changed.chart_action.statusbar_check = statusbar_action_->isChecked();
+  ApplySettings(changed);
+}
+
+void main_Form::mnu_settings_Click() {
+  settings_Form form(state_.settings, state_.places, screen_.Questions(),
+                     [this](const Settings& changed) {
+                       const auto saved = Save(changed);
+                       if (saved) ApplySettings(changed);
+                       return saved;
+                     });
+  form.exec();
+}
+
+void main_Form::Fail(const std::string& stage, const std::string& sentence) {
+  // A full disk that stops the job stops the log too; the message is what counts.
+  static_cast<void>(state_.error_log.Append(0, stage, sentence));
+  screen_.Questions().Warn(sentence, StageCaption(stage));
+}
+
+}  // namespace orin::shell

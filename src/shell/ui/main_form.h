@@ -1,0 +1,132 @@
+#pragma once
+
+#include <QAction>
+#include <QLabel>
+#include <QMainWindow>
+#include <QMdiArea>
+#include <QMdiSubWindow>
+#include <QMenu>
+#include <QToolBar>
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "base/ordinal.h"
+#include "lists/stock_menus.h"
+#include "lists/table.h"
+#include "lists/ui/meigaramenu_form.h"
+#include "lists/ui/pricelist_form.h"
+#include "shell/start_up.h"
+#include "shell/ui/job_progress.h"
+#include "shell/ui/look.h"
+#include "shell/ui/manual_form.h"
+#include "shell/ui/table_form.h"
+#include "store/file_names.h"
+
+namespace orin::shell {
+
+/// The main window: an area of windows, the menus that reach everything, toolbar and status bar.
+class main_Form final : public QMainWindow {
+  Q_OBJECT
+
+ public:
+  /// All of them outlive the window.
+  main_Form(ProgramState& state, StartUpScreen& screen, const Look& look);
+  ~main_Form() override;
+  main_Form(const main_Form&) = delete;
+  main_Form& operator=(const main_Form&) = delete;
+
+  /// Shows the window where it was last and the price listing of the initial stock.
+  void Form_Load();
+  /// A line in the status bar.
+  void ShowStatus(const QString& status);
+  /// The window of the stock's prices: one that shows it already, else a new one.
+  void OpenStock(base::MasterRecord stock);
+
+ public Q_SLOTS:
+  void mnu_market_Click();
+  void mnu_update_csv_Click();
+  void mnu_company_read_Click();
+  void mnu_company_write_Click();
+  void mnu_search_Click();
+  void mnu_pricelist_Click();
+  void mnu_beforemeigara_Click();
+  void mnu_aftermeigara_Click();
+  void mnu_analysis_Click();
+  void mnu_koumoku_Click();
+  void mnu_toolbar_Click();
+  void mnu_statusbar_Click();
+  void mnu_larger_Click();
+  void mnu_smaller_Click();
+  void mnu_normal_Click();
+  void mnu_check_Click();
+  void mnu_bunkatsu_Click();
+  void mnu_master_Click();
+  void mnu_errorlog_Click();
+  void mnu_settings_Click();
+  void mnu_help_Click();
+  void mnu_contents_Click();
+  void mnu_about_Click();
+
+ protected:
+  void closeEvent(QCloseEvent* event) override;
+
+ private:
+  struct Command;
+  static const std::vector<Command>& Commands();
+
+  void MakeMenus();
+  QAction* AddCommand(const Command& command, QMenu* menu);
+  void MakeStockMenuEntries();
+  void FillStockMenu(QMenu* menu, const lists::StockMenu& content);
+  void MakeSystemFileEntries(QMenu* menu);
+  void MakeThemeEntries(QMenu* menu);
+  void MakeWindowEntries();
+  void ListWindows();
+  void RestorePlacement();
+  void KeepPlacement();
+
+  void ShowStore();
+  void ShowChecks();
+  void ReloadStore();
+  void ApplySettings(const Settings& changed);
+  void ChangeTextSize(int32_t percent);
+  void ChooseTheme(Theme theme);
+  [[nodiscard]] base::Status Save(const Settings& changed);
+
+  QMdiSubWindow* Add(QWidget* window);
+  /// The price listing that is in front, else the newest one.
+  [[nodiscard]] lists::pricelist_Form* Listing() const;
+  [[nodiscard]] lists::meigaramenu_Form* StockMenuWindow();
+  void ShowStockMenu(const QString& caption);
+  void ShowTable(const QString& caption, lists::Table table, const QString& page);
+  void ShowSystemFile(store::FileKind kind, const QString& caption);
+  void ShowManual(const QString& page);
+  void OpenCode(const QString& code);
+
+  /// Runs a job that changes the store and reads the store anew. The job gives what to tell.
+  void ChangeStore(
+      const std::string& stage,
+      const std::function<base::Result<std::string>(store::StockStore&, base::Progress&)>& job);
+  /// Tells what went wrong and keeps it in the log.
+  void Fail(const std::string& stage, const std::string& sentence);
+
+  ProgramState& state_;
+  StartUpScreen& screen_;
+  const Look& look_;
+  QMdiArea* area_;
+  QToolBar* toolbar_;
+  QLabel* store_label_;
+  QMenu* window_menu_ = nullptr;
+  std::vector<QAction*> store_actions_;   // those that need a store
+  std::vector<QAction*> window_actions_;  // those that need a window
+  std::vector<QAction*> listed_windows_;
+  QAction* market_action_ = nullptr;
+  QAction* toolbar_action_ = nullptr;
+  QAction* statusbar_action_ = nullptr;
+  std::vector<QAction*> theme_actions_;
+  std::vector<QMenu*> stock_menus_;
+  JobProgress* job_ = nullptr;  // the one under way
+};
+
+}  // namespace orin::shell

@@ -1,0 +1,257 @@
+#include <QMessageBox>
+#include <QStatusBar>
+#include <utility>
+
+#include "acquire/company_list.h"
+#include "acquire/csv_update.h"
+#include "analysis/items/item_catalogue.h"
+#include "base/cp932.h"
+#include "base/file_system.h"
+#include "base/text.h"
+#include "screening/screening_run.h"
+#include "shell/analysis_group_files.h"
+#include "shell/store_places.h"
+#include "shell/ui/assistant_form.h"
+#include "shell/ui/main_form.h"
+#include "shell/ui/qt_text.h"
+#include "store/file_names.h"
+#include "store/store_check.h"
+#include "store/system_file_listing.h"
+
+// What the menus of the main window do with the store.
+
+namespace orin::shell {
+
+namespace {
+
+std::string Number(int64_t count) { return std::to_string(count); }
+
+/// What a CSV update did, in lines.
+std::string SummaryText(const acquire::CsvUpdateSummary& summary) {
+  std::string text =
+      summary.stopped ? "ＣＳＶ株価更新を途中で中止しました。もう一度実行すると続きから更新します。"
+                      : "ＣＳＶ株価更新が終了しました。";
+  text += "\nファイル：" + Number(summary.files) + "　銘柄：" + Number(summary.stocks) +
+          "　取引日：" + Number(summary.days) + "　追加した銘柄：" + Number(summary.added_stocks);
+  if (summary.problems.empty()) return text;
+  return text + "\n" + Number(static_cast<int64_t>(summary.problems.size())) + "件の問題を " +
+         base::PathText(summary.log_file) + " に記録しました（最初の問題：" +
+         summary.problems.front() + "）。";
+}
+
+lists::Table TableOfItems() {
+  lists::Table table{{"項目", "引数", "分類"}, {}};
+  for (const analysis::ItemGroup& group : analysis::ItemGroups()) {
+    for (const analysis::ItemEntry& entry : group.rows) {
+      for (const analysis::SeriesForm form : analysis::kAllForms) {
+        if (!entry.HasForm(form)) continue;
+        std::string labels;
+        for (const std::string& label : analysis::ArgumentLabels(entry, form)) {
+          labels += (labels.empty() ? "" : "、") + label;
+        }
+        table.rows.push_back(
+            {analysis::ShownName(entry, form), std::move(labels), std::string(group.title)});
+      }
+    }
+  }
+  return table;
+}
+
+}  // namespace
+
+void main_Form::ChangeStore(
+    const std::string& stage,
+    const std::function<base::Result<std::string>(store::StockStore&, base::Progress&)>& job) {
+  base::Result<std::string> told;
+  {
+    auto opened =
+        store::StockStore::Open(state_.StoreLocation(), {store::Access::kWrite, {}}, *state_.files);
+    if (!opened) {
+      Fail(stage, opened.error().message);
+      return;
+    }
+    JobProgress progress(this, Text(StageCaption(stage)));
+    job_ = &progress;
+    told = job(*opened, progress);
+    job_ = nullptr;
+  }
+  // What was committed before a failure counts too.
+  ReloadStore();
+  if (told) {
+    screen_.Questions().Inform(*told, StageCaption(stage));
+  } else {
+    Fail(stage, told.error().message);
+  }
+}
+
+void main_Form::mnu_market_Click() {
+  assistant_Form form(state_.StoreLocation(), state_.places, *state_.files, screen_.Questions());
+  if (form.exec() != QDialog::Accepted) return;
+  ReadSettingsAnew(state_);
+  ReloadStore();
+  if (state_.store && !state_.initial_stock.IsNone()) OpenStock(state_.initial_stock);
+}
+
+void main_Form::mnu_update_csv_Click() {
+  const auto directory = screen_.Questions().ChooseFile(
+      {.caption = "日足の銘柄コード.csvのフォルダ",
+       .start = NativeSetting(state_.places, state_.settings.bus.csvday_dir),
+       .choice = FileChoice::kDirectory});
+  if (!directory) return;
+  acquire::CsvUpdateSource source;
+  source.daily_directory = *directory;
+  source.weekly_directory = NativeSetting(state_.places, state_.settings.bus.csvweek_dir);
+  std::error_code failure;
+  if (std::filesystem::exists(*directory / "stocks.csv", failure)) {
+    source.stock_list = *directory / "stocks.csv";
+  }
+  ChangeStore("ＣＳＶ株価更新",
+              [&](store::StockStore& store, base::Progress& progress) -> base::Result<std::string> {
+                const auto summary = acquire::UpdateFromCsv(store, source, *state_.files, progress);
+                if (!summary) return base::Forward(summary);
+                return SummaryText(*summary);
+              });
+}
+
+void main_Form::mnu_company_read_Click() {
+  const auto file = screen_.Questions().ChooseFile({.caption = "会社情報のＣＳＶファイル",
+                                                    .filter = "ＣＳＶファイル|*.csv|",
+                                                    .start = state_.places.program_directory});
+  if (!file) return;
+  ChangeStore("会社情報の取り込み",
+              [&](store::StockStore& store, base::Progress&) -> base::Result<std::string> {
+                const auto summary = acquire::ImportCompanies(store, *file);
+                if (!summary) return base::Forward(summary);
+                std::string text = Number(summary->stocks) +
+                                   "銘柄の会社情報を読み込みました。変わった値は" +
+                                   Number(summary->values) + "件です。";
+                if (!summary->problems.empty()) text += "\n" + summary->problems.front();
+                return text;
+              });
+}
+
+void main_Form::mnu_company_write_Click() {
+  const auto file =
+      screen_.Questions().ChooseFile({.caption = "会社情報の保存",
+                                      .filter = "ＣＳＶファイル|*.csv|",
+                                      .start = state_.places.program_directory / "会社情報.csv",
+                                      .choice = FileChoice::kSave});
+  if (!file) return;
+  const auto saved = base::ReplaceFile(
+      *state_.files, *file, acquire::FormatCompanyList(state_.store->Master(), state_.companies));
+  if (!saved) Fail("会社情報の保存", saved.error().message);
+}
+
+void main_Form::mnu_analysis_Click() {
+  const std::string stage = "株価分析";
+  const auto group =
+      FilesOfGroup(NativeSetting(state_.places, state_.settings.common.analysis_group_file),
+                   state_.places.program_directory);
+  if (!group) {
+    Fail(stage, group.error().message);
+    return;
+  }
+  const auto first_file = ChosenFirstFile(state_.settings.common);
+  if (!first_file) {
+    Fail(stage, first_file.error().message);
+    return;
+  }
+  const auto store = store::StockStore::Open(state_.store->Location(),
+                                             {store::Access::kRead, *first_file}, *state_.files);
+  if (!store) {
+    Fail(stage, store.error().message);
+    return;
+  }
+  const screening::RunOptions options{state_.places.program_directory,
+                                      state_.settings.chart_action.bunkatsu_auto_check,
+                                      screening::DaysOfGroup(*store, group->all)};
+  std::vector<screening::RunResult> results;
+  {
+    JobProgress progress(this, Text(StageCaption(stage)));
+    job_ = &progress;
+    for (const auto& file : group->ticked) {
+      auto result = screening::RunAnalysisFile(*store, file, options, *state_.files, progress);
+      if (result) {
+        results.push_back(std::move(*result));
+        continue;
+      }
+      Fail(stage, result.error().message);
+      if (!progress.Report(stage, 0, 0)) break;
+    }
+    job_ = nullptr;
+  }
+  setWindowTitle(QStringLiteral("ミルテ（株価分析終了）"));
+  for (const screening::RunResult& result : results) {
+    const auto bytes = base::ReadFile(result.result_list);
+    if (!bytes) continue;
+    auto list = lists::TableOfList(base::DecodeText(*bytes).text);
+    ShowTable(QStringLiteral("分析結果（%1：%2）").arg(Text(list.title), Text(list.date)),
+              std::move(list.table), QStringLiteral("screening"));
+  }
+  screen_.Questions().Inform("株価チェックが終了しました。");
+  setWindowTitle(Text(kProductName));
+}
+
+void main_Form::mnu_koumoku_Click() {
+  ShowTable(QStringLiteral("分析項目一覧"), TableOfItems(), QStringLiteral("items"));
+}
+
+void main_Form::mnu_check_Click() {
+  const std::string stage = "株価データの検査";
+  base::Result<std::vector<std::string>> findings;
+  {
+    JobProgress progress(this, Text(StageCaption(stage)));
+    job_ = &progress;
+    findings = store::CheckStore(state_.StoreLocation(), progress, *state_.files);
+    job_ = nullptr;
+  }
+  if (!findings) {
+    Fail(stage, findings.error().message);
+  } else if (findings->empty()) {
+    screen_.Questions().Inform("株価データに問題はありません。", StageCaption(stage));
+  } else {
+    ShowTable(QStringLiteral("株価データの検査"),
+              lists::TableOfSentences("見つかった問題", *findings), QStringLiteral("trouble"));
+  }
+}
+
+void main_Form::mnu_master_Click() {
+  const store::StockMaster& master = state_.store->Master();
+  ShowTable(QStringLiteral("銘柄マスター一覧"), lists::TableOfMaster(master, master.AllRecords()),
+            QStringLiteral("main_window"));
+}
+
+void main_Form::mnu_bunkatsu_Click() {
+  ShowTable(QStringLiteral("株式分割一覧"), lists::TableOfSplits(state_.store->Splits()),
+            QStringLiteral("main_window"));
+}
+
+void main_Form::mnu_errorlog_Click() {
+  const auto path = state_.places.program_directory / "orinerr.txt";
+  std::error_code failure;
+  if (!std::filesystem::exists(path, failure)) {
+    screen_.Questions().Inform("エラーの記録はありません。");
+    return;
+  }
+  const auto bytes = base::ReadFile(path);
+  if (!bytes) {
+    Fail("エラーの記録", bytes.error().message);
+    return;
+  }
+  std::vector<std::string> lines;
+  const std::string text = base::DecodeText(*bytes).text;
+  for (const std::string_view line : base::SplitLines(text)) lines.emplace_back(line);
+  ShowTable(QStringLiteral("エラーの記録"), lists::TableOfSentences("記録", lines),
+            QStringLiteral("trouble"));
+}
+
+void main_Form::ShowSystemFile(store::FileKind kind, const QString& caption) {
+  const auto csv = store::ListSystemFile(store::PathOf(state_.StoreLocation(), {kind, 0}));
+  if (!csv) {
+    Fail("システムファイル", csv.error().message);
+    return;
+  }
+  ShowTable(caption, lists::TableFromCsv(*csv), QStringLiteral("main_window"));
+}
+
+}  // namespace orin::shell

@@ -1,0 +1,98 @@
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <random>
+
+#include "program_home.h"
+#include "support/faulty_file_system.h"
+
+namespace orin::shell {
+namespace {
+
+using support::Bytes;
+using support::PutFile;
+using ::testing::ElementsAre;
+using ::testing::HasSubstr;
+using ::testing::IsEmpty;
+
+/// A store where the settings name none.
+void PutStoreIntoProgramDirectory(const ProgramHome& home) {
+  std::filesystem::copy(home.System(), home.Program());
+  std::filesystem::copy(home.Store().data_directory, home.Program() / "data");
+}
+
+TEST(StartUpSettings, DirectoryInPlaceOfTheSettingsIsOneWarningAndStays) {
+  ProgramHome home;
+  PutStoreIntoProgramDirectory(home);
+  std::filesystem::remove(home.Places().ini_file);
+  std::filesystem::create_directory(home.Places().ini_file);
+  const auto state = home.Start();
+  ASSERT_THAT(home.Screen().Texts(), ElementsAre(HasSubstr("orin.ini")));
+  EXPECT_EQ(home.Screen().Questions().Shown().front().icon, Icon::kWarning);
+  EXPECT_TRUE(state->store);
+  EXPECT_EQ(state->settings.common.analysis_group_file, "orin.chk");
+  state->settings.bus.comp_file = "other.txt";
+  EXPECT_TRUE(ShutDown(*state));
+  EXPECT_TRUE(std::filesystem::is_directory(home.Places().ini_file));
+  EXPECT_THAT(home.Log(), HasSubstr("ミルテエラーＮＯ：30\r\n"));
+}
+
+TEST(StartUpSettings, SettingsReadableAgainAreNotOverwrittenWithDefaults) {
+  ProgramHome home;
+  PutStoreIntoProgramDirectory(home);
+  const std::string written = Bytes(home.Places().ini_file);
+  std::filesystem::remove(home.Places().ini_file);
+  std::filesystem::create_directory(home.Places().ini_file);
+  const auto state = home.Start();
+  std::filesystem::remove(home.Places().ini_file);
+  PutFile(home.Places().ini_file, written);
+  state->settings.bus.comp_file = "other.txt";
+  EXPECT_TRUE(ShutDown(*state));
+  EXPECT_EQ(Bytes(home.Places().ini_file), written);
+}
+
+TEST(StartUpSettings, TenMegabytesOfGarbageGiveDefaultsAndStayAsTheyAre) {
+  ProgramHome home;
+  PutStoreIntoProgramDirectory(home);
+  std::mt19937 random(7);
+  std::string garbage(size_t{10} << 20, '\0');
+  for (char& byte : garbage) byte = static_cast<char>(random());
+  PutFile(home.Places().ini_file, garbage);
+  const auto state = home.Start();
+  EXPECT_THAT(home.Screen().Texts(), IsEmpty());
+  EXPECT_TRUE(state->store);
+  EXPECT_TRUE(ShutDown(*state));
+  EXPECT_EQ(Bytes(home.Places().ini_file), garbage);
+}
+
+TEST(StartUpSettings, ShutDownWritesWhatChangedAndNothingElse) {
+  ProgramHome home;
+  home.WriteSettings("; a comment\r\n");
+  const std::string before = Bytes(home.Places().ini_file);
+  const auto state = home.Start();
+  ASSERT_TRUE(ShutDown(*state));
+  EXPECT_EQ(Bytes(home.Places().ini_file), before);
+  state->settings.bus.comp_file = "other.txt";
+  ASSERT_TRUE(ShutDown(*state));
+  EXPECT_THAT(Bytes(home.Places().ini_file), HasSubstr("; a comment\r\n"));
+  const auto saved = LoadSettings(home.Places());
+  ASSERT_TRUE(saved);
+  EXPECT_EQ(saved->bus.comp_file, "other.txt");
+  EXPECT_EQ(*saved, state->settings);
+}
+
+TEST(StartUpSettings, SettingsThatCannotBeSavedAreToldAndTheMarkersGo) {
+  ProgramHome home;
+  support::FaultyFileSystem files;
+  const auto state = home.Start(files);
+  state->settings.bus.comp_file = "other.txt";
+  files.LimitGrowth(0);
+  const base::Status ended = ShutDown(*state);
+  ASSERT_FALSE(ended);
+  EXPECT_THAT(ended.error().message, HasSubstr("orin.ini"));
+  EXPECT_FALSE(std::filesystem::exists(home.Program() / "orin.act"));
+  EXPECT_FALSE(std::filesystem::exists(home.SettingsDirectory() / "orinuser.act"));
+  EXPECT_NE(state->settings, state->saved_settings);
+}
+
+}  // namespace
+}  // namespace orin::shell
