@@ -143,7 +143,8 @@ void meigaramenu_Form::FillTree() {
 
 void meigaramenu_Form::AddMenus(QTreeWidgetItem* parent, const std::vector<StockMenu>& menus) {
   for (const StockMenu& menu : menus) {
-    auto* item = new QTreeWidgetItem(parent, {Text(menu.label)});
+    auto* item = new QTreeWidgetItem(QStringList{Text(menu.label)});
+    parent->addChild(item);
     if (menu.menus.empty()) {
       item->setData(0, kLeafRole, static_cast<qulonglong>(leaves_.size()));
       leaves_.push_back(&menu);
@@ -171,6 +172,12 @@ void meigaramenu_Form::PaintAsSet() {
 }
 
 /// The name has what the others leave.
+void meigaramenu_Form::changeEvent(QEvent* event) {
+  // The size of texts reaches a window only after the settings have changed.
+  if (event->type() == QEvent::FontChange) SizeColumns();
+  QWidget::changeEvent(event);
+}
+
 void meigaramenu_Form::SizeColumns() {
   const QFontMetrics metrics = view_->fontMetrics();
   view_->verticalHeader()->setDefaultSectionSize(metrics.height() * 3 / 2);

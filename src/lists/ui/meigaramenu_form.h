@@ -35,6 +35,7 @@ class meigaramenu_Form final : public QWidget {
 
  protected:
   bool eventFilter(QObject* watched, QEvent* event) override;
+  void changeEvent(QEvent* event) override;
 
  private:
   void MakeTable();

@@ -3,8 +3,8 @@
 #include <QColor>
 #include <QGuiApplication>
 #include <QPalette>
-#include <array>
 #include <map>
+#include <string>
 #include <utility>
 #include <vector>
 
@@ -13,15 +13,6 @@
 namespace orin::lists {
 
 using shell::Text;
-
-namespace {
-
-/// A text as wide as the widest of its column, so that widths need not be found row by row.
-constexpr std::array kWidest = {"0000/00/00",     "0,000,000.0000", "0,000,000.0000",
-                                "0,000,000.0000", "0,000,000.0000", "+000,000.0000",
-                                "+0,000.00％",    "000,000,000,000"};
-
-}  // namespace
 
 QColor ColorOfChange(base::Currency change, const QPalette& palette) {
   if (change == base::Currency()) return palette.color(QPalette::Text);
@@ -67,8 +58,16 @@ QVariant PriceModel::headerData(int section, Qt::Orientation orientation, int ro
   if (role == Qt::TextAlignmentRole) {
     return QVariant((section == 0 ? Qt::AlignLeft : Qt::AlignRight) | Qt::AlignVCenter);
   }
-  if (role == Qt::UserRole) return Text(kWidest.at(static_cast<size_t>(section)));
   return {};
+}
+
+QString PriceModel::LongestText(int column) const {
+  std::string longest;
+  for (size_t row = 0; row < listing_.Rows().size(); ++row) {
+    std::string text = listing_.Text(row, static_cast<PriceColumn>(column));
+    if (text.size() > longest.size()) longest = std::move(text);
+  }
+  return Text(longest);
 }
 
 base::Date PriceModel::DateAt(int row) const {

@@ -21,6 +21,8 @@ class PriceModel final : public QAbstractTableModel {
   [[nodiscard]] QVariant headerData(int section, Qt::Orientation orientation,
                                     int role) const override;
   void sort(int column, Qt::SortOrder order) override;
+  /// The longest text of the column, as an estimate of its width.
+  [[nodiscard]] QString LongestText(int column) const;
 
  private:
   [[nodiscard]] base::Date DateAt(int row) const;

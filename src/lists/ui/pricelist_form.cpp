@@ -2,6 +2,7 @@
 
 #include <QAction>
 #include <QClipboard>
+#include <QEvent>
 #include <QGuiApplication>
 #include <QHeaderView>
 #include <QPushButton>
@@ -42,10 +43,6 @@ pricelist_Form::pricelist_Form(const shell::ProgramState& state, shell::Messages
       code_box_(new QLineEdit(this)),
       periods_(new QButtonGroup(this)) {
   setProperty("helpPage", QStringLiteral("price_listing"));
-  QFont large = font();
-  large.setPointSizeF(large.pointSizeF() * 1.3);
-  large.setBold(true);
-  heading_->setFont(large);
   heading_->setTextInteractionFlags(Qt::TextSelectableByMouse);
 
   auto* bar = new QHBoxLayout;
@@ -54,7 +51,6 @@ pricelist_Form::pricelist_Form(const shell::ProgramState& state, shell::Messages
   auto* code_label = new QLabel(QStringLiteral("コード(&O)："), this);
   code_label->setBuddy(code_box_);
   code_box_->setMaxLength(static_cast<int>(store::StockCode::kWidth));
-  code_box_->setMaximumWidth(fontMetrics().averageCharWidth() * 18);
   code_box_->setToolTip(QStringLiteral("銘柄コードを入れてEnterを押すと、その銘柄を表示します"));
   connect(code_box_, &QLineEdit::returnPressed, this, &pricelist_Form::Code_Entered);
   bar->addWidget(code_label);
@@ -163,14 +159,46 @@ void pricelist_Form::ShowListing() {
   listing.Sort(static_cast<PriceColumn>(column),
                header->sortIndicatorOrder() == Qt::DescendingOrder);
   model_->Show(std::move(listing));
-  view_->verticalHeader()->setDefaultSectionSize(view_->fontMetrics().height() * 3 / 2);
-  for (int section = 0; section < model_->columnCount(); ++section) {
-    const QString widest = model_->headerData(section, Qt::Horizontal, Qt::UserRole).toString();
-    view_->setColumnWidth(
-        section, view_->fontMetrics().horizontalAdvance(widest) + view_->fontMetrics().height());
-  }
-  periods_->button(static_cast<int>(period_))->setChecked(true);
+  FitToFont();
+  MarkPeriod();
   if (model_->rowCount() > 0) view_->setCurrentIndex(model_->index(0, 0));
+}
+
+void pricelist_Form::FitToFont() {
+  QFont large = font();
+  large.setPointSizeF(large.pointSizeF() * 1.3);
+  large.setBold(true);
+  heading_->setFont(large);
+  code_box_->setMaximumWidth(fontMetrics().averageCharWidth() * 18);
+  const QFontMetrics metrics = view_->fontMetrics();
+  view_->verticalHeader()->setDefaultSectionSize(metrics.height() * 3 / 2);
+  for (int section = 0; section < model_->columnCount(); ++section) {
+    const QString title = model_->headerData(section, Qt::Horizontal, Qt::DisplayRole).toString();
+    const int text_width = metrics.horizontalAdvance(model_->LongestText(section));
+    // The mark of the order stands beside the title.
+    const int title_width = metrics.horizontalAdvance(title) + metrics.height();
+    view_->setColumnWidth(section,
+                          std::max(text_width, title_width) + 2 * metrics.averageCharWidth());
+  }
+}
+
+void pricelist_Form::changeEvent(QEvent* event) {
+  // The size of texts and the colours reach a window only after the settings have changed.
+  if (event->type() == QEvent::FontChange) FitToFont();
+  if (event->type() == QEvent::PaletteChange) MarkPeriod();
+  QWidget::changeEvent(event);
+}
+
+void pricelist_Form::MarkPeriod() {
+  const QPalette plain = palette();
+  QPalette marked = plain;
+  marked.setBrush(QPalette::Button, plain.brush(QPalette::Highlight));
+  marked.setBrush(QPalette::ButtonText, plain.brush(QPalette::HighlightedText));
+  for (QAbstractButton* button : periods_->buttons()) {
+    const bool is_shown = periods_->id(button) == static_cast<int>(period_);
+    button->setChecked(is_shown);
+    button->setPalette(is_shown ? marked : QPalette());
+  }
 }
 
 void pricelist_Form::ShowHeading(const PriceListing& daily) {

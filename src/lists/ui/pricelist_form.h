@@ -37,11 +37,16 @@ class pricelist_Form final : public QWidget {
   void mnu_copy_Click();
   void mnu_save_Click();
 
+ protected:
+  void changeEvent(QEvent* event) override;
+
  private:
   void MakePeriodButtons(QBoxLayout* layout);
   void MakeActions();
   void MakeTable();
   void ShowListing();
+  void FitToFont();
+  void MarkPeriod();
   void ShowHeading(const PriceListing& daily);
   void Step(int32_t step, const char* end_sentence);
   void Code_Entered();

@@ -39,7 +39,8 @@ main_Form::main_Form(ProgramState& state, StartUpScreen& screen, const Look& loo
       look_(look),
       area_(new QMdiArea(this)),
       toolbar_(new QToolBar(QStringLiteral("ツールバー"), this)),
-      store_label_(new QLabel(this)) {
+      store_label_(new QLabel(this)),
+      themes_(new QActionGroup(this)) {
   setWindowTitle(Text(kProductName));
   setProperty("helpPage", QStringLiteral("main_window"));
   area_->setAccessibleName(QStringLiteral("ウィンドウの表示域"));
@@ -242,9 +243,7 @@ void main_Form::ApplySettings(const Settings& changed) {
 void main_Form::ShowChecks() {
   toolbar_action_->setChecked(state_.settings.chart_action.toolbar_check);
   statusbar_action_->setChecked(state_.settings.chart_action.statusbar_check);
-  for (size_t i = 0; i < theme_actions_.size(); ++i) {
-    theme_actions_[i]->setChecked(std::cmp_equal(state_.settings.window.theme, i));
-  }
+  themes_->actions()[std::clamp(state_.settings.window.theme, 0, 2)]->setChecked(true);
 }
 
 void main_Form::ChangeTextSize(int32_t percent) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QAction>
+#include <QActionGroup>
 #include <QLabel>
 #include <QMainWindow>
 #include <QMdiArea>
@@ -117,6 +118,7 @@ class main_Form final : public QMainWindow {
   QMdiArea* area_;
   QToolBar* toolbar_;
   QLabel* store_label_;
+  QActionGroup* themes_;  // in the order of Theme
   QMenu* window_menu_ = nullptr;
   std::vector<QAction*> store_actions_;   // those that need a store
   std::vector<QAction*> window_actions_;  // those that need a window
@@ -124,7 +126,6 @@ class main_Form final : public QMainWindow {
   QAction* market_action_ = nullptr;
   QAction* toolbar_action_ = nullptr;
   QAction* statusbar_action_ = nullptr;
-  std::vector<QAction*> theme_actions_;
   std::vector<QMenu*> stock_menus_;
   JobProgress* job_ = nullptr;  // the one under way
 };

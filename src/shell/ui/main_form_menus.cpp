@@ -43,7 +43,7 @@ constexpr std::array kSystemFiles = {
 
 const std::vector<main_Form::Command>& main_Form::Commands() {
   using Form = main_Form;
-  static const std::vector<Command> kCommands = {
+  static const std::vector<Command> commands = {
       {kMenus[0], "株価データを用意する(&N)…", "",
        "見本市場、空の株価データ、ＣＳＶファイルのどれかで始めます", &Form::mnu_market_Click},
       {kMenus[0], "ＣＳＶ株価更新(&U)…", "Ctrl+U", "ＣＳＶファイルから株価を取り込みます",
@@ -87,7 +87,7 @@ const std::vector<main_Form::Command>& main_Form::Commands() {
       {kMenus[7], "使い方の目次(&I)", "", "使い方の目次を表示します", &Form::mnu_contents_Click},
       {kMenus[7], "ミルテについて(&A)", "", "版を表示します", &Form::mnu_about_Click},
   };
-  return kCommands;
+  return commands;
 }
 
 QAction* main_Form::AddCommand(const Command& command, QMenu* menu) {
@@ -145,14 +145,12 @@ void main_Form::MakeThemeEntries(QMenu* menu) {
   statusbar_action_ =
       add_check(QStringLiteral("ステータスバー(&B)"), &main_Form::mnu_statusbar_Click);
   QMenu* themes = menu->addMenu(QStringLiteral("配色(&C)"));
-  auto* group = new QActionGroup(this);
   for (const char* text : {"デスクトップに合わせる(&S)", "明るい配色(&L)", "暗い配色(&D)"}) {
     QAction* action = themes->addAction(Text(text));
     action->setCheckable(true);
-    group->addAction(action);
-    const auto theme = static_cast<Theme>(theme_actions_.size());
+    const auto theme = static_cast<Theme>(themes_->actions().size());
+    themes_->addAction(action);
     connect(action, &QAction::triggered, this, [this, theme] { ChooseTheme(theme); });
-    theme_actions_.push_back(action);
   }
   ShowChecks();
 }

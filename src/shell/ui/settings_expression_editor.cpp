@@ -18,8 +18,8 @@ namespace {
 constexpr int kMostRows = 6;
 
 QString WithoutBreaks(QString text) {
-  static const QRegularExpression kBreaks(QStringLiteral("[\\r\\n\\x{2028}\\x{2029}]+"));
-  return text.replace(kBreaks, QStringLiteral(" "));
+  static const QRegularExpression breaks(QStringLiteral("[\\r\\n\\x{2028}\\x{2029}]+"));
+  return text.replace(breaks, QStringLiteral(" "));
 }
 
 }  // namespace

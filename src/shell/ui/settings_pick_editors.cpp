@@ -16,8 +16,8 @@ namespace {
 constexpr int kDateLength = 10;
 
 const QString& DateForm() {
-  static const QString kForm = QStringLiteral("yyyy/MM/dd");
-  return kForm;
+  static const QString form = QStringLiteral("yyyy/MM/dd");
+  return form;
 }
 
 }  // namespace
