@@ -122,6 +122,10 @@ void SpeakJapanese(CLI::App& app) {
 }
 
 int ExplainUsage(const CLI::App& app, const CLI::ParseError& error) {
+  if (dynamic_cast<const CLI::CallForVersion*>(&error) != nullptr) {
+    std::cout << error.what() << '\n';
+    return kDone;
+  }
   if (error.get_exit_code() == static_cast<int>(CLI::ExitCodes::Success)) {
     const auto chosen = app.get_subcommands();
     std::string help = chosen.empty() ? app.help() : chosen.front()->help(app.get_name());

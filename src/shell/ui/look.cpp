@@ -81,6 +81,7 @@ Look::Look() : is_desktop_dark_(IsDesktopDark()) {
   }
   font.setStyleHint(QFont::SansSerif);
   point_size_ = std::max(font.pointSizeF(), 10.0);
+  font.setPointSizeF(point_size_);
   QApplication::setFont(font);
 
   auto* translator = new QTranslator(qApp);
