@@ -3,6 +3,7 @@
 #include <QIcon>
 #include <QTimer>
 #include <cstdlib>
+#include <exception>
 #include <iostream>
 #include <map>
 #include <string>
@@ -72,12 +73,8 @@ int Run(const Options& options) {
   return QApplication::exec();
 }
 
-}  // namespace
-
-}  // namespace orin::app
-
-int main(int argc, char** argv) {
-  orin::app::Options options;
+int Start(int argc, char** argv) {
+  Options options;
   CLI::App parser("ミルテ：米国株の株価データの管理、チャート、株価分析");
   parser.name("orin");
   parser.add_option("--home", options.home, "プログラムのディレクトリ")->type_name("DIR");
@@ -89,19 +86,33 @@ int main(int argc, char** argv) {
   parser.add_flag("--close-when-ready", options.close_when_ready,
                   "使えるようになったら終了する（起動時間の計測用）");
   parser.set_version_flag("--version", ORIN_VERSION, "版を表示する");
-  orin::app::SpeakJapanese(parser);
+  SpeakJapanese(parser);
   try {
     parser.parse(argc, argv);
   } catch (const CLI::ParseError& error) {
-    return orin::app::ExplainUsage(parser, error);
+    return ExplainUsage(parser, error);
   }
 
-  qInstallMessageHandler(orin::app::TellWithoutDisplay);
+  qInstallMessageHandler(TellWithoutDisplay);
   const QApplication application(argc, argv);
   qInstallMessageHandler(nullptr);
   QApplication::setApplicationName(QStringLiteral("orin"));
   QApplication::setApplicationDisplayName(QString());
   QApplication::setApplicationVersion(QStringLiteral(ORIN_VERSION));
   QApplication::setDesktopFileName(QStringLiteral("orin"));
-  return orin::app::Run(options);
+  return Run(options);
+}
+
+}  // namespace
+
+}  // namespace orin::app
+
+int main(int argc, char** argv) {
+  try {
+    return orin::app::Start(argc, argv);
+  } catch (const std::exception& failure) {
+    // Nothing is known to throw; should it happen, the user still gets a sentence.
+    std::cerr << "予期しない問題が起きたので中止しました（" << failure.what() << "）。\n";
+    return 1;
+  }
 }
