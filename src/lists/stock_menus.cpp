@@ -161,8 +161,9 @@ StockMenu MenuBySector(const store::StockMaster& master) {
       if (stocks.empty()) continue;
       SortByCode(stocks, master);
       const std::string market(store::ListingName(kListings.at(i)));
-      menu.menus.push_back(
-          {market, Caption(kSectorMenu, name + "：" + market), std::move(stocks), {}});
+      std::string inner = name;
+      inner.append("：").append(market);
+      menu.menus.push_back({market, Caption(kSectorMenu, inner), std::move(stocks), {}});
     }
     if (!menu.menus.empty()) root.menus.push_back(std::move(menu));
   }

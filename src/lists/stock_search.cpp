@@ -30,8 +30,7 @@ std::vector<std::string> Words(std::string_view typed) {
   if (words.back().empty()) words.pop_back();
   // A word typed twice finds no more than once.
   std::ranges::sort(words);
-  const auto repeated = std::ranges::unique(words);
-  words.erase(repeated.begin(), repeated.end());
+  words.erase(std::unique(words.begin(), words.end()), words.end());
   return words;
 }
 
