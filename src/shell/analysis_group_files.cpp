@@ -31,7 +31,7 @@ base::Result<AnalysisGroupFiles> FilesOfGroup(const fs::path& group_file,
   AnalysisGroupFiles files;
   for (const AnalysisGroupEntry& entry : group->entries) {
     files.all.push_back(FileOfEntry(entry, group_file, program_directory));
-    if (entry.IsTicked() && !entry.file.empty()) files.ticked.push_back(files.all.back());
+    if (entry.check && !entry.file.empty()) files.ticked.push_back(files.all.back());
   }
   if (files.ticked.empty()) {
     return base::Fail(base::PathText(group_file) + " に実行する分析ファイルがありません。");

@@ -1,8 +1,10 @@
 #include <iostream>
+#include <map>
 #include <memory>
+#include <string>
 
 #include "app/orin_cli/open_store.h"
-#include "store/period_bars.h"
+#include "lists/price_listing.h"
 
 namespace orin::app {
 
@@ -14,13 +16,18 @@ struct BarsOptions {
   bool raw = false;
 };
 
-void Print(const base::BarsView& bars) {
+const std::map<std::string, lists::BarPeriod> kPeriods = {{"day", lists::BarPeriod::kDay},
+                                                          {"week", lists::BarPeriod::kWeek},
+                                                          {"month", lists::BarPeriod::kMonth}};
+
+void Print(const base::BarColumns& columns) {
   std::cout << "年月日,始値,高値,安値,終値,出来高\n";
-  for (int32_t t = bars.First(); t <= bars.Count(); ++t) {
-    if (!bars.HasData(t)) continue;
-    std::cout << bars.DateOf(t).ToText() << ',' << bars.Open(t).ToText() << ','
-              << bars.High(t).ToText() << ',' << bars.Low(t).ToText() << ','
-              << bars.Close(t).ToText() << ',' << bars.Volume(t).ToText() << '\n';
+  for (size_t i = 0; i < columns.Size(); ++i) {
+    const base::Bar bar = columns.At(i);
+    if (!bar.HasData()) continue;
+    std::cout << bar.date.ToText() << ',' << bar.open.ToText() << ',' << bar.high.ToText() << ','
+              << bar.low.ToText() << ',' << bar.close.ToText() << ',' << bar.volume.ToText()
+              << '\n';
   }
 }
 
@@ -31,22 +38,8 @@ int RunBars(const Session& session, const BarsOptions& options) {
   const auto stock = FindStock(store, options.code);
   if (!stock) return Report(stock.error());
 
-  base::BarColumns daily;
-  if (store.Days().Count() > 0) {
-    if (options.raw || !opened->settings.chart_action.bunkatsu_auto_check) {
-      store.LoadBars((*stock)->slot, base::DayIndex(1), store.Days().Last(), daily);
-    } else {
-      store.LoadAdjustedBars(**stock, base::DayIndex(1), store.Days().Last(), daily);
-    }
-  }
-  const base::BarsView view(daily);
-  if (options.period == "day" || view.Count() == 0) {
-    Print(view);
-    return kDone;
-  }
-  store::PeriodBars periods;
-  periods.Build(view, options.period == "week" ? store.Days().Weeks() : store.Days().Months());
-  Print(periods.AsOf(store.Days().Last()));
+  const bool is_adjusted = !options.raw && opened->settings.chart_action.bunkatsu_auto_check;
+  Print(lists::LoadPeriod(store, **stock, kPeriods.at(options.period), is_adjusted));
   return kDone;
 }
 

@@ -66,7 +66,8 @@ QString StockModel::CellText(const store::StockRecord& stock, base::MasterRecord
 }
 
 QVariant StockModel::data(const QModelIndex& index, int role) const {
-  if (!index.isValid()) return {};
+  // While the store is read anew, a message may be on the screen and this list behind it.
+  if (!index.isValid() || !state_.store) return {};
   const base::MasterRecord record = StockAt(index.row());
   const store::StockRecord& stock = state_.store->Master().Stock(record);
   if (role == Qt::DisplayRole) return CellText(stock, record, index.column());

@@ -14,7 +14,6 @@ struct AnalysisGroupEntry {
   std::string file;    // path setting of its analysis file; empty: no condition here
   bool check = false;  // a run takes it
 
-  [[nodiscard]] bool IsTicked() const { return check; }
   bool operator==(const AnalysisGroupEntry&) const = default;
 };
 

@@ -207,13 +207,17 @@ void main_Form::ShowStore() {
   store_label_->setText(QStringLiteral("最新日付 %1　%2銘柄").arg(date).arg(stocks));
 }
 
-void main_Form::ReloadStore() {
-  LoadStore(state_, screen_);
-  MakeStockMenuEntries();
+void main_Form::ReloadWindows() {
   for (const QMdiSubWindow* window : area_->subWindowList()) {
     if (auto* listing = qobject_cast<lists::pricelist_Form*>(window->widget())) listing->Reload();
     if (auto* menu = qobject_cast<lists::meigaramenu_Form*>(window->widget())) menu->Reload();
   }
+}
+
+void main_Form::ReloadStore() {
+  LoadStore(state_, screen_);
+  MakeStockMenuEntries();
+  ReloadWindows();
   ShowStore();
 }
 
@@ -232,11 +236,8 @@ void main_Form::ApplySettings(const Settings& changed) {
   ShowChecks();
   if (is_elsewhere) {
     ReloadStore();
-    return;
-  }
-  for (const QMdiSubWindow* window : area_->subWindowList()) {
-    if (auto* listing = qobject_cast<lists::pricelist_Form*>(window->widget())) listing->Reload();
-    if (auto* menu = qobject_cast<lists::meigaramenu_Form*>(window->widget())) menu->Reload();
+  } else {
+    ReloadWindows();
   }
 }
 

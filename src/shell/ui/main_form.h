@@ -90,6 +90,7 @@ class main_Form final : public QMainWindow {
   void ShowStore();
   void ShowChecks();
   void ReloadStore();
+  void ReloadWindows();
   void ApplySettings(const Settings& changed);
   void ChangeTextSize(int32_t percent);
   void ChooseTheme(Theme theme);
