@@ -117,7 +117,7 @@ class Bench {
     base::SilentProgress progress;
     std::vector<std::string> notes;
     const auto selected =
-        screening::Select(store_, analysis, store_.Days().Last(), true, progress, notes);
+        screening::Select(store_, analysis, {store_.Days().Last()}, progress, notes);
     seen_ = selected ? selected->size() : 0;
   }
   /// The golden cross on each of the last `days` days of the first `stocks` stocks, counted.
@@ -171,6 +171,9 @@ class Bench {
 };
 
 constexpr std::string_view kStart = "start";
+// Not measured in rounds with the others.
+constexpr std::string_view kGap = "gap";
+constexpr int kGapRuns = 3;
 
 struct Figure {
   std::string_view name;
@@ -201,6 +204,22 @@ bool IsAsked(std::string_view name, const std::vector<std::string>& names) {
   return names.empty() || std::find(names.begin(), names.end(), name) != names.end();
 }
 
+/// The longest time without events while the window program runs conditions, as a part of the run.
+void PrintGap(const std::filesystem::path& market, std::ostream& out) {
+  std::vector<double> ratios;
+  std::vector<double> gaps;
+  for (int i = 0; i < kGapRuns; ++i) {
+    const auto run = RunConditionsInWindow(market);
+    if (!run) {
+      std::cerr << "orin-bench-window がないか、失敗したので、" << kGap << " は計れません。\n";
+      return;
+    }
+    ratios.push_back(run->longest_gap / run->whole);
+    gaps.push_back(run->longest_gap);
+  }
+  out << kGap << '\t' << Median(ratios) << "\trun\t" << Median(gaps) << "\tms\n";
+}
+
 /// The private memory of the process: what is neither mapped files nor shared.
 long PrivateKibibytes() {
   std::ifstream status("/proc/self/status");
@@ -215,8 +234,9 @@ long PrivateKibibytes() {
 base::Status RunFigures(const std::filesystem::path& directory,
                         const std::vector<std::string>& names, std::ostream& out) {
   for (const std::string& name : names) {
-    const bool known = std::any_of(std::begin(kFigures), std::end(kFigures),
-                                   [&name](const Figure& figure) { return figure.name == name; });
+    const bool known =
+        name == kGap || std::any_of(std::begin(kFigures), std::end(kFigures),
+                                    [&name](const Figure& figure) { return figure.name == name; });
     if (!known) return base::Fail("「" + name + "」という計測値はありません。");
   }
   const store::StoreLocation location{directory, directory / "data"};
@@ -262,6 +282,7 @@ base::Status RunFigures(const std::filesystem::path& directory,
     }
     out << figure.name << '\t' << Median(ratios) << '\t' << figure.unit << '\t' << time << "\tms\n";
   }
+  if (IsAsked(kGap, names)) PrintGap(directory, out);
   out << "private memory\t" << static_cast<double>(PrivateKibibytes()) / 1024 << "\tMiB\n";
   return {};
 }

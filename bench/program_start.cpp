@@ -1,5 +1,6 @@
 #include "program_start.h"
 
+#include <cstdio>
 #include <cstdlib>
 #include <spawn.h>
 #include <string>
@@ -29,6 +30,19 @@ bool StartAndClose(const fs::path& program, const fs::path& market) {
   if (posix_spawn(&child, name.c_str(), nullptr, nullptr, arguments, environ) != 0) return false;
   int status = 0;
   return waitpid(child, &status, 0) == child && WIFEXITED(status) && WEXITSTATUS(status) == 0;
+}
+
+std::optional<WindowRun> RunConditionsInWindow(const fs::path& market) {
+  std::error_code failure;
+  const fs::path own = fs::read_symlink("/proc/self/exe", failure);
+  const std::string command =
+      "'" + (own.parent_path() / "orin-bench-window").string() + "' '" + market.string() + "'";
+  FILE* output = popen(command.c_str(), "r");
+  if (output == nullptr) return std::nullopt;
+  WindowRun run;
+  const bool is_read = std::fscanf(output, "%lf %lf", &run.longest_gap, &run.whole) == 2;
+  const bool has_ended = pclose(output) == 0;
+  return is_read && has_ended ? std::optional(run) : std::nullopt;
 }
 
 }  // namespace orin::bench

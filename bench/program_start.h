@@ -1,6 +1,7 @@
 #pragma once
 
 #include <filesystem>
+#include <optional>
 
 namespace orin::bench {
 
@@ -10,5 +11,13 @@ std::filesystem::path WindowProgram();
 /// Starts the window program on the market, without a screen, and waits until it has ended by
 /// itself as soon as its windows could be used. False where it failed.
 bool StartAndClose(const std::filesystem::path& program, const std::filesystem::path& market);
+
+/// What the window program did while it ran seven conditions over a market, in milliseconds.
+struct WindowRun {
+  double longest_gap = 0;  // between two events it handled
+  double whole = 0;
+};
+/// Has it run by a program beside this one. Nothing where that was not built or failed.
+std::optional<WindowRun> RunConditionsInWindow(const std::filesystem::path& market);
 
 }  // namespace orin::bench

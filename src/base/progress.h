@@ -16,6 +16,8 @@ class Progress {
   /// `stage` is the caption text of the step under way, `done` of `total` its units (total 0:
   /// unknown). Returns false when the job is to stop; what it has committed stays.
   [[nodiscard]] virtual bool Report(std::string_view stage, int64_t done, int64_t total) = 0;
+  /// How many a search has found so far, before the Report that follows.
+  virtual void Found(int64_t /*count*/) {}
 };
 
 /// For jobs nobody watches.

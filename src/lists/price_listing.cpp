@@ -5,6 +5,7 @@
 #include <string>
 #include <utility>
 
+#include "lists/shown_number.h"
 #include "store/period_bars.h"
 
 namespace orin::lists {
@@ -12,8 +13,6 @@ namespace orin::lists {
 using base::Currency;
 
 namespace {
-
-constexpr int64_t kUnit = 10'000;
 
 struct PeriodWords {
   std::string_view name;
@@ -25,13 +24,6 @@ constexpr std::array kPeriodWords = {PeriodWords{"日足", "前日比"}, PeriodW
 
 const PeriodWords& WordsOf(BarPeriod period) {
   return kPeriodWords.at(static_cast<size_t>(period));
-}
-
-std::optional<Currency> PercentOf(Currency change, Currency before) {
-  if (before == Currency()) return std::nullopt;
-  const double percent =
-      static_cast<double>(change.Raw()) / static_cast<double>(before.Raw()) * 100;
-  return Currency::FromDouble(percent);
 }
 
 /// With the changes from bar to bar.
@@ -54,46 +46,14 @@ std::vector<PriceRow> RowsOf(const base::BarsView& bars) {
   return rows;
 }
 
-/// The most decimals any price needs, 2 to 4.
 int32_t DecimalsOf(const std::vector<PriceRow>& rows) {
-  int32_t decimals = 2;
+  DecimalsNeeded decimals;
   for (const PriceRow& row : rows) {
     for (const Currency price : {row.bar.open, row.bar.high, row.bar.low, row.bar.close}) {
-      if (price.Raw() % 10 != 0) return 4;
-      if (price.Raw() % 100 != 0) decimals = 3;
+      decimals.Add(price);
     }
   }
-  return decimals;
-}
-
-/// Digits in groups of three; `decimals` of the four are shown, halves rounded away from zero.
-std::string Grouped(Currency value, int32_t decimals, bool with_sign) {
-  int64_t step = 1;
-  for (int32_t i = decimals; i < 4; ++i) step *= 10;
-  const bool is_negative = value.Raw() < 0;
-  uint64_t raw =
-      is_negative ? 0 - static_cast<uint64_t>(value.Raw()) : static_cast<uint64_t>(value.Raw());
-  const auto unit = static_cast<uint64_t>(step);
-  raw = (raw + unit / 2) / unit * unit;
-  std::string text = std::to_string(raw / kUnit);
-  for (size_t i = text.size(); i > 3; i -= 3) text.insert(i - 3, ",");
-  if (decimals > 0) {
-    const std::string fraction = std::to_string(raw % kUnit + kUnit).substr(1);
-    text += "." + fraction.substr(0, static_cast<size_t>(decimals));
-  }
-  if (raw == 0) return text;
-  if (is_negative) return "-" + text;
-  return with_sign ? "+" + text : text;
-}
-
-/// Without what a spreadsheet would stumble over: groups, signs, percent.
-std::string Plain(const std::string& shown) {
-  std::string plain;
-  for (const char c : shown) {
-    if (c != ',' && c != '+') plain += c;
-  }
-  const size_t percent = plain.find("％");
-  return percent == std::string::npos ? plain : plain.substr(0, percent);
+  return decimals.Count();
 }
 
 std::optional<int64_t> KeyOf(const PriceRow& row, PriceColumn column) {
@@ -126,7 +86,7 @@ void AppendRow(std::string& text, const PriceListing& listing, size_t row,
                std::string_view delimiter, std::string_view line_end) {
   for (size_t column = 0; column < kPriceColumns; ++column) {
     if (column > 0) text += delimiter;
-    text += Plain(listing.Text(row, static_cast<PriceColumn>(column)));
+    text += PlainNumber(listing.Text(row, static_cast<PriceColumn>(column)));
   }
   text += line_end;
 }

@@ -6,16 +6,14 @@
 #include "base/csv.h"
 #include "base/currency.h"
 #include "base/text.h"
+#include "lists/shown_number.h"
 
 namespace orin::lists {
 
 namespace {
 
 std::optional<base::Currency> NumberIn(std::string_view text) {
-  std::string plain;
-  for (const char c : text) {
-    if (c != ',' && c != '+') plain += c;
-  }
+  const std::string plain = PlainNumber(text);
   const auto number = base::Currency::Parse(base::TrimBlanks(plain));
   if (!number) return std::nullopt;
   return *number;
@@ -82,22 +80,48 @@ bool Table::IsNumeric(size_t column) const {
   return has_number;
 }
 
-void Table::Sort(size_t column, bool is_descending) {
+std::vector<size_t> Table::Sort(size_t column, bool is_descending) {
   const bool is_numeric = IsNumeric(column);
-  const auto is_before = [&](const std::string& a, const std::string& b) {
-    if (a.empty() || b.empty()) return !a.empty() && b.empty();
-    const bool less = is_numeric ? *NumberIn(a) < *NumberIn(b) : a < b;
-    const bool greater = is_numeric ? *NumberIn(b) < *NumberIn(a) : b < a;
-    return is_descending ? greater : less;
+  struct Key {
+    std::string_view text;
+    base::Currency number;
+    size_t place = 0;
   };
-  std::ranges::stable_sort(rows, is_before,
-                           [column](const auto& row) -> const std::string& { return row[column]; });
+  std::vector<Key> keys;
+  keys.reserve(rows.size());
+  for (const auto& row : rows) {
+    const auto number = is_numeric ? NumberIn(row[column]) : std::nullopt;
+    keys.push_back({row[column], number.value_or(base::Currency()), keys.size()});
+  }
+  const auto is_less = [is_numeric](const Key& a, const Key& b) {
+    return is_numeric ? a.number < b.number : a.text < b.text;
+  };
+  std::ranges::stable_sort(keys, [&](const Key& a, const Key& b) {
+    if (a.text.empty() || b.text.empty()) return !a.text.empty() && b.text.empty();
+    return is_descending ? is_less(b, a) : is_less(a, b);
+  });
+  std::vector<size_t> places;
+  std::vector<std::vector<std::string>> sorted;
+  for (const Key& key : keys) places.push_back(key.place);
+  for (const size_t place : places) sorted.push_back(std::move(rows[place]));
+  rows = std::move(sorted);
+  return places;
 }
 
 std::string Table::ToCsv(std::string_view line_end) const {
+  std::vector<bool> is_numeric;
+  for (size_t column = 0; column < headings.size(); ++column) {
+    is_numeric.push_back(IsNumeric(column));
+  }
   std::string csv;
   AppendLine(csv, headings, line_end);
-  for (const auto& row : rows) AppendLine(csv, row, line_end);
+  for (const auto& row : rows) {
+    std::vector<std::string> fields = row;
+    for (size_t column = 0; column < fields.size(); ++column) {
+      if (is_numeric[column]) fields[column] = PlainNumber(fields[column]);
+    }
+    AppendLine(csv, fields, line_end);
+  }
   return csv;
 }
 

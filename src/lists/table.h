@@ -23,8 +23,9 @@ struct Table {
   [[nodiscard]] bool IsNumeric(size_t column) const;
   /// Rows in the order of a column: by value where it is numeric, else by text; equal ones keep
   /// their order, empty texts come last.
-  void Sort(size_t column, bool is_descending);
-  /// With the headings, UTF-8.
+  /// Gives the place that each row had before.
+  std::vector<size_t> Sort(size_t column, bool is_descending);
+  /// With the headings, UTF-8; numbers without groups and plus signs.
   [[nodiscard]] std::string ToCsv(std::string_view line_end = "\r\n") const;
 };
 

@@ -4,6 +4,7 @@
 #include <array>
 
 #include "base/text.h"
+#include "screening/analysis_lines.h"
 
 namespace orin::screening {
 
@@ -11,9 +12,6 @@ namespace {
 
 using base::Fail;
 using base::Status;
-
-constexpr std::string_view kSeparator = "：";
-constexpr std::string_view kConditionKey = "分析項目";
 
 struct Reading {
   AnalysisFile analysis;
@@ -82,32 +80,28 @@ Status ReadValue(Reading& to, std::string_view key, std::string_view value) {
 }
 
 /// A line that is no "key：value".
-void ReadOther(Reading& to, std::string_view line, bool has_separator) {
-  if (base::TrimBlanks(line).empty()) return;
-  if (has_separator) {
-    to.Note("「：」が二つ以上あるので読み飛ばしました。");
-  } else if (to.in_condition) {
+void ReadOther(Reading& to, std::string_view line) {
+  if (to.in_condition && ContinuesCondition(line)) {
     to.analysis.condition += line;
-  } else {
+  } else if (line.find(kSeparator) != std::string_view::npos) {
+    to.Note("「：」が二つ以上あるので読み飛ばしました。");
+  } else if (!base::TrimBlanks(line).empty()) {
     to.Note("「：」がないので読み飛ばしました。");
   }
 }
 
 Status ReadLine(Reading& to, std::string_view line) {
-  const size_t at = line.find(kSeparator);
-  const std::string_view rest =
-      at == std::string_view::npos ? "" : line.substr(at + kSeparator.size());
-  if (at == std::string_view::npos || rest.find(kSeparator) != std::string_view::npos) {
-    ReadOther(to, line, at != std::string_view::npos);
+  const auto parts = PartsOfLine(line);
+  if (!parts) {
+    ReadOther(to, line);
     return {};
   }
-  const std::string_view key = base::TrimBlanks(line.substr(0, at));
-  if (key == kConditionKey) {
+  if (parts->key == kConditionKey) {
     to.in_condition = true;
-    to.analysis.condition = std::string(rest);
+    to.analysis.condition = std::string(parts->value);
     return {};
   }
-  const Status read = ReadValue(to, key, base::TrimBlanks(rest));
+  const Status read = ReadValue(to, parts->key, base::TrimBlanks(parts->value));
   to.in_condition = false;
   return read;
 }

@@ -29,6 +29,11 @@ constexpr std::array<Row, 8> kRows = {{
     {MarketChoice::kOtherExchanges, "他取引所銘柄", 3, kAny, store::kKindIndex},
 }};
 
+const Row& RowOf(MarketChoice choice) {
+  return *std::find_if(kRows.begin(), kRows.end(),
+                       [choice](const Row& r) { return r.choice == choice; });
+}
+
 bool Fits(int16_t wanted, int16_t found) { return wanted == kAny || wanted == found; }
 
 }  // namespace
@@ -40,11 +45,21 @@ std::optional<MarketChoice> ParseMarketChoice(std::string_view text) {
   return row->choice;
 }
 
+std::string_view NameOf(MarketChoice choice) { return RowOf(choice).name; }
+
+std::span<const MarketChoice> MarketChoices() {
+  static constexpr auto kChoices = [] {
+    std::array<MarketChoice, kRows.size()> choices = {};
+    for (size_t i = 0; i < kRows.size(); ++i) choices[i] = kRows[i].choice;
+    return choices;
+  }();
+  return kChoices;
+}
+
 bool Matches(MarketChoice choice, const store::StockRecord& stock) {
-  const auto row = std::find_if(kRows.begin(), kRows.end(),
-                                [choice](const Row& r) { return r.choice == choice; });
-  return Fits(row->listing, stock.listing) && Fits(row->kind, stock.kind) &&
-         (row->kind_left_out == kAny || row->kind_left_out != stock.kind);
+  const Row& row = RowOf(choice);
+  return Fits(row.listing, stock.listing) && Fits(row.kind, stock.kind) &&
+         (row.kind_left_out == kAny || row.kind_left_out != stock.kind);
 }
 
 }  // namespace orin::screening

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <optional>
+#include <span>
 #include <string_view>
 
 #include "store/stock_master.h"
@@ -21,6 +22,11 @@ enum class MarketChoice {
 
 /// nullopt for a text that names no choice.
 std::optional<MarketChoice> ParseMarketChoice(std::string_view text);
+
+/// As an analysis file names it.
+std::string_view NameOf(MarketChoice choice);
+/// In the order in which they are offered.
+std::span<const MarketChoice> MarketChoices();
 
 bool Matches(MarketChoice choice, const store::StockRecord& stock);
 

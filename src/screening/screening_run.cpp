@@ -1,5 +1,6 @@
 #include "screening/screening_run.h"
 
+#include <algorithm>
 #include <optional>
 #include <string_view>
 #include <system_error>
@@ -23,25 +24,15 @@ using base::Fail;
 using base::Forward;
 using base::Result;
 
-tl::unexpected<RunFailure> Failure(std::string message) {
-  return tl::unexpected<RunFailure>(RunFailure{std::move(message), false});
+tl::unexpected<RunFailure> Failure(std::string message,
+                                   RunFailure::Kind kind = RunFailure::Kind::kOther) {
+  return tl::unexpected<RunFailure>(RunFailure{std::move(message), kind});
 }
 
 constexpr std::string_view kDefaultDirectoryFile = "workresultfilename.txt";
-constexpr int64_t kStocksPerReport = 64;
+constexpr int64_t kStocksPerReport = 4;
 
 std::string StageCaption(const std::string& title) { return "ミルテ（株価分析：" + title + "）"; }
-
-Result<const store::StockRecord*> FindSecondStock(const store::StockStore& store,
-                                                  const AnalysisFile& analysis) {
-  if (!analysis.second_stock) return nullptr;
-  const base::MasterRecord record = store.Master().Find(*analysis.second_stock);
-  if (record.IsNone()) {
-    return Fail("第二銘柄コード「" + std::string(analysis.second_stock->Text()) +
-                "」の銘柄コードが見つかりません。");
-  }
-  return &store.Master().Stock(record);
-}
 
 SelectedStock Describe(const store::StockRecord& stock, base::BarsView daily, DayIndex day) {
   SelectedStock selected{stock, std::nullopt, std::nullopt};
@@ -54,52 +45,8 @@ SelectedStock Describe(const store::StockRecord& stock, base::BarsView daily, Da
   return selected;
 }
 
-Result<DayIndex> FindDay(const store::StockStore& store, const AnalysisFile& analysis,
-                         const std::string& file_name) {
-  if (store.Days().Count() == 0) return Fail("株価データがまだありません。");
-  if (!analysis.date) return store.Days().Last();
-  const DayIndex day = store.Days().Find(*analysis.date);
-  if (!day.IsNone()) return day;
-  return Fail(file_name + " の分析日付 " + analysis.date->ToText() +
-              " の株価データがありません（有効な日付は " + store.Days().Days().front().ToText() +
-              "～" + store.Days().Days().back().ToText() + " の取引日です）。");
-}
-
-Result<AnalysisFile> ReadAnalysisFile(const fs::path& file) {
-  const auto bytes = base::ReadFile(file);
-  if (!bytes) return Forward(bytes);
-  return ParseAnalysisFile(base::DecodeText(*bytes).text, base::PathText(file));
-}
-
 analysis::NumberedKeyword AnalysisDate(size_t place) {
   return {analysis::DayKeyword::kAnalysisDate, static_cast<int32_t>(place) + 1};
-}
-
-analysis::RunDays DaysOfFile(DayIndex day) {
-  analysis::RunDays days;
-  days.Set(AnalysisDate(0), day);
-  return days;
-}
-
-Result<fs::path> FindResultDirectory(const AnalysisFile& analysis, const std::string& file_name,
-                                     const RunOptions& options) {
-  std::string directory = analysis.result_directory;
-  if (directory.empty()) {
-    const auto bytes = base::ReadFile(options.base_directory / kDefaultDirectoryFile);
-    if (bytes) {
-      const std::string text = base::DecodeText(*bytes).text;
-      const auto lines = base::SplitLines(text);
-      if (!lines.empty()) directory = std::string(base::TrimBlanks(lines.front()));
-    }
-  }
-  if (directory.empty()) return Fail(file_name + " に分析結果格納場所がありません。");
-  fs::path path = base::NativePath(directory, options.base_directory);
-  std::error_code ignored;
-  if (!fs::is_directory(path, ignored)) {
-    return Fail(file_name + " の分析結果格納場所 " + base::PathText(path) +
-                " というディレクトリがありません。");
-  }
-  return path;
 }
 
 void AddNotes(const analysis::Program& program, bool has_second, std::vector<std::string>& notes) {
@@ -114,19 +61,91 @@ void AddNotes(const analysis::Program& program, bool has_second, std::vector<std
   }
 }
 
+void AddNotes(const StockDays& own_days, std::vector<std::string>& notes) {
+  const std::string file(kStockDaysFile);
+  if (!own_days.days.empty()) {
+    notes.push_back(file + " により、" + std::to_string(own_days.days.size()) +
+                    "銘柄は別の日付で分析しました。");
+  }
+  for (const std::string& note : own_days.notes) notes.push_back(file + " の" + note);
+}
+
+/// The days that are read: those of the run and of the stocks with a day of their own.
+struct DaySpan {
+  DayIndex first;
+  DayIndex last;
+};
+DaySpan DaysRead(const SelectDay& when) {
+  DaySpan span{when.day, when.day};
+  if (when.own_days == nullptr) return span;
+  for (const auto& [code, day] : when.own_days->days) {
+    span.first = std::min(span.first, day);
+    span.last = std::max(span.last, day);
+  }
+  return span;
+}
+
 }  // namespace
 
+Result<const store::StockRecord*> FindSecondStock(const store::StockStore& store,
+                                                  const std::optional<store::StockCode>& code) {
+  if (!code) return nullptr;
+  const base::MasterRecord record = store.Master().Find(*code);
+  if (record.IsNone()) {
+    return Fail("第二銘柄コード「" + std::string(code->Text()) +
+                "」の銘柄コードが見つかりません。");
+  }
+  return &store.Master().Stock(record);
+}
+
+Result<DayIndex> FindDay(const store::StockStore& store, const std::optional<base::Date>& date,
+                         const std::string& file_name) {
+  if (store.Days().Count() == 0) return Fail("株価データがまだありません。");
+  if (!date) return store.Days().Last();
+  const DayIndex day = store.Days().Find(*date);
+  if (!day.IsNone()) return day;
+  return Fail(file_name + " の分析日付 " + date->ToText() +
+              " の株価データがありません（有効な日付は " + store.Days().Days().front().ToText() +
+              "～" + store.Days().Days().back().ToText() + " の取引日です）。");
+}
+
+Result<AnalysisFile> ReadAnalysisFile(const fs::path& file) {
+  const auto bytes = base::ReadFile(file);
+  if (!bytes) return Forward(bytes);
+  return ParseAnalysisFile(base::DecodeText(*bytes).text, base::PathText(file));
+}
+
+Result<fs::path> FindResultDirectory(const AnalysisFile& analysis, const std::string& file_name,
+                                     const fs::path& base_directory) {
+  std::string directory = analysis.result_directory;
+  if (directory.empty()) {
+    const auto bytes = base::ReadFile(base_directory / kDefaultDirectoryFile);
+    if (bytes) {
+      const std::string text = base::DecodeText(*bytes).text;
+      const auto lines = base::SplitLines(text);
+      if (!lines.empty()) directory = std::string(base::TrimBlanks(lines.front()));
+    }
+  }
+  if (directory.empty()) return Fail(file_name + " に分析結果格納場所がありません。");
+  fs::path path = base::NativePath(directory, base_directory);
+  std::error_code ignored;
+  if (!fs::is_directory(path, ignored)) {
+    return Fail(file_name + " の分析結果格納場所 " + base::PathText(path) +
+                " というディレクトリがありません。");
+  }
+  return path;
+}
+
 Outcome<std::vector<SelectedStock>> Select(const store::StockStore& store,
-                                           const AnalysisFile& analysis, DayIndex day,
-                                           bool adjust_splits, base::Progress& progress,
-                                           std::vector<std::string>& notes,
-                                           const analysis::RunDays& days) {
-  const auto second = FindSecondStock(store, analysis);
+                                           const AnalysisFile& analysis, const SelectDay& when,
+                                           base::Progress& progress,
+                                           std::vector<std::string>& notes) {
+  const auto second = FindSecondStock(store, analysis.second_stock);
   if (!second) return Failure(second.error().message);
   const auto program = analysis::BuildProgram(analysis.condition);
   if (!program) {
-    return tl::unexpected<RunFailure>(
-        RunFailure{"分析項目の" + analysis::NoteSentence(program.error()), true});
+    return Failure("分析項目の" + analysis::NoteSentence(program.error()),
+                   RunFailure::Kind::kCannotBeCompiled);
   }
   AddNotes(*program, *second != nullptr, notes);
 
@@ -135,9 +154,10 @@ Outcome<std::vector<SelectedStock>> Select(const store::StockStore& store,
       program->Needs().Union({.daily = 2, .fields = base::PriceFields::kClose});
   const auto beside = analysis::Companions::Load(store, needs);
   if (!beside) return Failure(beside.error().message);
-  analysis::StockContext context(store, needs, day, day, *second, adjust_splits);
+  const DaySpan days = DaysRead(when);
+  analysis::StockContext context(store, needs, days.first, days.last, *second, when.adjust_splits);
   context.SetBeside(&*beside);
-  context.KeywordDays() = days;
+  context.KeywordDays() = when.days;
   analysis::Evaluator evaluator(*program);
   const std::string stage = StageCaption(analysis.title);
   const auto stocks = store.Master().Stocks();
@@ -145,26 +165,37 @@ Outcome<std::vector<SelectedStock>> Select(const store::StockStore& store,
   std::vector<SelectedStock> selected;
   for (int64_t done = 0; done < total; ++done) {
     if (done % kStocksPerReport == 0 && !progress.Report(stage, done, total)) {
-      return Failure("株価分析「" + analysis.title + "」を中止しました。");
+      return Failure("株価分析「" + analysis.title + "」を中止しました。",
+                     RunFailure::Kind::kStopped);
     }
     const auto place = static_cast<size_t>(done);
     const store::StockRecord& stock = stocks[place];
     if (!Matches(analysis.market, stock)) continue;
+    const DayIndex day =
+        when.own_days == nullptr ? when.day : when.own_days->Of(stock.code, when.day);
     context.LoadNext(stocks, place);
     if (!evaluator.EvaluateCondition(context, day)) continue;
     selected.push_back(Describe(stock, context.Daily(), day));
+    progress.Found(static_cast<int64_t>(selected.size()));
   }
   static_cast<void>(progress.Report(stage, total, total));
   return selected;
 }
 
-analysis::RunDays DaysOfGroup(const store::StockStore& store, std::span<const fs::path> files) {
+analysis::RunDays DaysOfFile(DayIndex day) {
+  analysis::RunDays days;
+  days.Set(AnalysisDate(0), day);
+  return days;
+}
+
+analysis::RunDays DaysOfGroup(const store::StockStore& store, std::span<const fs::path> files,
+                              std::optional<base::Date> date) {
   analysis::RunDays days;
   for (size_t place = 0; place < files.size(); ++place) {
     if (files[place].empty()) continue;
     const auto analysis = ReadAnalysisFile(files[place]);
     if (!analysis) continue;
-    const auto day = FindDay(store, *analysis, "");
+    const auto day = FindDay(store, date ? date : analysis->date, "");
     if (day) days.Set(AnalysisDate(place), *day);
   }
   return days;
@@ -174,30 +205,39 @@ Outcome<RunResult> RunAnalysisFile(const store::StockStore& store, const fs::pat
                                    const RunOptions& options, base::FileSystem& files,
                                    base::Progress& progress) {
   const std::string file_name = base::PathText(file);
-  const auto analysis = ReadAnalysisFile(file);
+  auto analysis = ReadAnalysisFile(file);
   if (!analysis) return Failure(analysis.error().message);
-  const auto day = FindDay(store, *analysis, file_name);
+  const auto day = FindDay(store, options.date ? options.date : analysis->date, file_name);
   if (!day) return Failure(day.error().message);
-  const auto directory = FindResultDirectory(*analysis, file_name, options);
+  const auto directory = FindResultDirectory(*analysis, file_name, options.base_directory);
   if (!directory) return Failure(directory.error().message);
+  auto own_days = ReadStockDays(options.base_directory, store);
+  if (!own_days) return Failure(own_days.error().message);
 
   RunResult result;
-  result.title = analysis->title;
+  result.analysis = std::move(*analysis);
   result.date = store.Days().DateOf(*day);
+  result.days = options.days.value_or(DaysOfFile(*day));
+  result.own_days = std::move(*own_days);
   result.result_list = *directory / ResultListName(result.date);
-  result.notes = analysis->notes;
-  if (const auto title = base::EncodeCp932(result.title); !title) {
+  result.notes = result.analysis.notes;
+  AddNotes(result.own_days, result.notes);
+  if (const auto title = base::EncodeCp932(result.analysis.title); !title) {
     result.notes.push_back("タイトルの" + title.error().message);
   }
-  const analysis::RunDays days = options.days.value_or(DaysOfFile(*day));
-  const auto selected =
-      Select(store, *analysis, *day, options.adjust_splits, progress, result.notes, days);
+  const SelectDay when{*day, options.adjust_splits, result.days, &result.own_days};
+  auto selected = Select(store, result.analysis, when, progress, result.notes);
   if (!selected) {
-    return tl::unexpected<RunFailure>(RunFailure{file_name + " の" + selected.error().message,
-                                                 selected.error().cannot_be_compiled});
+    return Failure(file_name + " の" + selected.error().message, selected.error().kind);
   }
-  result.selected = static_cast<int32_t>(selected->size());
-  const std::string text = FormatResultList(result.title, result.date, *selected);
+  if (store.HasChangedOnDisk()) {
+    return Failure(file_name +
+                       " の株価分析の途中で株価データが更新されたので、結果を書き込みませんでした。"
+                       "もう一度実行して下さい。",
+                   RunFailure::Kind::kStoreChanged);
+  }
+  result.selected = std::move(*selected);
+  const std::string text = FormatResultList(result.analysis.title, result.date, result.selected);
   if (const auto written = WriteResultList(files, result.result_list, text); !written) {
     return Failure(file_name + " の分析結果を書き込めません。" + written.error().message);
   }
@@ -217,14 +257,14 @@ base::Status CheckFirstFile(const store::MasterHeader& header, int16_t first_fil
   return Fail("データファイルは４ファイル以上必要です。");
 }
 
-Result<std::string> ExplainFirstFile(const store::StockStore& store) {
-  const auto days = store.DaysOfFile(store.FirstFile());
+Result<std::string> ExplainFirstFile(const store::StockStore& store, int16_t first_file) {
+  const auto days = store.DaysOfFile(first_file);
   if (!days) return Forward(days);
   return "先頭ファイルの番号を大きくすると株価分析のスピードが速くなりますが、株価分析に必要なデー"
          "タ"
          "がないと、\n正しく株価分析ができません。\n先頭ファイルの番号が" +
-         std::to_string(store.FirstFile()) + "の場合、有効な株価データ日付は、" +
-         days->first.ToText() + "～" + store.Days().Days().back().ToText() +
+         std::to_string(first_file) + "の場合、有効な株価データ日付は、" + days->first.ToText() +
+         "～" + store.Days().Days().back().ToText() +
          "までです。\nこの日付以前のデータを使用して株価分析する必要がある場合、先頭ファイルの番号"
          "を"
          "小さくして下さい。";

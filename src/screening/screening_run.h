@@ -14,6 +14,7 @@
 #include "base/result.h"
 #include "screening/analysis_file.h"
 #include "screening/result_list.h"
+#include "screening/stock_days.h"
 #include "store/stock_store.h"
 
 namespace orin::screening {
@@ -25,45 +26,80 @@ struct RunOptions {
   /// What the keywords stand for in a run over a group; none: analysisdate1 is the day of the
   /// file that is run, the others are not set.
   std::optional<analysis::RunDays> days = {};
+  /// In place of the analysis date of the files.
+  std::optional<base::Date> date = {};
 };
 
 /// What one analysis file gave.
 struct RunResult {
   std::filesystem::path result_list;
-  std::string title;
-  base::Date date;
-  int32_t selected = 0;
+  AnalysisFile analysis;
+  base::Date date;  // under analysis
+  analysis::RunDays days;
+  StockDays own_days;
+  std::vector<SelectedStock> selected;
   /// What the writer of the analysis file should know, a sentence each.
   std::vector<std::string> notes;
 };
 
 /// Why a run gave nothing.
 struct RunFailure {
-  std::string message;              // one sentence that names file and value
-  bool cannot_be_compiled = false;  // the condition
+  enum class Kind { kOther, kCannotBeCompiled, kStopped, kStoreChanged };
+
+  std::string message;  // one sentence that names file and value
+  Kind kind = Kind::kOther;
 };
 template <typename T>
 using Outcome = tl::expected<T, RunFailure>;
 
+/// The second stock's record in the master; null where no code is given. Fails with a sentence
+/// for a code that no stock has.
+base::Result<const store::StockRecord*> FindSecondStock(
+    const store::StockStore& store, const std::optional<store::StockCode>& code);
+
+/// The day of a screening.
+struct SelectDay {
+  base::DayIndex day;
+  bool adjust_splits = true;
+  analysis::RunDays days = {};          // of the condition's keywords
+  const StockDays* own_days = nullptr;  // of stocks that are looked at on another day
+};
+
 /// The screening itself: the stocks of the market whose condition is true on the day, in record
-/// order. `days` are those of the condition's keywords. Stops without a result when `progress`
-/// says so.
+/// order. Stops without a result when `progress` says so.
 Outcome<std::vector<SelectedStock>> Select(const store::StockStore& store,
-                                           const AnalysisFile& analysis, base::DayIndex day,
-                                           bool adjust_splits, base::Progress& progress,
-                                           std::vector<std::string>& notes,
-                                           const analysis::RunDays& days = {});
+                                           const AnalysisFile& analysis, const SelectDay& when,
+                                           base::Progress& progress,
+                                           std::vector<std::string>& notes);
+
+/// Of a file that is run alone: analysisdate1 is its day.
+analysis::RunDays DaysOfFile(base::DayIndex day);
 
 /// analysisdate1, 2, ... from the analysis files of a group in entry order, an empty path for an
 /// entry without a file: the day of the file's analysis date, the newest one for a file without
-/// a date. Not set for what cannot be read or names no day of the calendar.
+/// a date; `date` in their place where it is given. Not set for what cannot be read or names no
+/// day of the calendar.
 analysis::RunDays DaysOfGroup(const store::StockStore& store,
-                              std::span<const std::filesystem::path> files);
+                              std::span<const std::filesystem::path> files,
+                              std::optional<base::Date> date = {});
 
-/// Runs one analysis file and writes its result list. Without a result directory the first line
-/// of "workresultfilename.txt" in the base directory names it. Fails, and writes nothing, where
-/// the file cannot be read or compiled, the date is no trading day, the second stock is unknown
-/// or the result directory does not exist.
+/// The day of an analysis: its date's, the newest one without a date. Fails with a sentence that
+/// begins with `file_name` for a date that is no trading day of the store.
+base::Result<base::DayIndex> FindDay(const store::StockStore& store,
+                                     const std::optional<base::Date>& date,
+                                     const std::string& file_name);
+/// Fails where the file cannot be read or has a value that is none.
+base::Result<AnalysisFile> ReadAnalysisFile(const std::filesystem::path& file);
+/// Where the result list of an analysis goes: its own directory, else that of the first line of
+/// "workresultfilename.txt" in the base directory. Fails where none is given or it does not exist.
+base::Result<std::filesystem::path> FindResultDirectory(
+    const AnalysisFile& analysis, const std::string& file_name,
+    const std::filesystem::path& base_directory);
+
+/// Runs one analysis file and writes its result list. Stocks that orinana.day in the base
+/// directory names are looked at on the days it gives. Fails, and writes nothing, where the file
+/// cannot be read or compiled, the date is no trading day, the second stock is unknown, the
+/// result directory does not exist, or another process has changed the store meanwhile.
 Outcome<RunResult> RunAnalysisFile(const store::StockStore& store,
                                    const std::filesystem::path& file, const RunOptions& options,
                                    base::FileSystem& files, base::Progress& progress);
@@ -78,7 +114,7 @@ inline constexpr int16_t kFewestPriceFiles = 4;
 /// Whether enough price files remain when the store is opened with `first_file`, one of its
 /// files; the sentence where not. All there are is enough.
 base::Status CheckFirstFile(const store::MasterHeader& header, int16_t first_file);
-/// What the choice means, in three lines; the store was opened with that first file.
-base::Result<std::string> ExplainFirstFile(const store::StockStore& store);
+/// What the choice of one of the store's files means, in four lines.
+base::Result<std::string> ExplainFirstFile(const store::StockStore& store, int16_t first_file);
 
 }  // namespace orin::screening

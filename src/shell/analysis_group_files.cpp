@@ -24,15 +24,21 @@ fs::path FileOfEntry(const AnalysisGroupEntry& entry, const fs::path& group_file
 
 }  // namespace
 
+AnalysisGroupFiles FilesOfGroup(const AnalysisGroup& group, const fs::path& group_file,
+                                const fs::path& program_directory) {
+  AnalysisGroupFiles files;
+  for (const AnalysisGroupEntry& entry : group.entries) {
+    files.all.push_back(FileOfEntry(entry, group_file, program_directory));
+    if (entry.check && !entry.file.empty()) files.ticked.push_back(files.all.back());
+  }
+  return files;
+}
+
 base::Result<AnalysisGroupFiles> FilesOfGroup(const fs::path& group_file,
                                               const fs::path& program_directory) {
   const auto group = LoadAnalysisGroup(group_file);
   if (!group) return base::Forward(group);
-  AnalysisGroupFiles files;
-  for (const AnalysisGroupEntry& entry : group->entries) {
-    files.all.push_back(FileOfEntry(entry, group_file, program_directory));
-    if (entry.check && !entry.file.empty()) files.ticked.push_back(files.all.back());
-  }
+  AnalysisGroupFiles files = FilesOfGroup(*group, group_file, program_directory);
   if (files.ticked.empty()) {
     return base::Fail(base::PathText(group_file) + " に実行する分析ファイルがありません。");
   }

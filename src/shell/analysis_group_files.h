@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "base/result.h"
+#include "shell/settings/analysis_group.h"
 
 namespace orin::shell {
 
@@ -14,6 +15,9 @@ struct AnalysisGroupFiles {
   std::vector<std::filesystem::path> ticked;
 };
 
+/// Of a group at hand, whose ticked entries may be none.
+AnalysisGroupFiles FilesOfGroup(const AnalysisGroup& group, const std::filesystem::path& group_file,
+                                const std::filesystem::path& program_directory);
 /// Fails where the group file cannot be read or none of its entries is ticked.
 base::Result<AnalysisGroupFiles> FilesOfGroup(const std::filesystem::path& group_file,
                                               const std::filesystem::path& program_directory);

@@ -71,6 +71,10 @@ class StockStore {
   /// sentence each: split lines, a journal, a cut orin.sys, slots without a stock, a missing
   /// orin.ind; for a writer also an orin.ind or orin.add that disagrees with orin.sys.
   [[nodiscard]] std::span<const std::string> Problems() const;
+  /// Whether another process has changed master, prices or splits since they were loaded, or is
+  /// about to; what is read after that may mix days before and after the change. For a store that
+  /// was opened for reading.
+  [[nodiscard]] bool HasChangedOnDisk() const;
   /// The number of the first price file in use, as chosen when opening.
   [[nodiscard]] int16_t FirstFile() const;
   /// First and last stored day of a price file; fails where the file is not in use.

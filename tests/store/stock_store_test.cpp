@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <filesystem>
 #include <fstream>
+#include <functional>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -265,6 +266,35 @@ TEST(StockStore, OneWriterAtATimeAndReadersAnyTime) {
   EXPECT_TRUE(StockStore::Open(builder.Location(), {}, files));
   EXPECT_FALSE(fs::exists(PathOf(builder.Location(), {FileKind::kJournal, 0})));
   EXPECT_TRUE(StockStore::Open(builder.Location(), writing, files));
+}
+
+TEST(StockStore, ReaderTellsWhetherAnotherHasChangedTheFiles) {
+  StoreBuilder builder("changed");
+  builder.Days(Weekdays("2020/01/06", 2)).Stock("A", {FlatBar(10), FlatBar(11)});
+  const std::vector<std::function<base::Status(StockStore&)>> changes = {
+      [](StockStore& store) { return store.AppendDay(Day("2020/02/03"), {}); },
+      [](StockStore& store) {
+        // The header of the master stays as it is.
+        return store.ChangeBars(std::vector<BarChange>{
+            {store.Master().Stocks()[0].slot, base::DayIndex(1), FlatBar(12)}});
+      },
+      [](StockStore& store) {
+        return store.AddStocks(std::vector<NewStock>{{Code("B"), "B"}});
+      },
+      [](StockStore& store) { return store.SaveSplits(SplitList()); },
+  };
+  builder.Build();
+  for (const auto& change : changes) {
+    const StockStore reader = builder.Open();
+    EXPECT_FALSE(reader.HasChangedOnDisk());
+    {
+      StockStore writer = builder.Open(Access::kWrite);
+      EXPECT_FALSE(reader.HasChangedOnDisk()) << "the lock alone is no change";
+      const base::Status changed = change(writer);
+      ASSERT_TRUE(changed) << changed.error().message;
+    }
+    EXPECT_TRUE(reader.HasChangedOnDisk());
+  }
 }
 
 }  // namespace

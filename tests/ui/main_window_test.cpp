@@ -162,7 +162,7 @@ TEST_F(MainWindow, HelpOpensAtThePageOfTheWindow) {
   EXPECT_GT(browser->toPlainText().size(), 200);
   // Every page that a window names is there.
   for (const char* page : {"index", "first_start", "main_window", "stock_menus", "price_listing",
-                           "settings", "screening", "items", "trouble"}) {
+                           "settings", "screening", "condition_editor", "items", "trouble"}) {
     EXPECT_TRUE(fs::exists(fs::path(ORIN_MANUAL) / (std::string(page) + ".md"))) << page;
   }
 }
@@ -171,7 +171,7 @@ TEST_F(MainWindow, WithoutAnErrorThereIsNoLogToShow) {
   Choose("エラーの記録");
   EXPECT_EQ(messages_.Texts(), std::vector<std::string>{"エラーの記録はありません。"});
   messages_.ForgetShown();
-  fs::remove(home_ / "orin.chk");
+  program_.state->settings.analysis_group = {};
   Choose("株価分析の実行");
   ASSERT_EQ(messages_.Shown().size(), 1U);
   EXPECT_NE(messages_.Shown()[0].text.find("orin.chk"), std::string::npos);

@@ -2,13 +2,11 @@
 #include <memory>
 #include <vector>
 
-#include "analysis/explanation.h"
-#include "analysis/note_sentence.h"
-#include "analysis/program.h"
 #include "app/orin_cli/compiled_expression.h"
 #include "app/orin_cli/explanation_text.h"
 #include "app/orin_cli/open_store.h"
 #include "base/text.h"
+#include "screening/explain_stock.h"
 
 namespace orin::app {
 
@@ -37,24 +35,16 @@ int RunExplain(const Session& session, const ExplainOptions& options) {
   const auto day = FindDay(opened->store, options.date);
   if (!day) return Report(day.error());
 
-  // What the compiler has to say is part of the explanation.
-  const auto program = analysis::BuildProgram(condition);
-  if (!program) {
-    Tell(analysis::NoteSentence(program.error()));
-    return kWrongUsage;
-  }
-  const auto beside = analysis::Companions::Load(opened->store, program->Needs());
-  if (!beside) return Report(beside.error());
-  analysis::StockContext context(opened->store, program->Needs(), *day, *day, *second,
-                                 opened->settings.chart_action.bunkatsu_auto_check);
-  context.SetBeside(&*beside);
-  // As a screening with one analysis file of that date sets it.
-  context.KeywordDays().Set({analysis::DayKeyword::kAnalysisDate, 1}, *day);
-  context.Load(**stock);
-  const auto explanation = analysis::Explain(condition, context, *day);
+  screening::ExplainQuestion question;
+  question.stock = opened->store.Master().Find((*stock)->code);
+  question.day = *day;
+  if (*second != nullptr) question.second_stock = (*second)->code;
+  question.adjust_splits = opened->settings.chart_action.bunkatsu_auto_check;
+  const auto explanation = screening::ExplainStock(opened->store, condition, question);
   if (!explanation) {
-    Tell(analysis::NoteSentence(explanation.error()));
-    return kWrongUsage;
+    Tell(explanation.error().message);
+    return explanation.error().kind == screening::RunFailure::Kind::kCannotBeCompiled ? kWrongUsage
+                                                                                      : kFailed;
   }
   const std::string name = std::string((*stock)->code.Text()) + "（" + (*stock)->name + "）";
   std::cout << ExplanationText(*explanation, name, opened->store.Days().DateOf(*day));

@@ -34,10 +34,11 @@ int RunOne(const store::StockStore& store, const fs::path& file,
   }
   if (!result) {
     Tell(result.error().message);
-    return result.error().cannot_be_compiled ? kWrongUsage : kFailed;
+    return result.error().kind == screening::RunFailure::Kind::kCannotBeCompiled ? kWrongUsage
+                                                                                 : kFailed;
   }
   for (const std::string& note : result->notes) Tell(base::PathText(file) + " の" + note);
-  std::cout << base::PathText(result->result_list) << '\t' << result->selected << '\n';
+  std::cout << base::PathText(result->result_list) << '\t' << result->selected.size() << '\n';
   if (!day_file) return kDone;
   const auto written = screening::WriteAnalysisDay(base::NativeFileSystem(), file, result->date);
   if (!written) return Report(written.error());
@@ -68,7 +69,7 @@ int RunScreen(const Session& session, const ScreenOptions& options) {
   if (*first_file) {
     const auto allowed = screening::CheckFirstFile(opened->store.Master().Header(), **first_file);
     if (!allowed) return Report(allowed.error());
-    const auto explanation = screening::ExplainFirstFile(opened->store);
+    const auto explanation = screening::ExplainFirstFile(opened->store, **first_file);
     if (explanation) Tell(*explanation);
   }
 

@@ -11,8 +11,8 @@
 #include <array>
 #include <vector>
 
-#include "base/file_system.h"
 #include "shell/ui/qt_text.h"
+#include "shell/ui/table_view.h"
 #include "store/name_index.h"
 
 namespace orin::lists {
@@ -81,14 +81,7 @@ void pricelist_Form::MakePeriodButtons(QBoxLayout* layout) {
 
 void pricelist_Form::MakeTable() {
   view_->setModel(model_);
-  view_->setAccessibleName(QStringLiteral("株価一覧"));
-  view_->setSelectionBehavior(QAbstractItemView::SelectRows);
-  view_->setAlternatingRowColors(true);
-  view_->setShowGrid(false);
-  view_->setWordWrap(false);
-  view_->setTabKeyNavigation(false);
-  view_->verticalHeader()->hide();
-  view_->horizontalHeader()->setHighlightSections(false);
+  shell::PrepareTable(*view_, QStringLiteral("株価一覧"));
   view_->horizontalHeader()->setSortIndicator(static_cast<int>(PriceColumn::kDate),
                                               Qt::DescendingOrder);
   view_->setSortingEnabled(true);
@@ -206,8 +199,14 @@ void pricelist_Form::ShowHeading(const PriceListing& daily) {
   const std::string code(stock.code.Text());
   setWindowTitle(Text("株価一覧（" + code + "：" + stock.name + "）"));
   heading_->setText(Text(code + "　" + stock.name));
-  std::string text = std::string(store::ListingName(stock.listing)) + "　" +
-                     std::string(store::SectorName(stock.sector));
+  std::string text;
+  const auto place = std::ranges::find(sequence_.codes, code_) - sequence_.codes.begin();
+  const size_t count = sequence_.codes.size();
+  if (static_cast<size_t>(place) < count) {
+    text = sequence_.title + " " + std::to_string(place + 1) + "／" + std::to_string(count) + "　";
+  }
+  text += std::string(store::ListingName(stock.listing)) + "　" +
+          std::string(store::SectorName(stock.sector));
   if (daily.Rows().empty()) {
     newest_->setText(Text(text + "　株価がありません。"));
     return;
@@ -220,21 +219,45 @@ void pricelist_Form::ShowHeading(const PriceListing& daily) {
   newest_->setText(Text(text));
 }
 
-/// Emptied records of the master are passed over.
-void pricelist_Form::Step(int32_t step, const char* end_sentence) {
-  const store::StockMaster& master = state_.store->Master();
-  const auto end = static_cast<int32_t>(master.Stocks().size()) + 2;
-  for (int32_t next = stock_.Value() + step; next >= 2 && next < end; next += step) {
-    if (master.Stock(base::MasterRecord(next)).code == store::StockCode()) continue;
-    ShowStock(base::MasterRecord(next));
-    return;
-  }
-  messages_.Inform(end_sentence);
+void pricelist_Form::SetSequence(StockSequence sequence) {
+  sequence_ = std::move(sequence);
+  if (!stock_.IsNone()) ShowListing();
 }
 
-void pricelist_Form::mnu_beforemeigara_Click() { Step(-1, "銘柄コードを先頭までサーチしました。"); }
+base::MasterRecord pricelist_Form::Neighbour(int32_t step) const {
+  const store::StockMaster& master = state_.store->Master();
+  const auto place = std::ranges::find(sequence_.codes, code_) - sequence_.codes.begin();
+  const auto count = static_cast<std::ptrdiff_t>(sequence_.codes.size());
+  if (place < count) {
+    for (std::ptrdiff_t next = place + step; next >= 0 && next < count; next += step) {
+      const base::MasterRecord found = master.Find(sequence_.codes[static_cast<size_t>(next)]);
+      if (!found.IsNone()) return found;
+    }
+    return {};
+  }
+  const auto end = static_cast<int32_t>(master.Stocks().size()) + 2;
+  for (int32_t next = stock_.Value() + step; next >= 2 && next < end; next += step) {
+    // Emptied records are passed over.
+    if (master.Stock(base::MasterRecord(next)).code != store::StockCode()) {
+      return base::MasterRecord(next);
+    }
+  }
+  return {};
+}
 
-void pricelist_Form::mnu_aftermeigara_Click() { Step(1, "銘柄コードを最後までサーチしました。"); }
+void pricelist_Form::Step(int32_t step) {
+  const base::MasterRecord next = Neighbour(step);
+  if (!next.IsNone()) {
+    ShowStock(next);
+    return;
+  }
+  messages_.Inform(step < 0 ? "銘柄コードを先頭までサーチしました。"
+                            : "銘柄コードを最後までサーチしました。");
+}
+
+void pricelist_Form::mnu_beforemeigara_Click() { Step(-1); }
+
+void pricelist_Form::mnu_aftermeigara_Click() { Step(1); }
 
 void pricelist_Form::Code_Entered() {
   const std::string typed = Utf8(code_box_->text().trimmed());
@@ -266,14 +289,7 @@ void pricelist_Form::mnu_copy_Click() {
 
 void pricelist_Form::mnu_save_Click() {
   const std::string name = std::string(code_.Text()) + "_" + std::string(PeriodName(period_));
-  const auto path = messages_.ChooseFile({.caption = "ＣＳＶに保存",
-                                          .filter = "ＣＳＶファイル|*.csv|",
-                                          .start = name + ".csv",
-                                          .choice = shell::FileChoice::kSave});
-  if (!path) return;
-  const auto saved =
-      base::ReplaceFile(*state_.files, *path, "\xEF\xBB\xBF" + model_->Listing().ToCsv());
-  if (!saved) messages_.Warn(saved.error().message);
+  shell::SaveCsv(messages_, *state_.files, Text(name), model_->Listing().ToCsv());
 }
 
 }  // namespace orin::lists

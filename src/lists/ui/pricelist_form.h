@@ -6,6 +6,8 @@
 #include <QLineEdit>
 #include <QTableView>
 #include <QWidget>
+#include <string>
+#include <vector>
 
 #include "base/ordinal.h"
 #include "lists/price_listing.h"
@@ -15,6 +17,12 @@
 
 namespace orin::lists {
 
+/// Stocks that are gone through one after another, as those of a result list.
+struct StockSequence {
+  std::string title;
+  std::vector<store::StockCode> codes;
+};
+
 /// The prices of one stock by day, week or month.
 class pricelist_Form final : public QWidget {
   Q_OBJECT
@@ -23,6 +31,11 @@ class pricelist_Form final : public QWidget {
   /// Both outlive the window.
   pricelist_Form(const shell::ProgramState& state, shell::Messages& messages);
 
+  /// What the keys for the next and the previous stock step through; all stocks of the master
+  /// where it is empty.
+  void SetSequence(StockSequence sequence);
+  /// To the next stock, or the one before; at the end a sentence says so.
+  void Step(int32_t step);
   /// A stock of the master of the state's store.
   void ShowStock(base::MasterRecord stock);
   void ShowPeriod(BarPeriod period);
@@ -48,7 +61,8 @@ class pricelist_Form final : public QWidget {
   void FitToFont();
   void MarkPeriod();
   void ShowHeading(const PriceListing& daily);
-  void Step(int32_t step, const char* end_sentence);
+  /// None at the end.
+  [[nodiscard]] base::MasterRecord Neighbour(int32_t step) const;
   void Code_Entered();
   [[nodiscard]] const store::StockRecord& Record() const;
   [[nodiscard]] PriceListing Load(BarPeriod period) const;
@@ -58,6 +72,7 @@ class pricelist_Form final : public QWidget {
   base::MasterRecord stock_;
   store::StockCode code_;
   BarPeriod period_;
+  StockSequence sequence_;
   PriceModel* model_;
   QTableView* view_;
   QLabel* heading_;

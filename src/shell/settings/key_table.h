@@ -41,6 +41,14 @@ class ValuePlace {
   std::function<ConstValuePointer(const Group&)> read_;
 };
 
+/// The place of `member` in the element `place` of a group's array.
+template <typename Array, typename Member>
+auto Numbered(Array array, size_t place, Member member) {
+  return [array, place, member](auto& group) -> decltype(auto) {
+    return std::invoke(member, std::invoke(array, group)[place]);
+  };
+}
+
 /// Everything about a key: its exact name (a blank at the end included), its value's place, the
 /// text that counts where the file has none, its form and how the settings window explains it.
 template <typename Group>

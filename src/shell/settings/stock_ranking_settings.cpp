@@ -43,22 +43,14 @@ constexpr std::array<SlotDefault, Ranking::kSlots> kSlotDefaults = {{
 KeyHeading<Ranking> SlotRows(size_t i) {
   const std::string number = std::to_string(i + 1);
   const SlotDefault& defaults = kSlotDefaults[i];
+  using Slot = decltype(Ranking::slots)::value_type;
   return {std::string(kSlotChoices[i].text.substr(std::string_view("１：").size())),
-          {{"rankkoumoku" + number, [i](auto& g) -> auto& {return g.slots[i].koumoku;
-}
-, defaults.koumoku, Text(), "項目名", "一覧の列の見出しです。空ならこの順位は使いません。"
-}  // namespace
-, {"rankanalysis" + number, [i](auto& g) -> auto& {return g.slots[i].analysis;
-}  // namespace orin::shell
-, defaults.analysis, Expression(), "式", "銘柄の順位を決める値の式です。"
-}
-, {
-  "ranktitle" + number, [i](auto& g) -> auto& { return g.slots[i].title; }
-  , defaults.title, Text(), "題名", "ランキングの題名です。"
-}
-}
-}
-;
+          {{"rankkoumoku" + number, Numbered(&Ranking::slots, i, &Slot::koumoku), defaults.koumoku,
+            Text(), "項目名", "一覧の列の見出しです。空ならこの順位は使いません。"},
+           {"rankanalysis" + number, Numbered(&Ranking::slots, i, &Slot::analysis),
+            defaults.analysis, Expression(), "式", "銘柄の順位を決める値の式です。"},
+           {"ranktitle" + number, Numbered(&Ranking::slots, i, &Slot::title), defaults.title,
+            Text(), "題名", "ランキングの題名です。"}}};
 }
 
 KeyTable<Ranking> MakeTable() {

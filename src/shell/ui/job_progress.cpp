@@ -20,6 +20,7 @@ constexpr int64_t kShownAfter = 250;  // ms
 JobProgress::JobProgress(QWidget* owner, const QString& caption)
     : QDialog(owner),
       stage_(new QLabel(this)),
+      count_(new QLabel(this)),
       bar_(new QProgressBar(this)),
       stop_button_(new QPushButton(QStringLiteral("中止(&S)"), this)),
       owner_(qobject_cast<QMainWindow*>(owner)) {
@@ -31,6 +32,7 @@ JobProgress::JobProgress(QWidget* owner, const QString& caption)
   auto* layout = new QVBoxLayout(this);
   layout->addWidget(stage_);
   layout->addWidget(bar_);
+  layout->addWidget(count_);
   layout->addWidget(stop_button_, 0, Qt::AlignRight);
   connect(stop_button_, &QPushButton::clicked, this, &JobProgress::Stop);
   since_start_.start();
@@ -45,8 +47,10 @@ bool JobProgress::Report(std::string_view stage, int64_t done, int64_t total) {
   if (since_events_.elapsed() >= kEventsEvery) {
     ShowStage(stage, done, total);
     if (!isVisible() && since_start_.elapsed() >= kShownAfter) show();
-    // The dialog is modal: of the user's input only that of its button gets through.
-    QCoreApplication::processEvents();
+    // The dialog is modal: of the user's input only that of its button gets through. Before it is
+    // shown, what the user does waits.
+    QCoreApplication::processEvents(isVisible() ? QEventLoop::AllEvents
+                                                : QEventLoop::ExcludeUserInputEvents);
     since_events_.restart();
   }
   return !is_stopped_;
@@ -61,6 +65,11 @@ void JobProgress::Stop() {
 void JobProgress::ShowStage(std::string_view stage, int64_t done, int64_t total) {
   if (is_stopped_) return;
   stage_->setText(Text(stage));
+  if (stage != stage_text_) {
+    stage_text_ = stage;
+    found_ = -1;
+  }
+  count_->setText(found_ < 0 ? QString() : QStringLiteral("選ばれた銘柄：%1").arg(found_));
   bar_->setRange(0, total > 0 ? 1000 : 0);
   if (total > 0) bar_->setValue(static_cast<int>(std::min(done, total) * 1000 / total));
   if (owner_ == nullptr) return;

@@ -4,6 +4,7 @@
 #include <QCloseEvent>
 #include <QScreen>
 #include <QStatusBar>
+#include <QTimer>
 #include <algorithm>
 #include <utility>
 
@@ -55,7 +56,10 @@ main_Form::main_Form(ProgramState& state, StartUpScreen& screen, const Look& loo
   MakeMenus();
 }
 
-main_Form::~main_Form() = default;
+main_Form::~main_Form() {
+  // Windows that close with this one would still tell it.
+  area_->disconnect(this);
+}
 
 void main_Form::Form_Load() {
   RestorePlacement();
@@ -92,15 +96,36 @@ void main_Form::KeepPlacement() {
 }
 
 void main_Form::closeEvent(QCloseEvent* event) {
-  if (job_ != nullptr) {
-    job_->Stop();
+  if (auto* job = findChild<JobProgress*>()) {
+    job->Stop();
+    connect(job, &QObject::destroyed, this, &main_Form::CloseWhenIdle, Qt::UniqueConnection);
     event->ignore();
     return;
+  }
+  for (QMdiSubWindow* window : area_->subWindowList()) {
+    // What is not saved keeps the program open if its user wants so.
+    if (qobject_cast<screening::joken_Form*>(window->widget()) == nullptr) continue;
+    if (!window->close()) {
+      event->ignore();
+      return;
+    }
   }
   KeepPlacement();
   const auto ended = ShutDown(state_);
   if (!ended) screen_.Questions().Warn(ended.error().message);
   event->accept();
+}
+
+void main_Form::CloseWhenIdle() {
+  constexpr int kAgainAfter = 100;  // ms
+  const bool is_idle = QApplication::activeModalWidget() == nullptr;
+  QTimer::singleShot(is_idle ? 0 : kAgainAfter, this, [this, is_idle] {
+    if (is_idle && QApplication::activeModalWidget() == nullptr) {
+      close();
+    } else {
+      CloseWhenIdle();
+    }
+  });
 }
 
 QMdiSubWindow* main_Form::Add(QWidget* window) {
@@ -122,29 +147,27 @@ QMdiSubWindow* main_Form::Add(QWidget* window) {
   return sub_window;
 }
 
-lists::pricelist_Form* main_Form::Listing() const {
-  auto windows = area_->subWindowList(QMdiArea::ActivationHistoryOrder);
-  std::ranges::reverse(windows);
-  for (const QMdiSubWindow* window : windows) {
-    if (auto* listing = qobject_cast<lists::pricelist_Form*>(window->widget())) return listing;
+void main_Form::Activate(QWidget* window) {
+  for (QMdiSubWindow* each : area_->subWindowList()) {
+    if (each->widget() == window) area_->setActiveSubWindow(each);
   }
-  return nullptr;
+  window->setFocus();
 }
 
-void main_Form::OpenStock(base::MasterRecord stock) {
-  for (QMdiSubWindow* window : area_->subWindowList()) {
-    const auto* listing = qobject_cast<lists::pricelist_Form*>(window->widget());
-    if (listing == nullptr || listing->Stock() != stock) continue;
-    area_->setActiveSubWindow(window);
-    window->widget()->setFocus();
+void main_Form::OpenStock(base::MasterRecord stock, const lists::StockSequence& sequence) {
+  for (lists::pricelist_Form* listing : Windows<lists::pricelist_Form>()) {
+    if (listing->Stock() != stock) continue;
+    listing->SetSequence(sequence);
+    Activate(listing);
     return;
   }
   auto* listing = new lists::pricelist_Form(state_, screen_.Questions());
+  listing->SetSequence(sequence);
   listing->ShowStock(stock);
   Add(listing);
 }
 
-void main_Form::OpenCode(const QString& code) {
+void main_Form::OpenCode(const QString& code, const lists::StockSequence& sequence) {
   if (!state_.store) return;
   const auto parsed = store::StockCode::Parse(Utf8(code));
   const base::MasterRecord stock =
@@ -153,14 +176,12 @@ void main_Form::OpenCode(const QString& code) {
     screen_.Questions().Warn("銘柄コードが見つかりません。");
     return;
   }
-  OpenStock(stock);
+  OpenStock(stock, sequence);
 }
 
 lists::meigaramenu_Form* main_Form::StockMenuWindow() {
-  for (QMdiSubWindow* window : area_->subWindowList()) {
-    auto* menu = qobject_cast<lists::meigaramenu_Form*>(window->widget());
-    if (menu == nullptr) continue;
-    area_->setActiveSubWindow(window);
+  for (lists::meigaramenu_Form* menu : Windows<lists::meigaramenu_Form>()) {
+    Activate(menu);
     return menu;
   }
   auto* menu = new lists::meigaramenu_Form(state_);
@@ -173,18 +194,16 @@ lists::meigaramenu_Form* main_Form::StockMenuWindow() {
 void main_Form::ShowStockMenu(const QString& caption) { StockMenuWindow()->ShowMenu(caption); }
 
 void main_Form::ShowTable(const QString& caption, lists::Table table, const QString& page) {
-  auto* window = new table_Form(caption, std::move(table), screen_.Questions());
+  auto* window = new table_Form(caption, std::move(table), screen_.Questions(), *state_.files);
   window->setProperty("helpPage", page);
-  connect(window, &table_Form::CodeChosen, this, &main_Form::OpenCode);
+  connect(window, &table_Form::CodeChosen, this, [this](const QString& code) { OpenCode(code); });
   Add(window);
 }
 
 void main_Form::ShowManual(const QString& page) {
-  for (QMdiSubWindow* window : area_->subWindowList()) {
-    auto* manual = qobject_cast<manual_Form*>(window->widget());
-    if (manual == nullptr) continue;
+  for (manual_Form* manual : Windows<manual_Form>()) {
     manual->ShowPage(page);
-    area_->setActiveSubWindow(window);
+    Activate(manual);
     return;
   }
   auto* manual = new manual_Form;
@@ -207,14 +226,22 @@ void main_Form::ShowStore() {
   store_label_->setText(QStringLiteral("最新日付 %1　%2銘柄").arg(date).arg(stocks));
 }
 
+void main_Form::ReleaseStore() {
+  for (auto* window : Windows<screening::check2_Form>()) window->ReleaseStore();
+  for (auto* window : Windows<screening::joken_Form>()) window->ReleaseStore();
+  for (auto* window : Windows<screening::result_Form>()) window->ReleaseStore();
+}
+
 void main_Form::ReloadWindows() {
-  for (const QMdiSubWindow* window : area_->subWindowList()) {
-    if (auto* listing = qobject_cast<lists::pricelist_Form*>(window->widget())) listing->Reload();
-    if (auto* menu = qobject_cast<lists::meigaramenu_Form*>(window->widget())) menu->Reload();
-  }
+  for (auto* window : Windows<lists::pricelist_Form>()) window->Reload();
+  for (auto* window : Windows<lists::meigaramenu_Form>()) window->Reload();
+  for (auto* window : Windows<screening::check2_Form>()) window->Reload();
+  for (auto* window : Windows<screening::joken_Form>()) window->Reload();
+  for (auto* window : Windows<screening::result_Form>()) window->Reload();
 }
 
 void main_Form::ReloadStore() {
+  ReleaseStore();
   LoadStore(state_, screen_);
   MakeStockMenuEntries();
   ReloadWindows();

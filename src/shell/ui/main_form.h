@@ -8,6 +8,7 @@
 #include <QMdiSubWindow>
 #include <QMenu>
 #include <QToolBar>
+#include <filesystem>
 #include <functional>
 #include <string>
 #include <vector>
@@ -17,6 +18,9 @@
 #include "lists/table.h"
 #include "lists/ui/meigaramenu_form.h"
 #include "lists/ui/pricelist_form.h"
+#include "screening/ui/check2_form.h"
+#include "screening/ui/joken_form.h"
+#include "screening/ui/result_form.h"
 #include "shell/start_up.h"
 #include "shell/ui/job_progress.h"
 #include "shell/ui/look.h"
@@ -41,8 +45,9 @@ class main_Form final : public QMainWindow {
   void Form_Load();
   /// A line in the status bar.
   void ShowStatus(const QString& status);
-  /// The window of the stock's prices: one that shows it already, else a new one.
-  void OpenStock(base::MasterRecord stock);
+  /// The window of the stock's prices: one that shows it already, else a new one. Its keys for the
+  /// next and the previous stock step through `sequence`, where that is not empty.
+  void OpenStock(base::MasterRecord stock, const lists::StockSequence& sequence = {});
 
  public Q_SLOTS:
   void mnu_market_Click();
@@ -53,7 +58,10 @@ class main_Form final : public QMainWindow {
   void mnu_pricelist_Click();
   void mnu_beforemeigara_Click();
   void mnu_aftermeigara_Click();
+  void mnu_check2_Click();
   void mnu_analysis_Click();
+  void mnu_joken_Click();
+  void mnu_result_Click();
   void mnu_koumoku_Click();
   void mnu_toolbar_Click();
   void mnu_statusbar_Click();
@@ -97,14 +105,35 @@ class main_Form final : public QMainWindow {
   [[nodiscard]] base::Status Save(const Settings& changed);
 
   QMdiSubWindow* Add(QWidget* window);
-  /// The price listing that is in front, else the newest one.
-  [[nodiscard]] lists::pricelist_Form* Listing() const;
   [[nodiscard]] lists::meigaramenu_Form* StockMenuWindow();
   void ShowStockMenu(const QString& caption);
   void ShowTable(const QString& caption, lists::Table table, const QString& page);
   void ShowSystemFile(store::FileKind kind, const QString& caption);
   void ShowManual(const QString& page);
-  void OpenCode(const QString& code);
+  void OpenCode(const QString& code, const lists::StockSequence& sequence = {});
+
+  // Screening.
+  [[nodiscard]] screening::check2_Form* AnalysisWindow();
+  void EditAnalysis(const std::filesystem::path& file);
+  void ShowResult(screening::ResultContent content);
+  void EditColumns();
+  /// Windows of a kind, the one in front last.
+  template <typename Form>
+  [[nodiscard]] std::vector<Form*> Windows() const {
+    std::vector<Form*> found;
+    for (const QMdiSubWindow* window : area_->subWindowList(QMdiArea::ActivationHistoryOrder)) {
+      if (auto* form = qobject_cast<Form*>(window->widget())) found.push_back(form);
+    }
+    return found;
+  }
+  void Activate(QWidget* window);
+  /// Of the results that are in front, else of the listing.
+  void StepStock(int32_t step);
+  /// Saves the settings and takes them over; no window is told.
+  [[nodiscard]] base::Status Keep(const Settings& changed);
+  void ReleaseStore();
+  /// Once the job under way has ended and its messages are read.
+  void CloseWhenIdle();
 
   /// Runs a job that changes the store and reads the store anew. The job gives what to tell.
   void ChangeStore(
@@ -128,7 +157,6 @@ class main_Form final : public QMainWindow {
   QAction* toolbar_action_ = nullptr;
   QAction* statusbar_action_ = nullptr;
   std::vector<QMenu*> stock_menus_;
-  JobProgress* job_ = nullptr;  // the one under way
 };
 
 }  // namespace orin::shell

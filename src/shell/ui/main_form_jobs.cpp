@@ -8,8 +8,6 @@
 #include "base/cp932.h"
 #include "base/file_system.h"
 #include "base/text.h"
-#include "screening/screening_run.h"
-#include "shell/analysis_group_files.h"
 #include "shell/store_places.h"
 #include "shell/ui/assistant_form.h"
 #include "shell/ui/main_form.h"
@@ -71,9 +69,7 @@ void main_Form::ChangeStore(
       return;
     }
     JobProgress progress(this, Text(StageCaption(stage)));
-    job_ = &progress;
     told = job(*opened, progress);
-    job_ = nullptr;
   }
   // What was committed before a failure counts too.
   ReloadStore();
@@ -142,56 +138,6 @@ void main_Form::mnu_company_write_Click() {
   if (!saved) Fail("会社情報の保存", saved.error().message);
 }
 
-void main_Form::mnu_analysis_Click() {
-  const std::string stage = "株価分析";
-  const auto group =
-      FilesOfGroup(NativeSetting(state_.places, state_.settings.common.analysis_group_file),
-                   state_.places.program_directory);
-  if (!group) {
-    Fail(stage, group.error().message);
-    return;
-  }
-  const auto first_file = ChosenFirstFile(state_.settings.common);
-  if (!first_file) {
-    Fail(stage, first_file.error().message);
-    return;
-  }
-  const auto store = store::StockStore::Open(state_.store->Location(),
-                                             {store::Access::kRead, *first_file}, *state_.files);
-  if (!store) {
-    Fail(stage, store.error().message);
-    return;
-  }
-  const screening::RunOptions options{state_.places.program_directory,
-                                      state_.settings.chart_action.bunkatsu_auto_check,
-                                      screening::DaysOfGroup(*store, group->all)};
-  std::vector<screening::RunResult> results;
-  {
-    JobProgress progress(this, Text(StageCaption(stage)));
-    job_ = &progress;
-    for (const auto& file : group->ticked) {
-      auto result = screening::RunAnalysisFile(*store, file, options, *state_.files, progress);
-      if (result) {
-        results.push_back(std::move(*result));
-        continue;
-      }
-      Fail(stage, result.error().message);
-      if (!progress.Report(stage, 0, 0)) break;
-    }
-    job_ = nullptr;
-  }
-  setWindowTitle(QStringLiteral("ミルテ（株価分析終了）"));
-  for (const screening::RunResult& result : results) {
-    const auto bytes = base::ReadFile(result.result_list);
-    if (!bytes) continue;
-    auto list = lists::TableOfList(base::DecodeText(*bytes).text);
-    ShowTable(QStringLiteral("分析結果（%1：%2）").arg(Text(list.title), Text(list.date)),
-              std::move(list.table), QStringLiteral("screening"));
-  }
-  screen_.Questions().Inform("株価チェックが終了しました。");
-  setWindowTitle(Text(kProductName));
-}
-
 void main_Form::mnu_koumoku_Click() {
   ShowTable(QStringLiteral("分析項目一覧"), TableOfItems(), QStringLiteral("items"));
 }
@@ -201,9 +147,7 @@ void main_Form::mnu_check_Click() {
   base::Result<std::vector<std::string>> findings;
   {
     JobProgress progress(this, Text(StageCaption(stage)));
-    job_ = &progress;
     findings = store::CheckStore(state_.StoreLocation(), progress, *state_.files);
-    job_ = nullptr;
   }
   if (!findings) {
     Fail(stage, findings.error().message);

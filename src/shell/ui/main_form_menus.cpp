@@ -57,13 +57,19 @@ const std::vector<main_Form::Command>& main_Form::Commands() {
       {kMenus[1], "株価一覧(&P)", "Ctrl+L",
        "ダウ工業株の指数など、最初の銘柄の株価一覧を表示します", &Form::mnu_pricelist_Click, true,
        "株価一覧"},
-      {kMenus[1], "前の銘柄(&B)", "Ctrl+PgUp", "株価一覧を前の銘柄に変えます",
+      {kMenus[1], "前の銘柄(&B)", "Ctrl+PgUp", "株価一覧か分析結果を前の銘柄に変えます",
        &Form::mnu_beforemeigara_Click, true, "前の銘柄"},
-      {kMenus[1], "次の銘柄(&N)", "Ctrl+PgDown", "株価一覧を次の銘柄に変えます",
+      {kMenus[1], "次の銘柄(&N)", "Ctrl+PgDown", "株価一覧か分析結果を次の銘柄に変えます",
        &Form::mnu_aftermeigara_Click, true, "次の銘柄"},
+      {kMenus[2], "株価分析(&W)…", "Ctrl+R",
+       "株価分析グループの分析ファイルを選び、日付を決めて実行します", &Form::mnu_check2_Click,
+       true, "株価分析"},
       {kMenus[2], "株価分析の実行(&R)", "F5",
-       "株価分析グループの、印のついた分析ファイルを実行します", &Form::mnu_analysis_Click, true,
-       "株価分析"},
+       "株価分析グループの、印のついた分析ファイルを実行します", &Form::mnu_analysis_Click, true},
+      {kMenus[2], "条件エディター(&J)…", "Ctrl+E", "新しい分析ファイルの条件を書きます",
+       &Form::mnu_joken_Click, false, "条件エディター"},
+      {kMenus[2], "結果リストを開く(&O)…", "", "前に書かれた結果リストを表示します",
+       &Form::mnu_result_Click, true},
       {kMenus[2], "分析項目一覧(&I)", "", "条件に使える項目の一覧を表示します",
        &Form::mnu_koumoku_Click},
       {kMenus[3], "文字を大きく(&L)", "Ctrl++", "すべての文字を大きくします",
@@ -228,13 +234,21 @@ void main_Form::mnu_pricelist_Click() {
   if (!state_.initial_stock.IsNone()) OpenStock(state_.initial_stock);
 }
 
-void main_Form::mnu_beforemeigara_Click() {
-  if (auto* listing = Listing()) listing->mnu_beforemeigara_Click();
+void main_Form::StepStock(int32_t step) {
+  const QMdiSubWindow* front = area_->activeSubWindow();
+  auto* result =
+      front != nullptr ? qobject_cast<screening::result_Form*>(front->widget()) : nullptr;
+  if (result != nullptr) {
+    result->Step(step);
+    return;
+  }
+  const auto listings = Windows<lists::pricelist_Form>();
+  if (!listings.empty()) listings.back()->Step(step);
 }
 
-void main_Form::mnu_aftermeigara_Click() {
-  if (auto* listing = Listing()) listing->mnu_aftermeigara_Click();
-}
+void main_Form::mnu_beforemeigara_Click() { StepStock(-1); }
+
+void main_Form::mnu_aftermeigara_Click() { StepStock(1); }
 
 void main_Form::mnu_help_Click() {
   const QMdiSubWindow* window = area_->activeSubWindow();

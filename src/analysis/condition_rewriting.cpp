@@ -1,0 +1,157 @@
+#include "analysis/condition_rewriting.h"
+
+#include <optional>
+#include <vector>
+
+#include "analysis/condition.h"
+#include "analysis/condition_text.h"
+#include "analysis/condition_words.h"
+#include "analysis/items/item_catalogue.h"
+#include "analysis/note_sentence.h"
+#include "analysis/splitters.h"
+#include "base/text.h"
+
+namespace orin::analysis {
+
+namespace {
+
+using base::Fail;
+using base::Result;
+
+/// A text with the bytes at which its words begin and end.
+struct PlacedWord {
+  size_t begin = 0;
+  size_t end = 0;
+  WordKind kind = WordKind::kItem;
+};
+
+std::vector<PlacedWord> PlaceWords(std::string_view text) {
+  std::vector<size_t> bytes;  // of each character
+  for (size_t i = 0; i < text.size(); ++i) {
+    if (BeginsCharacter(text[i])) bytes.push_back(i);
+  }
+  bytes.push_back(text.size());
+  LineEnd state;
+  std::vector<PlacedWord> placed;
+  for (const MarkedWord& word : MarkWords(text, state)) {
+    placed.push_back({bytes[word.first], bytes[word.first + word.count], word.kind});
+  }
+  return placed;
+}
+
+/// The place of the ")" that closes the "(" at `open`; nullopt where there is none.
+std::optional<size_t> CloseOf(std::string_view text, const std::vector<PlacedWord>& words,
+                              size_t open) {
+  for (size_t i = open + 1; i < words.size(); ++i) {
+    if (words[i].kind == WordKind::kParenthesis && text[words[i].begin] == ')') return i;
+  }
+  return std::nullopt;
+}
+
+std::optional<int32_t> ParseOffset(std::string_view text) {
+  const std::string_view digits = text.starts_with('-') ? text.substr(1) : text;
+  if (digits.empty() || digits.size() > 6 ||
+      digits.find_first_not_of("0123456789") != std::string_view::npos) {
+    return std::nullopt;
+  }
+  return std::stoi(std::string(text));
+}
+
+/// The Or-terms of a condition without its comments.
+Result<std::vector<std::string>> OrTermsOf(std::string_view text) {
+  if (const auto compiled = CompileCondition(text); !compiled) {
+    return Fail(NoteSentence(compiled.error()));
+  }
+  const ConditionText decoded = ConditionText::Decode(text);
+  const auto pieces = SplitQuotes(decoded.View());
+  if (!pieces) return Fail(NoteSentence(pieces.error()));
+  ConditionText plain;
+  for (size_t i = 0; i < pieces->size(); i += 2) plain.Append((*pieces)[i]);
+  const auto terms = SplitOr(plain.View());
+  if (!terms) return Fail(NoteSentence(terms.error()));
+  std::vector<std::string> texts;
+  for (const TextView& term : *terms) texts.emplace_back(TrimAllBlanks(term.bytes));
+  return texts;
+}
+
+bool IsEmpty(std::string_view text) { return TrimAllBlanks(text).empty(); }
+
+Result<std::string> Checked(std::string text) {
+  const auto compiled = CompileCondition(text);
+  if (!compiled) return Fail(NoteSentence(compiled.error()));
+  return text;
+}
+
+}  // namespace
+
+Result<std::string> ShiftedBack(std::string_view text, int32_t days) {
+  const std::vector<PlacedWord> words = PlaceWords(text);
+  std::string shifted;
+  size_t taken = 0;
+  for (size_t i = 0; i + 1 < words.size(); ++i) {
+    if (words[i].kind != WordKind::kItem) continue;
+    const std::string_view name = text.substr(words[i].begin, words[i].end - words[i].begin);
+    if (FindItem(name).entry->family->ending != ItemFamily::Ending::kOffset) continue;
+    const auto close = CloseOf(text, words, i + 1);
+    if (!close) return Fail("「" + std::string(name) + "」の括弧が閉じていません。");
+    // The last argument begins behind the last comma, or behind the parenthesis.
+    size_t before = i + 1;
+    for (size_t j = i + 2; j < *close; ++j) {
+      if (words[j].kind == WordKind::kParenthesis) before = j;
+    }
+    const std::string_view written =
+        text.substr(words[before].end, words[*close].begin - words[before].end);
+    const auto offset = ParseOffset(base::TrimBlanks(written));
+    if (!offset) {
+      return Fail("「" +
+                  std::string(text.substr(words[i].begin, words[*close].end - words[i].begin)) +
+                  "」は何日前かが数字でないので、日をずらせません。");
+    }
+    shifted += text.substr(taken, words[before].end - taken);
+    shifted += std::to_string(*offset - days);
+    taken = words[*close].begin;
+  }
+  return shifted += text.substr(taken);
+}
+
+Result<std::string> JoinedWithAnd(std::string_view a, std::string_view b) {
+  if (IsEmpty(a)) return std::string(b);
+  if (IsEmpty(b)) return std::string(a);
+  const auto left = OrTermsOf(a);
+  if (!left) return base::Forward(left);
+  const auto right = OrTermsOf(b);
+  if (!right) return base::Forward(right);
+  const size_t terms = left->size() * right->size();
+  if (terms > CompiledCondition::kMaximumOrTerms) {
+    return Fail("Or で区切った部分が" + std::to_string(terms) + "になり、" +
+                std::to_string(CompiledCondition::kMaximumOrTerms) +
+                "を超えるので、And でつなげません。");
+  }
+  std::string joined;
+  for (const std::string& first : *left) {
+    for (const std::string& second : *right) {
+      joined += (joined.empty() ? "" : " Or ") + first + " And ";
+      joined += second;
+    }
+  }
+  return Checked(std::move(joined));
+}
+
+Result<std::string> JoinedWithOr(std::string_view a, std::string_view b) {
+  if (IsEmpty(a)) return std::string(b);
+  if (IsEmpty(b)) return std::string(a);
+  const auto left = OrTermsOf(a);
+  if (!left) return base::Forward(left);
+  const auto right = OrTermsOf(b);
+  if (!right) return base::Forward(right);
+  std::string joined;
+  for (const auto* terms : {&*left, &*right}) {
+    for (const std::string& term : *terms) {
+      joined += joined.empty() ? "" : " Or ";
+      joined += term;
+    }
+  }
+  return Checked(std::move(joined));
+}
+
+}  // namespace orin::analysis

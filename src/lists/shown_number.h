@@ -1,0 +1,38 @@
+#pragma once
+
+#include <algorithm>
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "base/currency.h"
+
+namespace orin::lists {
+
+// Numbers as tables show them.
+
+/// The decimals that each of the values needs, 2 to 4, so that a column has the same everywhere.
+class DecimalsNeeded {
+ public:
+  void Add(base::Currency value) {
+    const int32_t needed = value.Raw() % 10 != 0 ? 4 : value.Raw() % 100 != 0 ? 3 : 2;
+    count_ = std::max(count_, needed);
+  }
+  [[nodiscard]] int32_t Count() const { return count_; }
+
+ private:
+  int32_t count_ = 2;
+};
+
+/// Digits in groups of three; `decimals` of the four are shown, halves rounded away from zero.
+/// `with_sign` puts "+" before what is above 0.
+std::string Grouped(base::Currency value, int32_t decimals, bool with_sign);
+
+/// `change` in percent of `before`; none where that is 0.
+std::optional<base::Currency> PercentOf(base::Currency change, base::Currency before);
+
+/// Without what a spreadsheet would stumble over: groups, plus signs, "％".
+std::string PlainNumber(std::string_view shown);
+
+}  // namespace orin::lists

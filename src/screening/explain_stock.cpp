@@ -1,0 +1,41 @@
+#include "screening/explain_stock.h"
+
+#include "analysis/note_sentence.h"
+#include "analysis/program.h"
+#include "analysis/stock_context.h"
+
+namespace orin::screening {
+
+namespace {
+
+tl::unexpected<RunFailure> Failure(std::string message) {
+  return tl::unexpected<RunFailure>(RunFailure{std::move(message)});
+}
+
+tl::unexpected<RunFailure> Failure(const analysis::Note& note) {
+  return tl::unexpected<RunFailure>(
+      RunFailure{analysis::NoteSentence(note), RunFailure::Kind::kCannotBeCompiled});
+}
+
+}  // namespace
+
+Outcome<analysis::Explanation> ExplainStock(const store::StockStore& store,
+                                            std::string_view condition,
+                                            const ExplainQuestion& question) {
+  const auto second = FindSecondStock(store, question.second_stock);
+  if (!second) return Failure(second.error().message);
+  const auto program = analysis::BuildProgram(condition);
+  if (!program) return Failure(program.error());
+  const auto beside = analysis::Companions::Load(store, program->Needs());
+  if (!beside) return Failure(beside.error().message);
+  analysis::StockContext context(store, program->Needs(), question.day, question.day, *second,
+                                 question.adjust_splits);
+  context.SetBeside(&*beside);
+  context.KeywordDays() = question.days.value_or(DaysOfFile(question.day));
+  context.Load(store.Master().Stock(question.stock));
+  auto explanation = analysis::Explain(condition, context, question.day);
+  if (!explanation) return Failure(explanation.error());
+  return std::move(*explanation);
+}
+
+}  // namespace orin::screening

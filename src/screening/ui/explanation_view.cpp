@@ -1,0 +1,97 @@
+#include "screening/ui/explanation_view.h"
+
+#include <QHeaderView>
+#include <QVBoxLayout>
+#include <algorithm>
+#include <memory>
+#include <vector>
+
+#include "analysis/explanation_outline.h"
+#include "analysis/note_sentence.h"
+#include "shell/ui/qt_text.h"
+
+namespace orin::screening {
+
+using shell::Text;
+
+namespace {
+
+enum Column { kText, kValue, kRemark, kColumns };
+
+std::string WithoutLineEnd(std::string text) {
+  while (text.ends_with('\n')) text.pop_back();
+  return text;
+}
+
+/// A mark and a word, so that colour alone tells nothing.
+QString MarkOf(const analysis::OutlineRow& row) {
+  if (!row.truth) return {};
+  return *row.truth ? QStringLiteral("○ ") : QStringLiteral("× ");
+}
+
+}  // namespace
+
+ExplanationView::ExplanationView(QWidget* owner)
+    : QWidget(owner), outcome_(new QLabel(this)), tree_(new QTreeWidget(this)) {
+  outcome_->setWordWrap(true);
+  outcome_->setTextInteractionFlags(Qt::TextSelectableByMouse);
+  tree_->setColumnCount(kColumns);
+  tree_->setHeaderLabels(
+      {QStringLiteral("条件と値"), QStringLiteral("値"), QStringLiteral("足、理由")});
+  tree_->headerItem()->setTextAlignment(kValue, Qt::AlignRight | Qt::AlignVCenter);
+  tree_->setAccessibleName(QStringLiteral("選ばれる、選ばれない理由"));
+  tree_->setAlternatingRowColors(true);
+  tree_->setUniformRowHeights(true);
+  auto* layout = new QVBoxLayout(this);
+  layout->setContentsMargins(0, 0, 0, 0);
+  layout->addWidget(outcome_);
+  layout->addWidget(tree_);
+  ShowSentence({});
+}
+
+void ExplanationView::ShowExplanation(const analysis::Explanation& explanation,
+                                      const std::string& stock, base::Date date,
+                                      const std::string& remark) {
+  const std::string outcome = OutcomeText(explanation, stock, date) + remark;
+  outcome_->setText(Text(WithoutLineEnd(outcome)));
+  tree_->clear();
+  std::vector<QTreeWidgetItem*> open;  // the item at each level that further ones hang on
+  const auto add = [&](size_t level, const QStringList& texts) {
+    // A level may be passed over.
+    open.resize(std::min(level, open.size()));
+    auto item = std::make_unique<QTreeWidgetItem>(texts);
+    item->setTextAlignment(kValue, Qt::AlignRight | Qt::AlignVCenter);
+    for (int column = 0; column < kColumns; ++column) {
+      item->setToolTip(column, item->text(column));
+    }
+    QTreeWidgetItem* added = item.get();
+    if (open.empty()) {
+      tree_->addTopLevelItem(item.release());
+    } else {
+      open.back()->addChild(item.release());
+    }
+    open.push_back(added);
+  };
+  for (const analysis::OutlineRow& row : OutlineOf(explanation)) {
+    add(row.level, {MarkOf(row) + Text(row.text), Text(row.value), Text(row.remark)});
+  }
+  if (!explanation.notes.empty()) {
+    add(0, {QStringLiteral("書き方の注意")});
+    for (const analysis::Note& note : explanation.notes) {
+      add(1, {Text(analysis::NoteSentence(note))});
+    }
+  }
+  tree_->setVisible(true);
+  tree_->expandAll();
+  for (int column = 0; column < kColumns; ++column) tree_->resizeColumnToContents(column);
+  // What a long condition says can be read in its tip; the values stay in sight.
+  const int widest = std::max(tree_->width() / 2, fontMetrics().averageCharWidth() * 40);
+  tree_->setColumnWidth(kText, std::min(tree_->columnWidth(kText), widest));
+}
+
+void ExplanationView::ShowSentence(const QString& sentence) {
+  outcome_->setText(sentence);
+  tree_->clear();
+}
+
+}  // namespace orin::screening
