@@ -81,7 +81,8 @@ TEST_F(ScreeningRunTest, MarketDateAndSecondStockAreObserved) {
   EXPECT_EQ(Run("分析上場市場：ＮＹ市場銘柄\n分析項目：終値(0) > 0\n")->selected.size(), 1U);
   EXPECT_EQ(Run("分析日付：2020/01/07\n分析項目：終値(0) = 2\n")->selected.size(), 2U);
   EXPECT_NE(ListText("k20200107.txt"), "");
-  EXPECT_EQ(Run("分析項目：終値(0) * 2 < 第二銘柄終値(-1)\n第二銘柄コード：^DJI\n")->selected.size(), 2U);
+  EXPECT_EQ(
+      Run("分析項目：終値(0) * 2 < 第二銘柄終値(-1)\n第二銘柄コード：^DJI\n")->selected.size(), 2U);
   EXPECT_EQ(Run("分析項目：終値(0) < 第二銘柄終値(0)\n")->selected.size(), 0U) << "no second stock";
 }
 

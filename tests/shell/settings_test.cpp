@@ -110,5 +110,19 @@ TEST(AnalysisGroup, ChecksAreWrittenAsOneOrNoughtAndOtherLinesStay) {
   EXPECT_EQ(ReadAnalysisGroup(reread), group);
 }
 
+TEST(AnalysisGroup, ColumnsAreKeptWithTheGroupBesideWhatElseTheFileHolds) {
+  const support::ScratchDirectory scratch;
+  const auto file = scratch / "my.chk";
+  AnalysisGroup group;
+  group.entries[0] = {"株", "a.txt", true};
+  group.columns[4] = {"倍", "終値(0) * 2"};
+  ASSERT_TRUE(SaveAnalysisGroup(base::NativeFileSystem(), file, group)) << "a missing file is made";
+  EXPECT_EQ(*LoadAnalysisGroup(file), group);
+  PutFile(file, "; memo\r\n[Mine]\r\nkey=1\r\n[Column]\r\ncolumn1=1\r\n");
+  ASSERT_TRUE(SaveAnalysisGroup(base::NativeFileSystem(), file, group));
+  EXPECT_EQ(*LoadAnalysisGroup(file), group);
+  EXPECT_THAT(*base::ReadFile(file), HasSubstr("; memo\r\n[Mine]\r\nkey=1"));
+}
+
 }  // namespace
 }  // namespace orin::shell

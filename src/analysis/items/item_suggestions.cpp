@@ -5,6 +5,7 @@
 
 #include "analysis/condition_text.h"
 #include "analysis/condition_words.h"
+#include "analysis/items/item_families.h"
 #include "analysis/items/item_readings.h"
 #include "analysis/items/name_folding.h"
 #include "indicators/indicator.h"
@@ -44,6 +45,14 @@ int32_t UsualOf(std::string_view label, SeriesForm form) {
   return form == SeriesForm::kWeekly    ? usual.week
          : form == SeriesForm::kMonthly ? usual.month
                                         : usual.day;
+}
+
+BoundItem ItemOf(const ItemEntry& entry, SeriesForm form) {
+  BoundItem item;
+  item.entry = &entry;
+  item.form = form;
+  item.indicator = indicators::FindIndicator(entry.indicator);
+  return item;
 }
 
 /// An item as the search sees it.
@@ -86,17 +95,16 @@ ItemSuggestion SuggestionOf(const FoundItem& item) {
   for (const std::string& label : ArgumentLabels(*item.entry, item.form)) {
     suggestion.labels += (suggestion.labels.empty() ? "" : "、") + label;
   }
-  suggestion.call = CallText(*item.entry, item.form, UsualArguments(*item.entry, item.form), 0);
+  const auto arguments = UsualArguments(*item.entry, item.form);
+  suggestion.call =
+      CallText(*item.entry, item.form, arguments, NewestOffset(*item.entry, item.form, arguments));
   return suggestion;
 }
 
 }  // namespace
 
 std::array<int32_t, kMaximumItemArguments> UsualArguments(const ItemEntry& entry, SeriesForm form) {
-  BoundItem item;
-  item.entry = &entry;
-  item.form = form;
-  item.indicator = indicators::FindIndicator(entry.indicator);
+  const BoundItem item = ItemOf(entry, form);
   std::array<int32_t, kMaximumItemArguments> arguments = {};
   for (size_t i = 0; i < entry.ParameterCount(); ++i) {
     const ArgumentLimits limits = item.LimitsOf(i);
@@ -105,10 +113,17 @@ std::array<int32_t, kMaximumItemArguments> UsualArguments(const ItemEntry& entry
   return arguments;
 }
 
+int32_t NewestOffset(const ItemEntry& entry, SeriesForm form,
+                     const std::array<int32_t, kMaximumItemArguments>& arguments) {
+  BoundItem item = ItemOf(entry, form);
+  item.arguments = arguments;
+  return -item.Lead();
+}
+
 std::string CallText(const ItemEntry& entry, SeriesForm form,
                      const std::array<int32_t, kMaximumItemArguments>& arguments, int32_t offset) {
   std::string text = ItemName(entry, form);
-  if (entry.number != 0) return text + "()? ";
+  if (entry.family == &kFunctionNumberItems) return text + "()? ";
   text += '(';
   for (size_t i = 0; i < entry.ParameterCount(); ++i) {
     if (i > 0) text += ',';

@@ -16,6 +16,11 @@ namespace orin::analysis {
 /// history.
 std::array<int32_t, kMaximumItemArguments> UsualArguments(const ItemEntry& entry, SeriesForm form);
 
+/// The latest offset at which a call with these arguments can have a value: 0, but for items that
+/// look ahead from the bar named.
+int32_t NewestOffset(const ItemEntry& entry, SeriesForm form,
+                     const std::array<int32_t, kMaximumItemArguments>& arguments);
+
 /// The text of a call with these arguments: "移動平均(25,0)", "Ａｂｓ()? ", "買い値(0)".
 std::string CallText(const ItemEntry& entry, SeriesForm form,
                      const std::array<int32_t, kMaximumItemArguments>& arguments, int32_t offset);

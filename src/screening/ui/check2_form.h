@@ -101,7 +101,10 @@ class check2_Form final : public QWidget {
   /// One entry; false where the run is to end.
   bool RunEntry(Run& run, size_t place, const std::filesystem::path& file);
   void RunTicked(Run& run);
+  void ShowResults(Run& run);
   void Report(const Run& run);
+  [[nodiscard]] base::Result<std::optional<store::StockStore>> OpenFromFirstFile(
+      const base::Result<std::optional<int16_t>>& first_file) const;
 
   const shell::ProgramState& state_;
   shell::Messages& messages_;

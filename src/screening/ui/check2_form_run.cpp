@@ -38,16 +38,12 @@ void check2_Form::Command1_Click() {
     return;
   }
   const auto first_file = shell::ChosenFirstFile(state_.settings.common);
-  if (!first_file) {
-    surroundings_.fail(first_file.error().message);
+  const auto own_store = OpenFromFirstFile(first_file);
+  if (!own_store) {
+    surroundings_.fail(own_store.error().message);
     return;
   }
-  const auto store = store::StockStore::Open(state_.store->Location(),
-                                             {store::Access::kRead, *first_file}, *state_.files);
-  if (!store) {
-    surroundings_.fail(store.error().message);
-    return;
-  }
+  const store::StockStore& store = *own_store ? **own_store : *state_.store;
   count_.Stop();
   count_timer_.stop();
   list_->ClearOutcomes();
@@ -55,20 +51,41 @@ void check2_Form::Command1_Click() {
       std::make_unique<shell::JobProgress>(window(), Text(shell::StageCaption("株価分析")));
   job_ = progress.get();
   EnableButtons();
-  Run run{*store,
+  Run run{store,
           {.base_directory = state_.places.program_directory,
            .adjust_splits = state_.settings.chart_action.bunkatsu_auto_check,
-           .days = DaysOfGroup(*store, files.all, ChosenDate()),
+           .days = DaysOfGroup(store, files.all, ChosenDate()),
            .date = ChosenDate()},
           *first_file,
           *progress};
   RunTicked(run);
+  // Whoever closes the window wants to see nothing any more.
+  if (!is_stopping_to_close_) ShowResults(run);
   job_ = nullptr;
   progress.reset();
   Report(run);
   EnableButtons();
   CountSoon();
   if (is_stopping_to_close_) (parentWidget() != nullptr ? parentWidget() : this)->close();
+}
+
+/// None where all price files are read: the store that is open serves.
+base::Result<std::optional<store::StockStore>> check2_Form::OpenFromFirstFile(
+    const base::Result<std::optional<int16_t>>& first_file) const {
+  if (!first_file) return base::Forward(first_file);
+  if (!*first_file) return std::optional<store::StockStore>();
+  auto opened = store::StockStore::Open(state_.store->Location(),
+                                        {store::Access::kRead, *first_file}, *state_.files);
+  if (!opened) return base::Forward(opened);
+  return std::optional(std::move(*opened));
+}
+
+void check2_Form::ShowResults(Run& run) {
+  const auto total = static_cast<int64_t>(run.results.size());
+  for (int64_t i = 0; i < total; ++i) {
+    static_cast<void>(run.progress.Report("ミルテ（分析結果）", i, total));
+    surroundings_.show(std::move(run.results[static_cast<size_t>(i)]));
+  }
 }
 
 void check2_Form::RunTicked(Run& run) {
@@ -112,9 +129,7 @@ bool check2_Form::RunEntry(Run& run, size_t place, const fs::path& file) {
 
 void check2_Form::Report(const Run& run) {
   if (run.has_store_changed) surroundings_.reload_store();
-  // Whoever closes the window wants to see nothing any more.
   if (is_stopping_to_close_) return;
-  for (const ResultContent& content : run.results) surroundings_.show(content);
   QWidget* main = window();
   if (!run.is_stopped) main->setWindowTitle(QStringLiteral("ミルテ（株価分析終了）"));
   if (!run.failures.empty()) {

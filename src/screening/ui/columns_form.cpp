@@ -30,6 +30,7 @@ columns_Form::columns_Form(const Columns& columns, QWidget* owner) : QDialog(own
     auto* label = new QLabel(QStringLiteral("&%1：").arg(number), this);
     label->setBuddy(row.title);
     row.title->setAccessibleName(QStringLiteral("列%1の見出し").arg(number));
+    row.title->setMinimumWidth(fontMetrics().averageCharWidth() * 16);
     row.title->setPlaceholderText(QStringLiteral("空なら式"));
     row.expression->setAccessibleName(QStringLiteral("列%1の式").arg(number));
     row.expression->setMinimumWidth(fontMetrics().averageCharWidth() * 50);

@@ -58,7 +58,8 @@ bool EndsWord(QChar c) { return c.isSpace() || QStringLiteral("(){}<>=,?^*/\\+\"
 ConditionEditor::ConditionEditor(QWidget* owner)
     : QPlainTextEdit(owner), highlighter_(new ConditionHighlighter(document())) {
   QFont fixed;  // of it the family alone, so that the size follows that of the window
-  fixed.setFamilies({QFontDatabase::systemFont(QFontDatabase::FixedFont).family()});
+  fixed.setFamilies({QFontDatabase::systemFont(QFontDatabase::FixedFont).family(),
+                     QStringLiteral("Noto Sans Mono CJK JP"), font().family()});
   setFont(fixed);
   setAccessibleName(QStringLiteral("条件"));
   setTabChangesFocus(true);

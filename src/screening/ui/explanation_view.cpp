@@ -4,6 +4,7 @@
 #include <QVBoxLayout>
 #include <algorithm>
 #include <memory>
+#include <utility>
 #include <vector>
 
 #include "analysis/explanation_outline.h"
@@ -55,22 +56,20 @@ void ExplanationView::ShowExplanation(const analysis::Explanation& explanation,
   const std::string outcome = OutcomeText(explanation, stock, date) + remark;
   outcome_->setText(Text(WithoutLineEnd(outcome)));
   tree_->clear();
-  std::vector<QTreeWidgetItem*> open;  // the item at each level that further ones hang on
+  // The items that further ones may hang on, each with its level. Levels may be passed over.
+  std::vector<std::pair<size_t, QTreeWidgetItem*>> open;
   const auto add = [&](size_t level, const QStringList& texts) {
-    // A level may be passed over.
-    open.resize(std::min(level, open.size()));
+    while (!open.empty() && open.back().first >= level) open.pop_back();
     auto item = std::make_unique<QTreeWidgetItem>(texts);
     item->setTextAlignment(kValue, Qt::AlignRight | Qt::AlignVCenter);
-    for (int column = 0; column < kColumns; ++column) {
-      item->setToolTip(column, item->text(column));
-    }
+    for (int column = 0; column < kColumns; ++column) item->setToolTip(column, item->text(column));
     QTreeWidgetItem* added = item.get();
     if (open.empty()) {
       tree_->addTopLevelItem(item.release());
     } else {
-      open.back()->addChild(item.release());
+      open.back().second->addChild(item.release());
     }
-    open.push_back(added);
+    open.emplace_back(level, added);
   };
   for (const analysis::OutlineRow& row : OutlineOf(explanation)) {
     add(row.level, {MarkOf(row) + Text(row.text), Text(row.value), Text(row.remark)});
@@ -81,12 +80,22 @@ void ExplanationView::ShowExplanation(const analysis::Explanation& explanation,
       add(1, {Text(analysis::NoteSentence(note))});
     }
   }
-  tree_->setVisible(true);
   tree_->expandAll();
+  FitColumns();
+}
+
+void ExplanationView::FitColumns() {
   for (int column = 0; column < kColumns; ++column) tree_->resizeColumnToContents(column);
   // What a long condition says can be read in its tip; the values stay in sight.
-  const int widest = std::max(tree_->width() / 2, fontMetrics().averageCharWidth() * 40);
+  const int rest = tree_->viewport()->width() - tree_->columnWidth(kValue);
+  const int widest = std::max(rest / 2, rest - tree_->columnWidth(kRemark));
   tree_->setColumnWidth(kText, std::min(tree_->columnWidth(kText), widest));
+}
+
+void ExplanationView::resizeEvent(QResizeEvent* event) {
+  QWidget::resizeEvent(event);
+  // The tree has its new width after the layout.
+  QMetaObject::invokeMethod(this, &ExplanationView::FitColumns, Qt::QueuedConnection);
 }
 
 void ExplanationView::ShowSentence(const QString& sentence) {

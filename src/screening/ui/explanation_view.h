@@ -24,7 +24,12 @@ class ExplanationView final : public QWidget {
   /// A sentence in place of an explanation; an empty one leaves the view empty.
   void ShowSentence(const QString& sentence);
 
+ protected:
+  void resizeEvent(QResizeEvent* event) override;
+
  private:
+  void FitColumns();
+
   QLabel* outcome_;
   QTreeWidget* tree_;
 };

@@ -83,7 +83,7 @@ koumoku_Form::koumoku_Form(QWidget* owner)
   layout->addLayout(columns);
   layout->addWidget(call_);
   layout->addWidget(buttons);
-  resize(fontMetrics().averageCharWidth() * 130, fontMetrics().height() * 26);
+  resize(fontMetrics().averageCharWidth() * 80, fontMetrics().height() * 30);
 
   connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
   connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
@@ -106,7 +106,7 @@ const analysis::FoundItem* koumoku_Form::Chosen() const {
 }
 
 void koumoku_Form::FillItems() {
-  const analysis::ItemEntry* before = Chosen() != nullptr ? Chosen()->entry : nullptr;
+  const std::string_view before = Chosen() != nullptr ? Chosen()->entry->name : "";
   listed_.clear();
   const std::string word = Utf8(search_->text().trimmed());
   const QString family =
@@ -127,7 +127,7 @@ void koumoku_Form::FillItems() {
   items_->clear();
   int row = 0;
   for (const analysis::FoundItem& item : listed_) {
-    if (item.entry == before) row = items_->count();
+    if (item.entry->name == before) row = items_->count();
     items_->addItem(Text(ShownName(*item.entry, item.form)));
   }
   items_->setCurrentRow(listed_.empty() ? -1 : row);
@@ -167,17 +167,25 @@ void koumoku_Form::ShowArguments() {
   ShowCall();
 }
 
+std::array<int32_t, analysis::kMaximumItemArguments> koumoku_Form::Arguments() const {
+  std::array<int32_t, analysis::kMaximumItemArguments> arguments = {};
+  const size_t parameters = Chosen()->entry->ParameterCount();
+  for (size_t i = 0; i < parameters; ++i) arguments.at(i) = boxes_[i]->value();
+  return arguments;
+}
+
 std::string koumoku_Form::Call() const {
   const analysis::FoundItem* item = Chosen();
   if (item == nullptr) return {};
-  std::array<int32_t, analysis::kMaximumItemArguments> arguments = {};
-  const size_t parameters = item->entry->ParameterCount();
-  for (size_t i = 0; i < parameters; ++i) arguments.at(i) = boxes_[i]->value();
   const int32_t offset = EndsInOffset(*item) ? boxes_.back()->value() : 0;
-  return CallText(*item->entry, item->form, arguments, offset);
+  return CallText(*item->entry, item->form, Arguments(), offset);
 }
 
 void koumoku_Form::ShowCall() {
+  const analysis::FoundItem* item = Chosen();
+  if (item != nullptr && EndsInOffset(*item)) {
+    boxes_.back()->setMaximum(NewestOffset(*item->entry, item->form, Arguments()));
+  }
   const std::string call = Call();
   call_->setText(call.empty() ? QStringLiteral("項目がありません。") : Text(call));
   insert_->setEnabled(!call.empty());
@@ -189,13 +197,13 @@ void koumoku_Form::ShowItem(const std::string& name) {
   forms_->setCurrentIndex(static_cast<int>(found.form));
   for (const analysis::ItemGroup& group : analysis::ItemGroups()) {
     for (const analysis::ItemEntry& entry : group.rows) {
-      if (&entry != found.entry) continue;
+      if (entry.name != found.entry->name) continue;
       const auto families = families_->findItems(Text(group.title), Qt::MatchExactly);
       if (!families.isEmpty()) families_->setCurrentItem(families.front());
     }
   }
   for (size_t i = 0; i < listed_.size(); ++i) {
-    if (listed_[i].entry == found.entry) items_->setCurrentRow(static_cast<int>(i));
+    if (listed_[i].entry->name == found.entry->name) items_->setCurrentRow(static_cast<int>(i));
   }
 }
 

@@ -8,6 +8,8 @@
 #include <QListWidget>
 #include <QPushButton>
 #include <QSpinBox>
+#include <array>
+#include <cstdint>
 #include <string>
 #include <vector>
 
@@ -30,6 +32,8 @@ class koumoku_Form final : public QDialog {
  private:
   [[nodiscard]] const analysis::FoundItem* Chosen() const;
   [[nodiscard]] analysis::SeriesForm Form() const;
+  /// Of the item chosen, the offset not among them.
+  [[nodiscard]] std::array<int32_t, analysis::kMaximumItemArguments> Arguments() const;
   void FillItems();
   void ShowArguments();
   void ShowCall();

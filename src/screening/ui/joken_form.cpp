@@ -57,6 +57,7 @@ joken_Form::joken_Form(const shell::ProgramState& state, shell::Messages& messag
   connect(editor_, &QPlainTextEdit::textChanged, this, [this] { SetChanged(true); });
   connect(editor_, &ConditionEditor::Checked, this, [this] {
     ShowNotes();
+    if (try_->HasTried()) mnu_try_Click();
     CountSoon();
   });
   connect(editor_, &ConditionEditor::PastedTextMended, this, [this] {

@@ -66,8 +66,8 @@ result_Form::result_Form(const shell::ProgramState& state, shell::Messages& mess
   auto* splitter = new QSplitter(this);
   splitter->addWidget(view_);
   splitter->addWidget(MakeExplanation());
-  splitter->setStretchFactor(0, 3);
-  splitter->setStretchFactor(1, 2);
+  splitter->setStretchFactor(0, 1);
+  splitter->setStretchFactor(1, 1);
   splitter->setChildrenCollapsible(false);
   layout->addWidget(splitter, 1);
   setFocusProxy(view_);

@@ -72,7 +72,7 @@ snippet_Form::snippet_Form(std::string condition, QWidget* owner)
   auto* layout = new QVBoxLayout(this);
   layout->addLayout(columns);
   layout->addWidget(buttons);
-  resize(fontMetrics().averageCharWidth() * 120, fontMetrics().height() * 30);
+  resize(fontMetrics().averageCharWidth() * 85, fontMetrics().height() * 34);
   connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
   connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
   connect(tree_, &QTreeWidget::currentItemChanged, this, &snippet_Form::ShowFields);

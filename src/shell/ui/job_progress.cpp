@@ -12,7 +12,7 @@ namespace orin::shell {
 
 namespace {
 
-constexpr int64_t kEventsEvery = 40;  // ms
+constexpr int64_t kEventsEvery = 25;  // ms
 constexpr int64_t kShownAfter = 250;  // ms
 
 }  // namespace
