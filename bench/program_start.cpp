@@ -40,7 +40,8 @@ std::optional<WindowRun> RunConditionsInWindow(const fs::path& market) {
   FILE* output = popen(command.c_str(), "r");
   if (output == nullptr) return std::nullopt;
   WindowRun run;
-  const bool is_read = std::fscanf(output, "%lf %lf", &run.longest_gap, &run.whole) == 2;
+  const bool is_read =
+      std::fscanf(output, "%lf %lf %lf", &run.longest_gap, &run.whole, &run.longest_key) == 3;
   const bool has_ended = pclose(output) == 0;
   return is_read && has_ended ? std::optional(run) : std::nullopt;
 }

@@ -16,6 +16,7 @@ bool StartAndClose(const std::filesystem::path& program, const std::filesystem::
 struct WindowRun {
   double longest_gap = 0;  // between two events it handled
   double whole = 0;
+  double longest_key = 0;  // in a condition of 100,000 characters
 };
 /// Has it run by a program beside this one. Nothing where that was not built or failed.
 std::optional<WindowRun> RunConditionsInWindow(const std::filesystem::path& market);

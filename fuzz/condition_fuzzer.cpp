@@ -1,13 +1,17 @@
 #include <algorithm>
 #include <array>
 #include <cstdint>
+#include <string>
 #include <string_view>
 #include <vector>
 
 #include "analysis/condition.h"
+#include "analysis/condition_words.h"
 #include "analysis/evaluator.h"
+#include "analysis/pasted_condition.h"
 #include "analysis/program.h"
 #include "analysis/stock_context.h"
+#include "base/cp932.h"
 #include "fuzz/require.h"
 
 namespace {
@@ -121,8 +125,23 @@ void CheckOperands(const CompiledCondition& condition) {
 
 }  // namespace
 
+/// What the editor makes of the text.
+void CheckEditing(std::string_view text) {
+  orin::analysis::LineEnd state;
+  size_t end = 0;
+  for (const orin::analysis::MarkedWord& word : orin::analysis::MarkWords(text, state)) {
+    Require(word.first >= end && word.count > 0, "words are apart from each other");
+    end = word.first + word.count;
+  }
+  Require(end <= text.size() && state.depth >= 0, "words lie in the text");
+  const std::string mended = orin::analysis::PastedCondition(text);
+  Require(orin::analysis::PastedCondition(mended) == mended, "what has been mended stays");
+}
+
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   const std::string_view text(reinterpret_cast<const char*>(data), size);
+  // A field for texts holds nothing but characters.
+  if (orin::base::IsValidUtf8(text)) CheckEditing(text);
   const auto condition = orin::analysis::CompileCondition(text);
   if (!condition) {
     Require(!condition.error().message.empty(), "a condition that is refused is told why");

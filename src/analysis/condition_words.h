@@ -41,9 +41,9 @@ struct LineEnd {
   bool operator==(const LineEnd&) const = default;
 };
 
-/// The words of one line of a condition that may have several, in their order and apart from each
-/// other; blanks and whatever is none of them are left out. `state` is what the line before left
-/// and becomes what this one leaves. Takes time in proportion to the line.
+/// The words of one line (UTF-8) of a condition that may have several, in their order and apart
+/// from each other; blanks and whatever is none of them are left out. `state` is what the line
+/// before left and becomes what this one leaves. Takes time in proportion to the line.
 std::vector<MarkedWord> MarkWords(std::string_view line, LineEnd& state);
 
 }  // namespace orin::analysis

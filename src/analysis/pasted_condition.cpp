@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <unordered_map>
 #include <utility>
 #include <vector>
 
@@ -97,6 +98,21 @@ std::string WithPlainSigns(std::string_view text) {
   return plain;
 }
 
+/// The names of all forms by what they are folded.
+using FoldedNames = std::unordered_map<std::string, std::string>;
+
+FoldedNames MakeFoldedNames() {
+  FoldedNames names;
+  for (const ItemEntry& entry : ItemCatalogue()) {
+    for (const SeriesForm form : kAllForms) {
+      if (!entry.HasForm(form)) continue;
+      std::string name = ItemName(entry, form);
+      names.try_emplace(FoldName(name), name);
+    }
+  }
+  return names;
+}
+
 /// A word that means nothing as it stands, as its writer meant it.
 std::string Mended(std::string_view word) {
   const std::string folded = FoldName(word);
@@ -106,10 +122,9 @@ std::string Mended(std::string_view word) {
       return std::string(keyword);
     }
   }
-  const FoundItem item = FindSimilarItem(word);
-  if (item.entry == nullptr) return std::string(word);
-  std::string name = ItemName(*item.entry, item.form);
-  return FoldName(name) == folded ? name : std::string(word);
+  static const FoldedNames names = MakeFoldedNames();
+  const auto item = names.find(folded);
+  return item == names.end() ? std::string(word) : item->second;
 }
 
 std::string WithMendedWords(std::string_view line, LineEnd& state) {

@@ -102,6 +102,8 @@ std::vector<size_t> Table::Sort(size_t column, bool is_descending) {
   });
   std::vector<size_t> places;
   std::vector<std::vector<std::string>> sorted;
+  places.reserve(rows.size());
+  sorted.reserve(rows.size());
   for (const Key& key : keys) places.push_back(key.place);
   for (const size_t place : places) sorted.push_back(std::move(rows[place]));
   rows = std::move(sorted);

@@ -50,7 +50,10 @@ std::array<std::optional<LineRange>, kFields.size()> FindFields(
     in_condition = parts->key == kConditionKey;
     const auto row = std::ranges::find(kFields, parts->key, &FieldRow::key);
     if (row == kFields.end()) continue;
-    found[static_cast<size_t>(row - kFields.begin())] = LineRange{i, i + 1};
+    auto& place = found[static_cast<size_t>(row - kFields.begin())];
+    // An empty value is an absent one, but for the condition.
+    const bool is_empty = !in_condition && base::TrimBlanks(parts->value).empty();
+    if (!place || !is_empty) place = LineRange{i, i + 1};
   }
   return found;
 }
@@ -97,8 +100,7 @@ std::vector<std::string> LinesOf(const FieldRow& row, const std::string& value) 
 
 std::string JoinedCondition(std::string_view condition) {
   std::string joined;
-  std::ranges::copy_if(condition, std::back_inserter(joined),
-                       [](char c) { return c != '\n' && c != '\r'; });
+  std::ranges::copy_if(condition, std::back_inserter(joined), [](char c) { return c != '\n'; });
   return joined;
 }
 

@@ -67,7 +67,8 @@ void AddNotes(const StockDays& own_days, std::vector<std::string>& notes) {
     notes.push_back(file + " により、" + std::to_string(own_days.days.size()) +
                     "銘柄は別の日付で分析しました。");
   }
-  for (const std::string& note : own_days.notes) notes.push_back(file + " の" + note);
+  const std::string of_file = file + " の";
+  for (const std::string& note : own_days.notes) notes.push_back(of_file + note);
 }
 
 /// The days that are read: those of the run and of the stocks with a day of their own.

@@ -29,10 +29,7 @@ const Calendar& StockStore::Days() const { return state_->calendar; }
 const SplitList& StockStore::Splits() const { return state_->splits; }
 std::span<const std::string> StockStore::Problems() const { return state_->problems; }
 
-
-bool StockStore::HasChangedOnDisk() const {
-  return state_->Fingerprint() != state_->fingerprint;
-}
+bool StockStore::HasChangedOnDisk() const { return state_->Fingerprint() != state_->fingerprint; }
 
 int16_t StockStore::FirstFile() const {
   return state_->options.first_file.value_or(state_->master.Header().first_file);

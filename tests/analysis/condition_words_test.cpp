@@ -91,7 +91,7 @@ TEST(PastedCondition, TextFromElsewhereBecomesWhatTheLanguageWants) {
 TEST(PastedCondition, RubbishAndLongTextsAreTakenAsTheyAre) {
   EXPECT_EQ(PastedCondition("\xFF\xFE(((").substr(2), "(((");
   std::string text;
-  while (text.size() < 300'000) text += "移動平均（２５，０） > ";
+  while (text.size() < 300'000) text += "移動平均（２５，０） > いろは（１） ";
   const std::string mended = PastedCondition(text);
   EXPECT_EQ(mended.find("（"), std::string::npos);
   LineEnd state;

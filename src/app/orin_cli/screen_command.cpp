@@ -20,6 +20,7 @@ namespace fs = std::filesystem;
 struct ScreenOptions {
   std::vector<std::string> files;
   std::string group;
+  std::string date;
   std::optional<int32_t> first_file;
   bool day_file = false;
 };
@@ -76,11 +77,16 @@ int RunScreen(const Session& session, const ScreenOptions& options) {
   std::vector<fs::path> files(options.files.begin(), options.files.end());
   screening::RunOptions run_options{session.places.program_directory,
                                     opened->settings.chart_action.bunkatsu_auto_check};
+  if (!options.date.empty()) {
+    const auto day = FindDay(opened->store, options.date);
+    if (!day) return Report(day.error());
+    run_options.date = opened->store.Days().DateOf(*day);
+  }
   if (!options.group.empty()) {
     const auto group = shell::FilesOfGroup(options.group, session.places.program_directory);
     if (!group) return Report(group.error());
     files.insert(files.end(), group->ticked.begin(), group->ticked.end());
-    run_options.days = screening::DaysOfGroup(opened->store, group->all);
+    run_options.days = screening::DaysOfGroup(opened->store, group->all, run_options.date);
   }
   int status = kDone;
   for (const fs::path& file : files) {
@@ -102,6 +108,8 @@ void AddScreenCommand(CLI::App& app, Session& session) {
       command->add_option("--group", options->group, "株価分析グループファイル（orin.chk）")
           ->type_name("FILE.chk");
   files->excludes(group);
+  command->add_option("--date", options->date, "分析ファイルの日付のかわりの分析日付 yyyy/mm/dd")
+      ->type_name("D");
   command->add_option("--first-file", options->first_file, "読み込む先頭ファイルの番号")
       ->type_name("N");
   command->add_flag("--day-file", options->day_file, "株価分析日付ファイルも作成する");

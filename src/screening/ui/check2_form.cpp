@@ -204,7 +204,13 @@ std::optional<base::Date> check2_Form::ChosenDate() const {
   return own_date_->isChecked() ? date_->Day() : std::nullopt;
 }
 
+void check2_Form::ReleaseStore() {
+  is_store_released_ = true;
+  count_.Stop();
+}
+
 void check2_Form::Reload() {
+  is_store_released_ = false;
   if (state_.store) date_->SetDays(state_.store->Days());
   ShowFirstFile();
   ShowGroup();
@@ -294,7 +300,11 @@ void check2_Form::mnu_new_Click() { surroundings_.edit({}); }
 
 void check2_Form::mnu_edit_Click() {
   const fs::path file = CurrentFile();
-  if (!file.empty()) surroundings_.edit(file);
+  if (file.empty()) {
+    mnu_pick_Click();
+  } else {
+    surroundings_.edit(file);
+  }
 }
 
 void check2_Form::mnu_remove_Click() {
@@ -371,7 +381,7 @@ void check2_Form::CountCurrent() {
   chart_->Clear();
   count_label_->clear();
   const fs::path file = CurrentFile();
-  if (file.empty() || !state_.store || IsRunning()) return;
+  if (file.empty() || !state_.store || is_store_released_ || IsRunning()) return;
   const auto analysis = ReadAnalysisFile(file);
   if (!analysis) {
     count_label_->setText(Text(analysis.error().message));

@@ -47,7 +47,7 @@ class check2_Form final : public QWidget {
               Surroundings surroundings);
 
   /// The store is about to be read anew.
-  void ReleaseStore() { count_.Stop(); }
+  void ReleaseStore();
   /// After a change of the store, the settings or an analysis file.
   void Reload();
   /// An analysis that was saved: its entry is read anew; one that the group lacks takes the
@@ -122,6 +122,7 @@ class check2_Form final : public QWidget {
   DayCountsChart* chart_;
   QPushButton* start_;
   std::vector<QPushButton*> file_buttons_;  // those that need an analysis file in the entry
+  bool is_store_released_ = false;  // until Reload
   QTimer count_timer_;
   MarketCount count_{this};
 };

@@ -1,6 +1,7 @@
 #include "screening/ui/explanation_view.h"
 
 #include <QHeaderView>
+#include <QTimer>
 #include <QVBoxLayout>
 #include <algorithm>
 #include <memory>
@@ -95,7 +96,7 @@ void ExplanationView::FitColumns() {
 void ExplanationView::resizeEvent(QResizeEvent* event) {
   QWidget::resizeEvent(event);
   // The tree has its new width after the layout.
-  QMetaObject::invokeMethod(this, &ExplanationView::FitColumns, Qt::QueuedConnection);
+  QTimer::singleShot(0, this, &ExplanationView::FitColumns);
 }
 
 void ExplanationView::ShowSentence(const QString& sentence) {

@@ -255,7 +255,13 @@ void joken_Form::mnu_try_Click() {
   try_->Try(editor_->Condition(), fields_->Fields().second_stock);
 }
 
+void joken_Form::ReleaseStore() {
+  is_store_released_ = true;
+  count_.Stop();
+}
+
 void joken_Form::Reload() {
+  is_store_released_ = false;
   try_->Reload();
   fields_->Check();
   CountSoon();
@@ -271,7 +277,7 @@ void joken_Form::Count() {
   const std::string condition = editor_->Condition();
   chart_->Clear();
   count_label_->clear();
-  if (!state_.store || state_.store->Days().Count() == 0) return;
+  if (!state_.store || is_store_released_ || state_.store->Days().Count() == 0) return;
   if (analysis::TrimAllBlanks(condition).empty()) return;
   MarketCount::Question question;
   question.condition = condition;

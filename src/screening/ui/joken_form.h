@@ -34,7 +34,7 @@ class joken_Form final : public QWidget {
   [[nodiscard]] const std::filesystem::path& File() const { return file_; }  // empty: not saved
   [[nodiscard]] ConditionEditor& Editor() { return *editor_; }
   /// Stops what is counted: the store is about to be read anew.
-  void ReleaseStore() { count_.Stop(); }
+  void ReleaseStore();
   /// After a change of the store or the settings.
   void Reload();
 
@@ -77,6 +77,7 @@ class joken_Form final : public QWidget {
   TryPanel* try_;
   QLabel* count_label_;
   DayCountsChart* chart_;
+  bool is_store_released_ = false;  // until Reload
   QTimer count_timer_;
   MarketCount count_{this};
 };
