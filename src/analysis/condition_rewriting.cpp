@@ -57,8 +57,10 @@ std::optional<int32_t> ParseOffset(std::string_view text) {
   return std::stoi(std::string(text));
 }
 
-/// The Or-terms of a condition without its comments.
-Result<std::vector<std::string>> OrTermsOf(std::string_view text) {
+using OrTerms = std::vector<std::string>;
+
+/// Of a condition, without its comments.
+Result<OrTerms> OrTermsOf(std::string_view text) {
   if (const auto compiled = CompileCondition(text); !compiled) {
     return Fail(NoteSentence(compiled.error()));
   }
@@ -69,17 +71,33 @@ Result<std::vector<std::string>> OrTermsOf(std::string_view text) {
   for (size_t i = 0; i < pieces->size(); i += 2) plain.Append((*pieces)[i]);
   const auto terms = SplitOr(plain.View());
   if (!terms) return Fail(NoteSentence(terms.error()));
-  std::vector<std::string> texts;
+  OrTerms texts;
   for (const TextView& term : *terms) texts.emplace_back(TrimAllBlanks(term.bytes));
   return texts;
 }
 
 bool IsEmpty(std::string_view text) { return TrimAllBlanks(text).empty(); }
 
-Result<std::string> Checked(std::string text) {
-  const auto compiled = CompileCondition(text);
+/// The condition of the Or-terms that `combine` makes of those of both; one that is empty leaves
+/// the other.
+Result<std::string> Joined(std::string_view a, std::string_view b,
+                           Result<OrTerms> (*combine)(const OrTerms&, const OrTerms&)) {
+  if (IsEmpty(a)) return std::string(b);
+  if (IsEmpty(b)) return std::string(a);
+  const auto left = OrTermsOf(a);
+  if (!left) return base::Forward(left);
+  const auto right = OrTermsOf(b);
+  if (!right) return base::Forward(right);
+  const auto terms = combine(*left, *right);
+  if (!terms) return base::Forward(terms);
+  std::string joined;
+  for (const std::string& term : *terms) {
+    if (!joined.empty()) joined += " Or ";
+    joined += term;
+  }
+  const auto compiled = CompileCondition(joined);
   if (!compiled) return Fail(NoteSentence(compiled.error()));
-  return text;
+  return joined;
 }
 
 }  // namespace
@@ -115,43 +133,32 @@ Result<std::string> ShiftedBack(std::string_view text, int32_t days) {
 }
 
 Result<std::string> JoinedWithAnd(std::string_view a, std::string_view b) {
-  if (IsEmpty(a)) return std::string(b);
-  if (IsEmpty(b)) return std::string(a);
-  const auto left = OrTermsOf(a);
-  if (!left) return base::Forward(left);
-  const auto right = OrTermsOf(b);
-  if (!right) return base::Forward(right);
-  const size_t terms = left->size() * right->size();
-  if (terms > CompiledCondition::kMaximumOrTerms) {
-    return Fail("Or で区切った部分が" + std::to_string(terms) + "になり、" +
-                std::to_string(CompiledCondition::kMaximumOrTerms) +
-                "を超えるので、And でつなげません。");
-  }
-  std::string joined;
-  for (const std::string& first : *left) {
-    for (const std::string& second : *right) {
-      joined += (joined.empty() ? "" : " Or ") + first + " And ";
-      joined += second;
+  return Joined(a, b, [](const OrTerms& left, const OrTerms& right) -> Result<OrTerms> {
+    const size_t count = left.size() * right.size();
+    if (count > CompiledCondition::kMaximumOrTerms) {
+      return Fail("Or で区切った部分が" + std::to_string(count) + "になり、" +
+                  std::to_string(CompiledCondition::kMaximumOrTerms) +
+                  "を超えるので、And でつなげません。");
     }
-  }
-  return Checked(std::move(joined));
+    OrTerms terms;
+    terms.reserve(count);
+    for (const std::string& first : left) {
+      for (const std::string& second : right) {
+        terms.push_back(first);
+        terms.back() += " And ";
+        terms.back() += second;
+      }
+    }
+    return terms;
+  });
 }
 
 Result<std::string> JoinedWithOr(std::string_view a, std::string_view b) {
-  if (IsEmpty(a)) return std::string(b);
-  if (IsEmpty(b)) return std::string(a);
-  const auto left = OrTermsOf(a);
-  if (!left) return base::Forward(left);
-  const auto right = OrTermsOf(b);
-  if (!right) return base::Forward(right);
-  std::string joined;
-  for (const auto* terms : {&*left, &*right}) {
-    for (const std::string& term : *terms) {
-      joined += joined.empty() ? "" : " Or ";
-      joined += term;
-    }
-  }
-  return Checked(std::move(joined));
+  return Joined(a, b, [](const OrTerms& left, const OrTerms& right) -> Result<OrTerms> {
+    OrTerms terms = left;
+    terms.insert(terms.end(), right.begin(), right.end());
+    return terms;
+  });
 }
 
 }  // namespace orin::analysis

@@ -5,6 +5,7 @@
 #include <string>
 #include <utility>
 
+#include "base/percent.h"
 #include "lists/shown_number.h"
 #include "store/period_bars.h"
 
@@ -38,7 +39,7 @@ std::vector<PriceRow> RowsOf(const base::BarsView& bars) {
         {}};
     if (before) {
       row.change = bars.Close(t).Minus(*before);
-      if (row.change) row.change_percent = PercentOf(*row.change, *before);
+      if (row.change) row.change_percent = base::PercentOf(*row.change, *before);
     }
     before = bars.Close(t);
     rows.push_back(row);

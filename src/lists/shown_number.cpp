@@ -27,13 +27,6 @@ std::string Grouped(base::Currency value, int32_t decimals, bool with_sign) {
   return with_sign ? "+" + text : text;
 }
 
-std::optional<base::Currency> PercentOf(base::Currency change, base::Currency before) {
-  if (before == base::Currency()) return std::nullopt;
-  const double percent =
-      static_cast<double>(change.Raw()) / static_cast<double>(before.Raw()) * 100;
-  return base::Currency::FromDouble(percent);
-}
-
 std::string PlainNumber(std::string_view shown) {
   std::string plain;
   for (const char c : shown) {

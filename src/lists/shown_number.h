@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cstdint>
-#include <optional>
 #include <string>
 #include <string_view>
 
@@ -28,9 +27,6 @@ class DecimalsNeeded {
 /// Digits in groups of three; `decimals` of the four are shown, halves rounded away from zero.
 /// `with_sign` puts "+" before what is above 0.
 std::string Grouped(base::Currency value, int32_t decimals, bool with_sign);
-
-/// `change` in percent of `before`; none where that is 0.
-std::optional<base::Currency> PercentOf(base::Currency change, base::Currency before);
 
 /// Without what a spreadsheet would stumble over: groups, plus signs, "％".
 std::string PlainNumber(std::string_view shown);

@@ -6,6 +6,7 @@
 #include "analysis/note_sentence.h"
 #include "analysis/program.h"
 #include "analysis/stock_context.h"
+#include "base/percent.h"
 #include "screening/screening_run.h"
 
 namespace orin::screening {
@@ -52,9 +53,7 @@ void FillPrices(base::BarsView daily, DayIndex day, ResultRow& row) {
   if (t <= daily.First() || !daily.HasData(t - 1)) return;
   const base::Currency before = daily.Close(t - 1);
   row.change = daily.Close(t).Minus(before);
-  if (!row.change || before == base::Currency()) return;
-  row.change_percent = base::Currency::FromDouble(static_cast<double>(row.change->Raw()) /
-                                                  static_cast<double>(before.Raw()) * 100);
+  if (row.change) row.change_percent = base::PercentOf(*row.change, before);
 }
 
 void FillColumns(std::deque<Computed>& computed, analysis::StockContext& context, DayIndex day,

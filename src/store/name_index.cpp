@@ -116,6 +116,16 @@ std::string ReadingOfName(std::string_view name) {
   return reading;
 }
 
+base::MasterRecord FindTyped(const StockMaster& master, std::string_view typed) {
+  // Codes are upper case but for a few.
+  for (const std::string& text : {std::string(typed), ReadingOfName(typed)}) {
+    const auto code = StockCode::Parse(text);
+    const base::MasterRecord found = code ? master.Find(*code) : base::MasterRecord();
+    if (!found.IsNone()) return found;
+  }
+  return {};
+}
+
 std::string SyllabaryKey(std::string_view reading) {
   std::string key;
   while (!reading.empty()) {

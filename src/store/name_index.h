@@ -15,6 +15,10 @@ namespace orin::store {
 /// voiced kana its base and "ﾞ" or "ﾟ"); characters without a half-width form stay.
 std::string ReadingOfName(std::string_view name);
 
+/// The stock whose code was typed: as it stands, else in capitals whatever the width it was typed
+/// in. None where there is no such stock.
+base::MasterRecord FindTyped(const StockMaster& master, std::string_view typed);
+
 /// What orin.ind is ordered by: the reading with small kana as large ones, "ｦ" after "ﾜ", without
 /// long-vowel and voice marks.
 std::string SyllabaryKey(std::string_view reading);

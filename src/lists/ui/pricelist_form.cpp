@@ -260,13 +260,8 @@ void pricelist_Form::mnu_beforemeigara_Click() { Step(-1); }
 void pricelist_Form::mnu_aftermeigara_Click() { Step(1); }
 
 void pricelist_Form::Code_Entered() {
-  const std::string typed = Utf8(code_box_->text().trimmed());
-  base::MasterRecord stock;
-  // Codes are upper case but for a few, whatever the width they are typed in.
-  for (const std::string& text : {typed, store::ReadingOfName(typed)}) {
-    const auto code = store::StockCode::Parse(text);
-    if (code && stock.IsNone()) stock = state_.store->Master().Find(*code);
-  }
+  const base::MasterRecord stock =
+      store::FindTyped(state_.store->Master(), Utf8(code_box_->text().trimmed()));
   if (stock.IsNone()) {
     messages_.Warn("銘柄コードが見つかりません。");
     code_box_->selectAll();

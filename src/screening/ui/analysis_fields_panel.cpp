@@ -107,8 +107,9 @@ void AnalysisFieldsPanel::Check() {
   QStringList faults;
   AnalysisFile analysis;
   analysis.result_directory = fields.result_directory;
-  const auto directory = FindResultDirectory(analysis, "", state_.places.program_directory);
-  if (!directory) faults.append(Text(directory.error().message).trimmed());
+  const auto directory =
+      FindResultDirectory(analysis, "この分析ファイル", state_.places.program_directory);
+  if (!directory) faults.append(Text(directory.error().message));
   const auto date = base::Date::Parse(fields.date);
   if (!fields.date.empty() && !date) {
     faults.append(QStringLiteral("分析日付は yyyy/mm/dd の形で書いて下さい。"));

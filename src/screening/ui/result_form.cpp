@@ -223,16 +223,12 @@ void result_Form::Explain(const QString& code) {
 
 void result_Form::Code_Entered() {
   const QString typed = code_box_->text().trimmed();
-  if (typed.isEmpty()) return;
-  // Codes are upper case but for a few, whatever the width they are typed in.
-  for (const std::string& text : {Utf8(typed), store::ReadingOfName(Utf8(typed))}) {
-    const auto code = store::StockCode::Parse(text);
-    if (!code || !state_.store || state_.store->Master().Find(*code).IsNone()) continue;
-    view_->SelectCode(Text(text));
-    Explain(Text(text));
-    return;
-  }
-  Explain(typed);
+  if (typed.isEmpty() || !state_.store) return;
+  const store::StockMaster& master = state_.store->Master();
+  const base::MasterRecord stock = store::FindTyped(master, Utf8(typed));
+  const QString code = stock.IsNone() ? typed : Text(master.Stock(stock).code.Text());
+  view_->SelectCode(code);
+  Explain(code);
 }
 
 std::vector<store::StockCode> result_Form::Codes() const {

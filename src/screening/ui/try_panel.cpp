@@ -63,12 +63,8 @@ void TryPanel::Try(const std::string& condition, const std::string& second_stock
   }
   const store::StockStore& store = *state_.store;
   ExplainQuestion question;
-  // Codes are upper case but for a few, whatever the width they are typed in.
   const std::string typed = Utf8(code_->text().trimmed());
-  for (const std::string& text : {typed, store::ReadingOfName(typed)}) {
-    const auto code = store::StockCode::Parse(text);
-    if (code && question.stock.IsNone()) question.stock = store.Master().Find(*code);
-  }
+  question.stock = store::FindTyped(store.Master(), typed);
   if (question.stock.IsNone()) {
     explanation_->ShowSentence(QStringLiteral("%1：銘柄コードが見つかりません。").arg(Text(typed)));
     return;

@@ -98,7 +98,9 @@ void main_Form::KeepPlacement() {
 void main_Form::closeEvent(QCloseEvent* event) {
   if (auto* job = findChild<JobProgress*>()) {
     job->Stop();
-    connect(job, &QObject::destroyed, this, &main_Form::CloseWhenIdle, Qt::UniqueConnection);
+    const auto once_it_is_over =
+        static_cast<Qt::ConnectionType>(Qt::QueuedConnection | Qt::UniqueConnection);
+    connect(job, &QObject::destroyed, this, &main_Form::CloseWhenIdle, once_it_is_over);
     event->ignore();
     return;
   }
@@ -118,14 +120,11 @@ void main_Form::closeEvent(QCloseEvent* event) {
 
 void main_Form::CloseWhenIdle() {
   constexpr int kAgainAfter = 100;  // ms
-  const bool is_idle = QApplication::activeModalWidget() == nullptr;
-  QTimer::singleShot(is_idle ? 0 : kAgainAfter, this, [this, is_idle] {
-    if (is_idle && QApplication::activeModalWidget() == nullptr) {
-      close();
-    } else {
-      CloseWhenIdle();
-    }
-  });
+  if (QApplication::activeModalWidget() == nullptr) {
+    close();
+  } else {
+    QTimer::singleShot(kAgainAfter, this, &main_Form::CloseWhenIdle);
+  }
 }
 
 QMdiSubWindow* main_Form::Add(QWidget* window) {
