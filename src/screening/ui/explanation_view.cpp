@@ -1,7 +1,6 @@
 #include "screening/ui/explanation_view.h"
 
 #include <QHeaderView>
-#include <QTimer>
 #include <QVBoxLayout>
 #include <algorithm>
 #include <memory>
@@ -48,6 +47,9 @@ ExplanationView::ExplanationView(QWidget* owner)
   layout->setContentsMargins(0, 0, 0, 0);
   layout->addWidget(outcome_);
   layout->addWidget(tree_);
+  fit_timer_.setSingleShot(true);
+  fit_timer_.setInterval(0);
+  connect(&fit_timer_, &QTimer::timeout, this, &ExplanationView::FitColumns);
   ShowSentence({});
 }
 
@@ -96,7 +98,7 @@ void ExplanationView::FitColumns() {
 void ExplanationView::resizeEvent(QResizeEvent* event) {
   QWidget::resizeEvent(event);
   // The tree has its new width after the layout.
-  QTimer::singleShot(0, this, &ExplanationView::FitColumns);
+  fit_timer_.start();
 }
 
 void ExplanationView::ShowSentence(const QString& sentence) {

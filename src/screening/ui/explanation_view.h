@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QLabel>
+#include <QTimer>
 #include <QTreeWidget>
 #include <QWidget>
 #include <string>
@@ -32,6 +33,7 @@ class ExplanationView final : public QWidget {
 
   QLabel* outcome_;
   QTreeWidget* tree_;
+  QTimer fit_timer_;
 };
 
 }  // namespace orin::screening

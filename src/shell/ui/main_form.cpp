@@ -4,7 +4,6 @@
 #include <QCloseEvent>
 #include <QScreen>
 #include <QStatusBar>
-#include <QTimer>
 #include <algorithm>
 #include <utility>
 
@@ -54,6 +53,10 @@ main_Form::main_Form(ProgramState& state, StartUpScreen& screen, const Look& loo
   addToolBar(toolbar_);
   statusBar()->addPermanentWidget(store_label_);
   MakeMenus();
+  constexpr int kCloseAgainAfter = 100;  // ms
+  close_timer_.setSingleShot(true);
+  close_timer_.setInterval(kCloseAgainAfter);
+  connect(&close_timer_, &QTimer::timeout, this, &main_Form::CloseWhenIdle);
 }
 
 main_Form::~main_Form() {
@@ -119,11 +122,10 @@ void main_Form::closeEvent(QCloseEvent* event) {
 }
 
 void main_Form::CloseWhenIdle() {
-  constexpr int kAgainAfter = 100;  // ms
   if (QApplication::activeModalWidget() == nullptr) {
     close();
   } else {
-    QTimer::singleShot(kAgainAfter, this, &main_Form::CloseWhenIdle);
+    close_timer_.start();
   }
 }
 

@@ -7,6 +7,7 @@
 #include <QMdiArea>
 #include <QMdiSubWindow>
 #include <QMenu>
+#include <QTimer>
 #include <QToolBar>
 #include <filesystem>
 #include <functional>
@@ -157,6 +158,7 @@ class main_Form final : public QMainWindow {
   QAction* toolbar_action_ = nullptr;
   QAction* statusbar_action_ = nullptr;
   std::vector<QMenu*> stock_menus_;
+  QTimer close_timer_;  // runs while the program is to close and may not yet
 };
 
 }  // namespace orin::shell
