@@ -59,6 +59,18 @@ std::optional<int32_t> ParseOffset(std::string_view text) {
 
 using OrTerms = std::vector<std::string>;
 
+/// A term by itself, within as many braces as are open where it begins; `depth` becomes how many
+/// are where it ends. That gives its operators the codes that they have in the whole condition.
+std::string WithItsBraces(std::string_view term, size_t& depth) {
+  std::string text(depth, '{');
+  text += term;
+  for (const char c : term) {
+    if (c == '{') ++depth;
+    if (c == '}' && depth > 0) --depth;
+  }
+  return text.append(depth, '}');
+}
+
 /// Of a condition, without its comments.
 Result<OrTerms> OrTermsOf(std::string_view text) {
   if (const auto compiled = CompileCondition(text); !compiled) {
@@ -72,7 +84,10 @@ Result<OrTerms> OrTermsOf(std::string_view text) {
   const auto terms = SplitOr(plain.View());
   if (!terms) return Fail(NoteSentence(terms.error()));
   OrTerms texts;
-  for (const TextView& term : *terms) texts.emplace_back(TrimAllBlanks(term.bytes));
+  size_t depth = 0;
+  for (const TextView& term : *terms) {
+    texts.push_back(WithItsBraces(TrimAllBlanks(term.bytes), depth));
+  }
   return texts;
 }
 
@@ -106,20 +121,26 @@ Result<std::string> ShiftedBack(std::string_view text, int32_t days) {
   const std::vector<PlacedWord> words = PlaceWords(text);
   std::string shifted;
   size_t taken = 0;
-  for (size_t i = 0; i + 1 < words.size(); ++i) {
-    if (words[i].kind != WordKind::kItem) continue;
+  for (size_t i = 0; i < words.size(); ++i) {
     const std::string_view name = text.substr(words[i].begin, words[i].end - words[i].begin);
+    // It may be part of a name with a comment in its midst, which would silently keep its day.
+    if (words[i].kind == WordKind::kUnknownItem) {
+      return Fail(Quoted(name) + "が何か分からないので、日をずらせません。");
+    }
+    if (words[i].kind != WordKind::kItem) continue;
     if (FindItem(name).entry->family->ending != ItemFamily::Ending::kOffset) continue;
-    const auto close = CloseOf(text, words, i + 1);
+    size_t open = i + 1;
+    while (words[open].kind == WordKind::kComment) ++open;
+    const auto close = CloseOf(text, words, open);
     if (!close) return Fail("「" + std::string(name) + "」の括弧が閉じていません。");
     // The last argument begins behind the last comma, or behind the parenthesis.
-    size_t before = i + 1;
-    for (size_t j = i + 2; j < *close; ++j) {
+    size_t before = open;
+    for (size_t j = open + 1; j < *close; ++j) {
       if (words[j].kind == WordKind::kParenthesis) before = j;
     }
     const std::string_view written =
         text.substr(words[before].end, words[*close].begin - words[before].end);
-    const auto offset = ParseOffset(base::TrimBlanks(written));
+    const auto offset = ParseOffset(TrimAllBlanks(written));
     if (!offset) {
       return Fail("「" +
                   std::string(text.substr(words[i].begin, words[*close].end - words[i].begin)) +

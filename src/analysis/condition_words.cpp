@@ -82,7 +82,8 @@ class LineReader {
       const size_t digits = rest.find_first_not_of("0123456789.", 1);
       Add(std::min(digits, rest.size()), WordKind::kNumber);
     } else if (kArithmetic.find(rest[0]) != std::string_view::npos) {
-      Add(1, WordKind::kArithmetic, CodedDepth());
+      const bool is_of_keyword = rest[0] == '-' && EndsWithDayKeyword(line_.substr(0, at_));
+      Add(1, WordKind::kArithmetic, is_of_keyword ? 0 : CodedDepth());
     } else if (StartsWithKeyword(rest, kModForms)) {
       Add(kModForms[0].size(), WordKind::kArithmetic, CodedDepth());
     } else if (StartsWithKeyword(rest, kAndForms)) {
@@ -103,9 +104,18 @@ class LineReader {
     size_t end = at_;
     while (end < line_.size() && !EndsWord(line_.substr(end))) ++end;
     const std::string_view word = line_.substr(at_, end - at_);
-    size_t next = end;
-    while (next < line_.size() && line_[next] == ' ') ++next;
+    const size_t next = BehindComments(end);
     Add(word.size(), KindOf(word, next < line_.size() && line_[next] == '('));
+  }
+
+  /// What the compiler, which drops comments first, reads next.
+  [[nodiscard]] size_t BehindComments(size_t at) const {
+    while (at < line_.size() && line_[at] == '"') {
+      const size_t quote = line_.find('"', at + 1);
+      if (quote == std::string_view::npos) return line_.size();
+      at = quote + 1;
+    }
+    return at;
   }
 
   static bool EndsWord(std::string_view rest) {

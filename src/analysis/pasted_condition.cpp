@@ -18,13 +18,16 @@ namespace {
 
 constexpr std::string_view kWideOpen = "（";
 constexpr std::string_view kWideClose = "）";
+// In bytes, with its parentheses; keeps the search for the closing one short.
+constexpr size_t kLongestAbbreviation = 40;
 
 /// Full-width signs of the language, and what they stand for.
-constexpr std::array<std::pair<char32_t, std::string_view>, 22> kSigns = {{
-    {U'（', "("}, {U'）', ")"}, {U'｛', "{"}, {U'｝', "}"}, {U'，', ","}, {U'＜', "<"},
-    {U'＞', ">"}, {U'＝', "="}, {U'≦', "<="}, {U'≧', ">="}, {U'≠', "<>"}, {U'≤', "<="},
-    {U'≥', ">="}, {U'＋', "+"}, {U'－', "-"}, {U'−', "-"},  {U'＊', "*"}, {U'×', "*"},
-    {U'／', "/"}, {U'÷', "/"},  {U'＾', "^"}, {U'？', "?"},
+constexpr std::array<std::pair<char32_t, std::string_view>, 25> kSigns = {{
+    {U'（', "("}, {U'）', ")"}, {U'｛', "{"},  {U'｝', "}"},  {U'，', ","},
+    {U'＜', "<"}, {U'＞', ">"}, {U'＝', "="},  {U'≦', "<="},  {U'≧', ">="},
+    {U'≠', "<>"}, {U'≤', "<="}, {U'≥', ">="},  {U'＋', "+"},  {U'－', "-"},
+    {U'−', "-"},  {U'＊', "*"}, {U'×', "*"},   {U'／', "/"},  {U'÷', "/"},
+    {U'＾', "^"}, {U'？', "?"}, {U'＼', "\\"}, {U'￥', "\\"}, {U'¥', "\\"},
 }};
 
 constexpr std::array<std::string_view, 3> kKeywords = {"And", "Or", "Mod"};
@@ -60,8 +63,8 @@ std::string WithPlainBlanks(std::string_view text) {
 /// The length of an abbreviation in parentheses behind the item name that `before` ends in; 0
 /// where there is none.
 size_t LengthOfAbbreviation(std::string_view before, std::string_view rest) {
-  const size_t close = rest.find(kWideClose);
-  if (close == std::string_view::npos || close > 40) return 0;
+  const size_t close = rest.substr(0, kLongestAbbreviation).find(kWideClose);
+  if (close == std::string_view::npos) return 0;
   const std::string_view inside = rest.substr(kWideOpen.size(), close - kWideOpen.size());
   for (const ItemEntry& entry : ItemCatalogue()) {
     const bool fits =

@@ -1,5 +1,6 @@
 #include "analysis/condition_words.h"
 
+#include <chrono>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <string>
@@ -36,6 +37,9 @@ TEST(ConditionWords, EachPartOfALineHasItsKind) {
       {"Ａｂｓ()? 1　<> 2",
        {kItem, kParenthesis, kParenthesis, kArithmetic, kNumber, kRelation, kNumber}},
       {"1 \"2 And 3\" = 4", {kNumber, kComment, kRelation, kNumber}},
+      // A blank before the parenthesis makes another name of it, a comment does not.
+      {"終値 (0", {kUnknownItem, kParenthesis, kNumber}},
+      {"終値\"注釈\"\"\"(0", {kItem, kComment, kComment, kParenthesis, kNumber}},
   };
   for (const auto& [line, kinds] : cases) EXPECT_EQ(KindsOf(line), kinds) << line;
 }
@@ -53,6 +57,8 @@ TEST(ConditionWords, PlacesAreCharactersAndDepthsAreThoseOfTheCodes) {
   // The next line goes on inside the brace; the fourth depth has no codes.
   const auto words = MarkWords("+ {{{ 2 - 3 }}}} + 4", state);
   EXPECT_EQ(words[0].depth, 1);
+  LineEnd within{1, false};
+  EXPECT_EQ(MarkWords("analysisdate1-2", within)[1].depth, 0) << "no code after a keyword";
   EXPECT_EQ(words[5], (MarkedWord{8, 1, WordKind::kArithmetic, 0}));
   EXPECT_EQ(words[11], (MarkedWord{17, 1, WordKind::kArithmetic, 0}));
   EXPECT_EQ(state, (LineEnd{0, false}));
@@ -75,6 +81,7 @@ TEST(PastedCondition, TextFromElsewhereBecomesWhatTheLanguageWants) {
       {"｛終値(0)＋１｝＊２＞＝３", "{終値(0)+1}*2>=3"},
       {"株価収益率（ＰＥＲ）(0) < 10", "株価収益率(0) < 10"},
       {"rsi(14,0) < 30 Ａｎｄ ｶﾞｹ(0)", "ＲＳＩ(14,0) < 30 And ｶﾞｹ(0)"},
+      {"７＼２ = 3 And 7￥2 = 3", "7\\2 = 3 And 7\\2 = 3"},
       {"先行スパン２(26,52,0) > 1", "先行スパン２(26,52,0) > 1"},
       {"終値(0)\t>\u00A01\r\nAnd\u2028終値(0)\x01 < 2", "終値(0) > 1\nAnd\n終値(0) < 2"},
       {"終値(0) \"（注釈）＞\" > 1", "終値(0) \"（注釈）＞\" > 1"},
@@ -92,10 +99,14 @@ TEST(PastedCondition, RubbishAndLongTextsAreTakenAsTheyAre) {
   EXPECT_EQ(PastedCondition("\xFF\xFE(((").substr(2), "(((");
   std::string text;
   while (text.size() < 300'000) text += "移動平均（２５，０） > いろは（１） ";
+  for (int i = 0; i < 100'000; ++i) text += "（";
+  const auto begin = std::chrono::steady_clock::now();
   const std::string mended = PastedCondition(text);
   EXPECT_EQ(mended.find("（"), std::string::npos);
   LineEnd state;
   EXPECT_GT(MarkWords(mended, state).size(), 50'000U);
+  // A tenth of a second, but a minute where any step looks through the rest of the text.
+  EXPECT_LT(std::chrono::steady_clock::now() - begin, std::chrono::seconds(5));
 }
 
 }  // namespace

@@ -48,6 +48,8 @@ TEST(ItemSuggestions, BestOneComesFirstHoweverItIsTyped) {
       {"乖離", "移動平均乖離率"},
       {"ﾎﾞﾘ", "ボリンジャーバンド"},
       {"だいにめいがらお", "第二銘柄終値"},
+      {"週間いどう", "週間移動平均"},
+      {"さいこうち", "最高値"},
   };
   for (const auto& [word, name] : cases) {
     const auto found = SuggestItems(word, 40);

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <optional>
+#include <utility>
 
 #include "analysis/condition_text.h"
 #include "analysis/condition_words.h"
@@ -61,7 +62,23 @@ struct Candidate {
   std::string name;  // as shown, folded
   std::string abbreviation;
   std::string reading;
+  std::string other_reading;  // by another common way of reading a word; else the same
 };
+
+/// Words that are read in two ways; the second is not that of the names' readings.
+constexpr std::pair<std::string_view, std::string_view> kReadTwice[] = {
+    {"さいたかね", "さいこうち"},
+    {"さいやすね", "さいあんち"},
+    {"ひとかぶ", "いちかぶ"},
+};
+
+std::string OtherReading(std::string reading) {
+  for (const auto& [usual, other] : kReadTwice) {
+    const size_t at = reading.find(usual);
+    if (at != std::string::npos) reading.replace(at, usual.size(), other);
+  }
+  return reading;
+}
 
 std::vector<Candidate> MakeCandidates() {
   std::vector<Candidate> candidates;
@@ -70,23 +87,27 @@ std::vector<Candidate> MakeCandidates() {
     for (const ItemEntry& entry : ItemCatalogue()) {
       for (const SeriesForm form : kAllForms) {
         if (!entry.HasForm(form) || (form == SeriesForm::kDaily) != is_daily) continue;
+        const std::string reading = ReadingOfItem(ItemName(entry, form));
         candidates.push_back({{&entry, form},
                               FoldName(ShownName(entry, form)),
                               FoldName(entry.abbreviation),
-                              ReadingOfItem(ItemName(entry, form))});
+                              reading,
+                              OtherReading(reading)});
       }
     }
   }
   return candidates;
 }
 
-/// How well a word fits, 0 best; nullopt: not at all.
+/// How well a folded word fits, 0 best; nullopt: not at all.
 std::optional<int> RankOf(const Candidate& candidate, std::string_view word) {
   if (candidate.name.starts_with(word)) return 0;
   if (!candidate.abbreviation.empty() && candidate.abbreviation.starts_with(word)) return 1;
   if (candidate.reading.starts_with(word)) return 1;
+  if (candidate.other_reading.starts_with(word)) return 1;
   if (candidate.name.find(word) != std::string::npos) return 2;
   if (candidate.reading.find(word) != std::string::npos) return 3;
+  if (candidate.other_reading.find(word) != std::string::npos) return 3;
   return std::nullopt;
 }
 
@@ -99,6 +120,22 @@ ItemSuggestion SuggestionOf(const FoundItem& item) {
   suggestion.call =
       CallText(*item.entry, item.form, arguments, NewestOffset(*item.entry, item.form, arguments));
   return suggestion;
+}
+
+std::vector<ItemSuggestion> SuggestionsFor(std::string_view folded, size_t most) {
+  static const std::vector<Candidate> candidates = MakeCandidates();
+  std::array<std::vector<const Candidate*>, 4> ranked;
+  for (const Candidate& candidate : candidates) {
+    const auto rank = RankOf(candidate, folded);
+    if (rank) ranked.at(static_cast<size_t>(*rank)).push_back(&candidate);
+  }
+  std::vector<ItemSuggestion> suggestions;
+  for (const auto& same : ranked) {
+    for (const Candidate* candidate : same) {
+      if (suggestions.size() < most) suggestions.push_back(SuggestionOf(candidate->item));
+    }
+  }
+  return suggestions;
 }
 
 }  // namespace
@@ -137,21 +174,11 @@ std::string CallText(const ItemEntry& entry, SeriesForm form,
 }
 
 std::vector<ItemSuggestion> SuggestItems(std::string_view word, size_t most) {
-  static const std::vector<Candidate> candidates = MakeCandidates();
   const std::string folded = FoldName(word);
   if (folded.empty()) return {};
-  std::array<std::vector<const Candidate*>, 4> ranked;
-  for (const Candidate& candidate : candidates) {
-    const auto rank = RankOf(candidate, folded);
-    if (rank) ranked.at(static_cast<size_t>(*rank)).push_back(&candidate);
-  }
-  std::vector<ItemSuggestion> suggestions;
-  for (const auto& same : ranked) {
-    for (const Candidate* candidate : same) {
-      if (suggestions.size() < most) suggestions.push_back(SuggestionOf(candidate->item));
-    }
-  }
-  return suggestions;
+  std::vector<ItemSuggestion> suggestions = SuggestionsFor(folded, most);
+  // Of "週間いどう" no name has both parts, but a reading has.
+  return suggestions.empty() ? SuggestionsFor(ReadingOfItem(word), most) : suggestions;
 }
 
 size_t WordUnderWay(std::string_view before) {

@@ -34,8 +34,9 @@ struct ItemSuggestion {
 };
 
 /// At most `most` items whose name, shown name or reading contains the word, whatever its width,
-/// case and kind of kana; those that begin with it first, then in the order of the catalogue, the
-/// daily form before the others. None for a word without characters.
+/// case and kind of kana and whichever part of it is kanji already; those that begin with it first,
+/// then in the order of the catalogue, the daily form before the others. None for a word without
+/// characters.
 std::vector<ItemSuggestion> SuggestItems(std::string_view word, size_t most);
 
 /// How many characters at the end of `before`, the text of a line before the cursor, belong to
