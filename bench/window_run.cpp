@@ -91,7 +91,7 @@ void WriteGroup(const fs::path& scratch) {
 /// Types into a long condition as a person does, checks of the text included.
 qint64 LongestKey() {
   constexpr size_t kLength = 100'000;
-  constexpr int kKeys = 60;
+  constexpr int kKeys = 20;
   std::string condition;
   for (int i = 0; condition.size() < kLength; ++i) {
     condition += i == 0 ? "" : i % 90 == 0 ? " Or " : " And ";
@@ -110,7 +110,7 @@ qint64 LongestKey() {
     since_key.start();
     QCoreApplication::sendEvent(&editor, &key);
     // The next key comes a tenth of a second later, but for some pauses.
-    const int pause = i % 10 == 9 ? 600 : 100;
+    const int pause = i % 5 == 4 ? 600 : 100;
     QElapsedTimer since_pause;
     since_pause.start();
     do {

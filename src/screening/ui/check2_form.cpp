@@ -2,7 +2,6 @@
 
 #include <QBoxLayout>
 #include <QCloseEvent>
-#include <QGroupBox>
 #include <algorithm>
 #include <utility>
 
@@ -11,7 +10,8 @@
 #include "shell/store_places.h"
 #include "shell/ui/qt_text.h"
 
-// What the window shows, and the group; the run is in check2_form_run.cpp.
+// What the window shows; the group is changed in check2_form_group.cpp, the run is in
+// check2_form_run.cpp.
 
 namespace orin::screening {
 
@@ -22,17 +22,6 @@ using shell::Text;
 namespace {
 
 constexpr int kCountAfter = 300;  // ms without another choice
-constexpr const char* kFileFilter = "株価分析ファイル|*.txt|";
-constexpr const char* kGroupFilter = "株価分析グループファイル|*.chk|";
-
-/// As a path setting: relative to the program directory where it lies in it.
-std::string SettingOf(const fs::path& file, const fs::path& program_directory) {
-  const fs::path relative = file.lexically_relative(program_directory);
-  const bool is_inside = !relative.empty() && *relative.begin() != "..";
-  std::string text = (is_inside ? relative : file).string();
-  if (is_inside) std::ranges::replace(text, '/', '\\');
-  return text;
-}
 
 }  // namespace
 
@@ -235,110 +224,6 @@ bool check2_Form::Save(const shell::Settings& changed) {
   const auto saved = surroundings_.save(changed);
   if (!saved) messages_.Warn(saved.error().message);
   return saved.has_value();
-}
-
-void check2_Form::Change(const std::function<void(shell::AnalysisGroup&)>& change) {
-  shell::Settings changed = state_.settings;
-  change(changed.analysis_group);
-  Save(changed);
-  ShowGroup();
-}
-
-void check2_Form::mnu_group_Click() {
-  const auto file = messages_.ChooseFile(
-      {.caption = "株価分析グループファイル", .filter = kGroupFilter, .start = GroupFile()});
-  if (!file) return;
-  const auto group = shell::LoadAnalysisGroup(*file);
-  if (!group) {
-    messages_.Warn(group.error().message);
-    return;
-  }
-  shell::Settings changed = state_.settings;
-  changed.common.analysis_group_file = SettingOf(*file, state_.places.program_directory);
-  changed.analysis_group = *group;
-  Save(changed);
-  ShowGroup();
-}
-
-void check2_Form::mnu_savegroup_Click() {
-  const auto file = messages_.ChooseFile({.caption = "株価分析グループファイル",
-                                          .filter = kGroupFilter,
-                                          .start = GroupFile(),
-                                          .choice = shell::FileChoice::kSave});
-  if (!file) return;
-  const auto written =
-      shell::SaveAnalysisGroup(*state_.files, *file, state_.settings.analysis_group);
-  if (!written) {
-    messages_.Warn(written.error().message);
-    return;
-  }
-  shell::Settings changed = state_.settings;
-  changed.common.analysis_group_file = SettingOf(*file, state_.places.program_directory);
-  Save(changed);
-  ShowGroup();
-}
-
-void check2_Form::mnu_pick_Click() {
-  const fs::path current = CurrentFile();
-  const auto file =
-      messages_.ChooseFile({.caption = "株価分析ファイルを指定する",
-                            .filter = kFileFilter,
-                            .start = current.empty() ? GroupFile().parent_path() : current});
-  if (!file) return;
-  const auto analysis = ReadAnalysisFile(*file);
-  if (!analysis) {
-    messages_.Warn(analysis.error().message);
-    return;
-  }
-  Change([&](shell::AnalysisGroup& group) {
-    group.entries.at(list_->CurrentEntry()) = {
-        analysis->title, SettingOf(*file, state_.places.program_directory), true};
-  });
-}
-
-void check2_Form::mnu_new_Click() { surroundings_.edit({}); }
-
-void check2_Form::mnu_edit_Click() {
-  const fs::path file = CurrentFile();
-  if (file.empty()) {
-    mnu_pick_Click();
-  } else {
-    surroundings_.edit(file);
-  }
-}
-
-void check2_Form::mnu_remove_Click() {
-  Change([this](shell::AnalysisGroup& group) { group.entries.at(list_->CurrentEntry()) = {}; });
-}
-
-void check2_Form::MoveEntry(int step) {
-  const auto place = static_cast<int>(list_->CurrentEntry());
-  const int other = place + step;
-  if (other < 0 || other >= static_cast<int>(shell::AnalysisGroup::kEntries)) return;
-  Change([&](shell::AnalysisGroup& group) {
-    std::swap(group.entries.at(static_cast<size_t>(place)),
-              group.entries.at(static_cast<size_t>(other)));
-  });
-  list_->SelectEntry(static_cast<size_t>(other));
-}
-
-void check2_Form::mnu_up_Click() { MoveEntry(-1); }
-
-void check2_Form::mnu_down_Click() { MoveEntry(1); }
-
-void check2_Form::TakeSaved(const fs::path& file) {
-  const auto files = Files().all;
-  const bool is_in_group = std::ranges::find(files, file) != files.end();
-  const auto& entries = state_.settings.analysis_group.entries;
-  if (is_in_group || !entries.at(list_->CurrentEntry()).file.empty()) {
-    ShowGroup();
-    return;
-  }
-  const auto analysis = ReadAnalysisFile(file);
-  Change([&](shell::AnalysisGroup& group) {
-    group.entries.at(list_->CurrentEntry()) = {
-        analysis ? analysis->title : "", SettingOf(file, state_.places.program_directory), true};
-  });
 }
 
 void check2_Form::ShowFirstFile() {
