@@ -22,7 +22,9 @@ TradingDayEdit::TradingDayEdit(QWidget* owner) : QDateEdit(owner) {
   setDisplayFormat(QStringLiteral("yyyy/MM/dd"));
   setCalendarPopup(true);
   setKeyboardTracking(false);
+  setLocale(QLocale(QLocale::Japanese, QLocale::Japan));
   auto* calendar = new QCalendarWidget(this);
+  calendar->setLocale(locale());
   calendar->setGridVisible(true);
   calendar->setVerticalHeaderFormat(QCalendarWidget::NoVerticalHeader);
   setCalendarWidget(calendar);
