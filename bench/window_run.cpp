@@ -168,7 +168,7 @@ int main(int argc, char** argv) {
   const fs::path scratch =
       fs::temp_directory_path() / ("orin_window_run_" + std::to_string(getpid()));
   WriteGroup(scratch);
-  const int status = Run(argv[1], scratch);
+  const int status = Run(fs::absolute(argv[1]), scratch);
   std::error_code ignored;
   fs::remove_all(scratch, ignored);
   return status;
