@@ -122,7 +122,7 @@ class check2_Form final : public QWidget {
   DayCountsChart* chart_;
   QPushButton* start_;
   std::vector<QPushButton*> file_buttons_;  // those that need an analysis file in the entry
-  bool is_store_released_ = false;  // until Reload
+  bool is_store_released_ = false;          // until Reload
   QTimer count_timer_;
   MarketCount count_{this};
 };
