@@ -211,12 +211,12 @@ TEST_F(ConditionWindow, FileKeepsItsEncodingItsLinesAndWhatItsWriterAdded) {
             "作者：わたし\r\nタイトル：ｂ\r\n分析結果格納場所：.\r\n分析項目：終値(0) > 1 "
             "And\r\n終値(0) < 2\r\n");
 
-  form.Editor().SetCondition("終値(0) > 1 \"注：釈\"");
+  form.Editor().ReplaceCondition("終値(0) > 1 \"注：釈\"");
   EXPECT_FALSE(form.mnu_save_Click());
   EXPECT_THAT(messages_.Texts().back(), StartsWith("分析項目に「：」は使えません。"));
   fs::remove(file);
   fs::create_directory(file);
-  form.Editor().SetCondition("終値(0) > 2");
+  form.Editor().ReplaceCondition("終値(0) > 2");
   EXPECT_FALSE(form.mnu_save_Click());
   EXPECT_THAT(messages_.Texts().back(), HasSubstr("a.txt"));
   EXPECT_EQ(form.Editor().Condition(), "終値(0) > 2") << "what is written is not lost";

@@ -56,7 +56,7 @@ AnalysisFieldsPanel::AnalysisFieldsPanel(const shell::ProgramState& state,
   grid->addWidget(date_, 1, 1);
   add_button(QStringLiteral("暦…"), QStringLiteral("分析日付をカレンダーで選びます"), 1, 2,
              &AnalysisFieldsPanel::Calendar_Click);
-  add_label(QStringLiteral("分析上場市場(&M)："), market_, 1, 3);
+  add_label(QStringLiteral("分析上場市場(&G)："), market_, 1, 3);
   grid->addWidget(market_, 1, 4);
   add_label(QStringLiteral("第二銘柄コード(&2)："), second_, 2, 0);
   second_->setPlaceholderText(QStringLiteral("第二銘柄の項目を使うときだけ"));
@@ -73,6 +73,7 @@ AnalysisFieldsPanel::AnalysisFieldsPanel(const shell::ProgramState& state,
 }
 
 void AnalysisFieldsPanel::Show(const AnalysisFields& fields) {
+  shown_ = fields;
   {
     const QSignalBlocker silence(this);
     title_->setText(Text(fields.title));
@@ -93,12 +94,16 @@ void AnalysisFieldsPanel::Show(const AnalysisFields& fields) {
 }
 
 AnalysisFields AnalysisFieldsPanel::Fields() const {
+  // The blanks of the file are its own, those that were typed are slips.
+  const auto value = [](const QLineEdit* box, const std::string& shown) {
+    return box->text() == Text(shown) ? shown : Utf8(box->text().trimmed());
+  };
   AnalysisFields fields;
-  fields.title = Utf8(title_->text().trimmed());
-  fields.result_directory = Utf8(directory_->text().trimmed());
-  fields.date = Utf8(date_->text().trimmed());
+  fields.title = value(title_, shown_.title);
+  fields.result_directory = value(directory_, shown_.result_directory);
+  fields.date = value(date_, shown_.date);
   fields.market = Utf8(market_->currentData().toString());
-  fields.second_stock = Utf8(second_->text().trimmed());
+  fields.second_stock = value(second_, shown_.second_stock);
   return fields;
 }
 

@@ -37,6 +37,7 @@ class AnalysisFieldsPanel final : public QWidget {
  private:
   const shell::ProgramState& state_;
   shell::Messages& messages_;
+  AnalysisFields shown_;
   QLineEdit* title_;
   QLineEdit* directory_;
   QLineEdit* date_;

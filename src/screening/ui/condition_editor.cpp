@@ -29,6 +29,7 @@ namespace {
 constexpr int kCheckAfter = 150;  // ms after the last change
 // A line is laid out anew with every key; this many characters take no time that one feels.
 constexpr qsizetype kLongestLine = 400;
+constexpr int kLongestMark = 200;
 constexpr qsizetype kFarthestPair = 20'000;
 
 /// Long lines broken behind blanks, or wherever there is none.
@@ -149,7 +150,8 @@ void ConditionEditor::MarkNotes() {
     int begin = PlaceOf(note.position);
     const int last = document()->characterCount() - 1;
     int end = begin;
-    while (end < last && !EndsWord(document()->characterAt(end))) ++end;
+    const int farthest = std::min(last, begin + kLongestMark);
+    while (end < farthest && !EndsWord(document()->characterAt(end))) ++end;
     // At the end of the text the character before it is marked.
     if (end == begin && end < last) ++end;
     if (end == begin && begin > 0) --begin;

@@ -1,6 +1,7 @@
 #include "screening/ui/condition_highlighter.h"
 
 #include <QTextBlock>
+#include <algorithm>
 #include <array>
 
 #include "analysis/condition_words.h"
@@ -40,22 +41,30 @@ constexpr std::array kKinds = {
 constexpr std::array kDepths = {Tint{0xb35900, 0xffb366}, Tint{0x00695c, 0x6fd3c7},
                                 Tint{0xb0004f, 0xff9ac4}, Tint{0x555500, 0xd6d66b}};
 
+using Formats = std::array<QTextCharFormat, kKinds.size() + kDepths.size()>;
+
+/// Of the kinds, then of the depths.
+Formats MakeFormats(bool is_dark) {
+  Formats formats;
+  for (size_t i = 0; i < formats.size(); ++i) {
+    const bool is_depth = i >= kKinds.size();
+    const Tint& tint = is_depth ? kDepths.at(i - kKinds.size()) : kKinds.at(i).tint;
+    formats.at(i).setForeground(QColor(is_dark ? tint.dark : tint.light));
+    if (is_depth || kKinds.at(i).is_bold) formats.at(i).setFontWeight(QFont::Bold);
+  }
+  return formats;
+}
+
 QTextCharFormat FormatOf(const MarkedWord& word, bool is_dark) {
-  const auto color = [is_dark](const Tint& tint) {
-    return QColor(is_dark ? tint.dark : tint.light);
-  };
-  QTextCharFormat format;
+  // Made once: a brace at the beginning of a long condition has all of it coloured anew.
+  static const std::array<Formats, 2> grounds = {MakeFormats(false), MakeFormats(true)};
+  const Formats& formats = grounds.at(is_dark ? 1 : 0);
   if (word.depth > 0) {
-    format.setForeground(color(kDepths.at(static_cast<size_t>(word.depth - 1) % kDepths.size())));
-    format.setFontWeight(QFont::Bold);
-    return format;
+    return formats.at(kKinds.size() + static_cast<size_t>(word.depth - 1) % kDepths.size());
   }
-  for (const KindRow& row : kKinds) {
-    if (row.kind != word.kind) continue;
-    format.setForeground(color(row.tint));
-    if (row.is_bold) format.setFontWeight(QFont::Bold);
-  }
-  return format;
+  const auto* row = std::ranges::find(kKinds, word.kind, &KindRow::kind);
+  if (row == kKinds.end()) return {};
+  return formats.at(static_cast<size_t>(row - kKinds.begin()));
 }
 
 analysis::LineEnd StateOf(int state) {

@@ -1,29 +1,26 @@
 #include "screening/ui/joken_form.h"
 
 #include <QAction>
-#include <QCloseEvent>
 #include <QPushButton>
 #include <QSplitter>
 #include <QVBoxLayout>
 
 #include "analysis/condition_text.h"
 #include "analysis/note_sentence.h"
-#include "screening/screening_run.h"
 #include "screening/ui/item_form.h"
 #include "screening/ui/snippet_form.h"
 #include "shell/ui/qt_text.h"
 
+// The window and what is done with its condition; the file is in joken_form_file.cpp.
+
 namespace orin::screening {
 
-namespace fs = std::filesystem;
-using shell::PathOf;
 using shell::Text;
 using shell::Utf8;
 
 namespace {
 
 constexpr int kCountAfter = 500;  // ms after the last change
-constexpr const char* kFilter = "株価分析ファイル|*.txt|";
 
 }  // namespace
 
@@ -51,13 +48,14 @@ joken_Form::joken_Form(const shell::ProgramState& state, shell::Messages& messag
   setFocusProxy(editor_);
 
   connect(fields_, &AnalysisFieldsPanel::Changed, this, [this] {
-    SetChanged(true);
+    status_->clear();
+    ShowName();
     CountSoon();
   });
-  connect(editor_, &QPlainTextEdit::textChanged, this, [this] { SetChanged(true); });
+  connect(editor_, &QPlainTextEdit::textChanged, status_, &QLabel::clear);
+  connect(editor_->document(), &QTextDocument::modificationChanged, this, &joken_Form::ShowName);
   connect(editor_, &ConditionEditor::Checked, this, [this] {
     ShowNotes();
-    if (try_->HasTried()) mnu_try_Click();
     CountSoon();
   });
   connect(editor_, &ConditionEditor::PastedTextMended, this, [this] {
@@ -70,12 +68,11 @@ joken_Form::joken_Form(const shell::ProgramState& state, shell::Messages& messag
   });
   connect(notes_, &QListWidget::itemClicked, notes_, &QListWidget::itemActivated);
   connect(try_, &TryPanel::Wanted, this, &joken_Form::mnu_try_Click);
-  connect(try_, &TryPanel::DayChanged, this, [this] {
-    if (try_->HasTried()) mnu_try_Click();
-  });
+  connect(try_, &TryPanel::DayChanged, this, &joken_Form::TryAgain);
   connect(chart_, &DayCountsChart::DateChosen, try_, &TryPanel::ShowDay);
   count_timer_.setSingleShot(true);
   count_timer_.setInterval(kCountAfter);
+  connect(&count_timer_, &QTimer::timeout, this, &joken_Form::TryAgain);
   connect(&count_timer_, &QTimer::timeout, this, &joken_Form::Count);
   connect(&count_, &MarketCount::Finished, this, [this] {
     const DayCounts& counts = count_.Counts();
@@ -107,9 +104,9 @@ QWidget* joken_Form::MakeToolbar() {
     connect(action, &QAction::triggered, this, handler);
     addAction(action);
   };
-  add(QStringLiteral("保存(&S)"), "Ctrl+S", QStringLiteral("分析ファイルに保存します"),
+  add(QStringLiteral("保存(&B)"), "Ctrl+S", QStringLiteral("分析ファイルに保存します"),
       [this] { mnu_save_Click(); });
-  add(QStringLiteral("名前をつけて保存(&A)…"), "Ctrl+Shift+S",
+  add(QStringLiteral("名前をつけて保存(&N)…"), "Ctrl+Shift+S",
       QStringLiteral("別の分析ファイルに保存します"), [this] { mnu_saveas_Click(); });
   add(QStringLiteral("項目を挿入(&I)…"), "Ctrl+I", QStringLiteral("分析項目を選んで挿入します"),
       [this] { mnu_item_Click(); });
@@ -132,7 +129,7 @@ QWidget* joken_Form::MakeEditorPanel() {
   auto* panel = new QWidget(this);
   auto* layout = new QVBoxLayout(panel);
   layout->setContentsMargins(0, 0, 0, 0);
-  auto* label = new QLabel(QStringLiteral("分析項目（条件）(&K)："), panel);
+  auto* label = new QLabel(QStringLiteral("分析項目（条件）(&E)："), panel);
   label->setBuddy(editor_);
   notes_->setAccessibleName(QStringLiteral("書き方の注意"));
   // Always there, so that what is typed never moves.
@@ -157,81 +154,12 @@ QWidget* joken_Form::MakeLowerPanel() {
   return panel;
 }
 
-base::Status joken_Form::Open(const fs::path& file) {
-  auto document = AnalysisDocument::Read(file);
-  if (!document) return base::Forward(document);
-  document_ = std::move(*document);
-  file_ = file;
-  ShowDocument();
-  return {};
-}
-
-void joken_Form::New() {
-  document_ = AnalysisDocument();
-  file_.clear();
-  ShowDocument();
-}
-
-void joken_Form::ShowDocument() {
-  fields_->Show(document_.Fields());
-  editor_->SetCondition(document_.Fields().condition);
-  SetChanged(false);
-}
-
-void joken_Form::SetChanged(bool is_changed) {
-  is_changed_ = is_changed;
-  setWindowModified(is_changed);
-  if (is_changed) status_->clear();
-  const QString name = file_.empty() ? QStringLiteral("新しい条件") : PathOf(file_.filename());
-  setWindowTitle(QStringLiteral("条件エディター（%1）[*]").arg(name));
-}
-
-AnalysisFields joken_Form::Fields() const {
-  AnalysisFields fields = fields_->Fields();
-  fields.condition = editor_->Lines();
-  // A condition that has not changed keeps the lines it has in the file.
-  const std::string& before = document_.Fields().condition;
-  if (JoinedCondition(before) == JoinedCondition(fields.condition)) fields.condition = before;
-  return fields;
-}
-
 void joken_Form::ShowNotes() {
   notes_->clear();
   for (const analysis::Note& note : editor_->Notes()) {
     auto* item = new QListWidgetItem(Text(analysis::NoteSentence(note)), notes_);
     item->setData(Qt::UserRole, static_cast<qulonglong>(note.position));
   }
-}
-
-bool joken_Form::SaveTo(const fs::path& file) {
-  const auto saved = document_.Save(*state_.files, file, Fields());
-  if (!saved) {
-    messages_.Warn(saved.error().message);
-    return false;
-  }
-  file_ = file;
-  SetChanged(false);
-  status_->setText(QStringLiteral("%1 に保存しました。").arg(PathOf(file)));
-  // What is saved may still be no analysis that runs.
-  const auto analysis = ReadAnalysisFile(file);
-  if (!analysis) messages_.Warn(analysis.error().message);
-  Q_EMIT Saved(PathOf(file));
-  return true;
-}
-
-bool joken_Form::mnu_save_Click() { return file_.empty() ? mnu_saveas_Click() : SaveTo(file_); }
-
-bool joken_Form::mnu_saveas_Click() {
-  std::string name = fields_->Fields().title;
-  std::erase_if(name, [](char c) { return c == '/' || c == '\\'; });
-  if (name.empty()) name = "新しい条件";
-  const auto file = messages_.ChooseFile(
-      {.caption = "株価分析ファイルを指定する",
-       .filter = kFilter,
-       .start =
-           file_.empty() ? state_.places.program_directory / "analysis" / (name + ".txt") : file_,
-       .choice = shell::FileChoice::kSave});
-  return file && SaveTo(*file);
 }
 
 void joken_Form::mnu_item_Click() {
@@ -252,7 +180,11 @@ void joken_Form::mnu_snippet_Click() {
 }
 
 void joken_Form::mnu_try_Click() {
-  try_->Try(editor_->Condition(), fields_->Fields().second_stock);
+  if (!is_store_released_) try_->Try(editor_->Condition(), fields_->Fields().second_stock);
+}
+
+void joken_Form::TryAgain() {
+  if (!is_store_released_) try_->TryAgain(editor_->Condition(), fields_->Fields().second_stock);
 }
 
 void joken_Form::ReleaseStore() {
@@ -293,29 +225,6 @@ void joken_Form::Count() {
   question.adjust_splits = state_.settings.chart_action.bunkatsu_auto_check;
   count_label_->setText(QStringLiteral("選ばれる銘柄を数えています。"));
   count_.Start(*state_.store, question);
-}
-
-void joken_Form::closeEvent(QCloseEvent* event) {
-  if (is_changed_) {
-    const QString name = file_.empty() ? QStringLiteral("新しい条件") : PathOf(file_.filename());
-    const shell::Answer answer =
-        messages_.Show({.text = Utf8(QStringLiteral("「%1」は変更されています。保存しますか？\n"
-                                                    "はい　　　：保存して閉じます。\n"
-                                                    "いいえ　　：保存しないで閉じます。\n"
-                                                    "キャンセル：閉じません。")
-                                         .arg(name)),
-                        .icon = shell::Icon::kQuestion,
-                        .buttons = shell::Buttons::kYesNoCancel,
-                        .default_answer = shell::Answer::kYes});
-    const bool may_close =
-        answer == shell::Answer::kNo || (answer == shell::Answer::kYes && mnu_save_Click());
-    if (!may_close) {
-      event->ignore();
-      return;
-    }
-  }
-  count_.Stop();
-  event->accept();
 }
 
 }  // namespace orin::screening

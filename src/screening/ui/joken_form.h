@@ -60,8 +60,14 @@ class joken_Form final : public QWidget {
   void ShowNotes();
   /// What would be saved.
   [[nodiscard]] AnalysisFields Fields() const;
-  void SetChanged(bool is_changed);
+  [[nodiscard]] QString Name() const;
+  void ShowName();
+  /// Whether anything would be lost.
+  [[nodiscard]] bool IsChanged() const;
   bool SaveTo(const std::filesystem::path& file);
+  /// What was tried once follows the condition, the fields and the day.
+  void TryAgain();
+  /// When nothing has changed for a moment.
   void CountSoon();
   void Count();
 
@@ -69,7 +75,6 @@ class joken_Form final : public QWidget {
   shell::Messages& messages_;
   std::filesystem::path file_;
   AnalysisDocument document_;
-  bool is_changed_ = false;
   AnalysisFieldsPanel* fields_;
   ConditionEditor* editor_;
   QListWidget* notes_;

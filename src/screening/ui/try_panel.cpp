@@ -1,6 +1,7 @@
 #include "screening/ui/try_panel.h"
 
 #include <QBoxLayout>
+#include <QElapsedTimer>
 #include <QLabel>
 
 #include "analysis/condition_text.h"
@@ -12,6 +13,12 @@ namespace orin::screening {
 
 using shell::Text;
 using shell::Utf8;
+
+namespace {
+
+constexpr qint64 kFeltByWriter = 80;  // ms
+
+}  // namespace
 
 TryPanel::TryPanel(const shell::ProgramState& state, QWidget* owner)
     : QWidget(owner),
@@ -51,7 +58,24 @@ void TryPanel::Reload() {
 }
 
 void TryPanel::Try(const std::string& condition, const std::string& second_stock) {
+  QElapsedTimer since;
+  since.start();
   has_tried_ = true;
+  Explain(condition, second_stock);
+  is_slow_ = since.elapsed() > kFeltByWriter;
+}
+
+void TryPanel::TryAgain(const std::string& condition, const std::string& second_stock) {
+  if (!has_tried_) return;
+  if (is_slow_) {
+    explanation_->ShowSentence(
+        QStringLiteral("内容が変わりました。「試す」（Ctrl+T）を押すと調べ直します。"));
+  } else {
+    Try(condition, second_stock);
+  }
+}
+
+void TryPanel::Explain(const std::string& condition, const std::string& second_stock) {
   const auto day = date_->Day();
   if (!state_.store || !day) {
     explanation_->ShowSentence(QStringLiteral("株価データがありません。"));

@@ -21,8 +21,9 @@ class TryPanel final : public QWidget {
   explicit TryPanel(const shell::ProgramState& state, QWidget* owner = nullptr);
 
   void Try(const std::string& condition, const std::string& second_stock);
-  /// Whether something was tried, which a changed condition would make out of date.
-  [[nodiscard]] bool HasTried() const { return has_tried_; }
+  /// After a change: what was tried is tried anew, unless that would keep the writer waiting; then
+  /// it is taken away.
+  void TryAgain(const std::string& condition, const std::string& second_stock);
   void ShowDay(base::Date day) { date_->ShowDay(day); }
   /// After a change of the store.
   void Reload();
@@ -32,8 +33,11 @@ class TryPanel final : public QWidget {
   void DayChanged();
 
  private:
+  void Explain(const std::string& condition, const std::string& second_stock);
+
   const shell::ProgramState& state_;
   bool has_tried_ = false;
+  bool is_slow_ = false;  // what was tried last
   QLineEdit* code_;
   TradingDayEdit* date_;
   ExplanationView* explanation_;
