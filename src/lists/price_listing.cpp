@@ -6,26 +6,15 @@
 #include <utility>
 
 #include "base/percent.h"
-#include "lists/shown_number.h"
-#include "store/period_bars.h"
+#include "base/shown_number.h"
 
 namespace orin::lists {
 
 using base::Currency;
+using base::Grouped;
 
 namespace {
 
-struct PeriodWords {
-  std::string_view name;
-  std::string_view change;
-};
-
-constexpr std::array kPeriodWords = {PeriodWords{"日足", "前日比"}, PeriodWords{"週足", "前週比"},
-                                     PeriodWords{"月足", "前月比"}};
-
-const PeriodWords& WordsOf(BarPeriod period) {
-  return kPeriodWords.at(static_cast<size_t>(period));
-}
 
 /// With the changes from bar to bar.
 std::vector<PriceRow> RowsOf(const base::BarsView& bars) {
@@ -48,7 +37,7 @@ std::vector<PriceRow> RowsOf(const base::BarsView& bars) {
 }
 
 int32_t DecimalsOf(const std::vector<PriceRow>& rows) {
-  DecimalsNeeded decimals;
+  base::DecimalsNeeded decimals;
   for (const PriceRow& row : rows) {
     for (const Currency price : {row.bar.open, row.bar.high, row.bar.low, row.bar.close}) {
       decimals.Add(price);
@@ -87,43 +76,19 @@ void AppendRow(std::string& text, const PriceListing& listing, size_t row,
                std::string_view delimiter, std::string_view line_end) {
   for (size_t column = 0; column < kPriceColumns; ++column) {
     if (column > 0) text += delimiter;
-    text += PlainNumber(listing.Text(row, static_cast<PriceColumn>(column)));
+    text += base::PlainNumber(listing.Text(row, static_cast<PriceColumn>(column)));
   }
   text += line_end;
 }
 
 }  // namespace
 
-std::string_view PeriodName(BarPeriod period) { return WordsOf(period).name; }
-
 std::string PriceColumnTitle(PriceColumn column, BarPeriod period) {
   constexpr std::array<std::string_view, kPriceColumns> kTitles = {
       "日付", "始値", "高値", "安値", "終値", "", "", "出来高"};
-  if (column == PriceColumn::kChange) return std::string(WordsOf(period).change);
-  if (column == PriceColumn::kChangePercent) return std::string(WordsOf(period).change) + "率";
+  if (column == PriceColumn::kChange) return std::string(store::ChangeName(period));
+  if (column == PriceColumn::kChangePercent) return std::string(store::ChangeName(period)) + "率";
   return std::string(kTitles.at(static_cast<size_t>(column)));
-}
-
-base::BarColumns LoadPeriod(const store::StockStore& store, const store::StockRecord& stock,
-                            BarPeriod period, bool is_adjusted) {
-  const store::Calendar& days = store.Days();
-  base::BarColumns daily;
-  if (days.Count() == 0) return daily;
-  if (is_adjusted) {
-    store.LoadAdjustedBars(stock, base::DayIndex(1), days.Last(), daily);
-  } else {
-    store.LoadBars(stock.slot, base::DayIndex(1), days.Last(), daily);
-  }
-  if (period == BarPeriod::kDay) return daily;
-  store::PeriodBars periods;
-  periods.Build(base::BarsView(daily), period == BarPeriod::kWeek ? days.Weeks() : days.Months());
-  const base::BarsView bars = periods.AsOf(days.Last());
-  base::BarColumns columns;
-  for (int32_t t = bars.First(); t <= bars.Count(); ++t) {
-    columns.Append(
-        {bars.DateOf(t), bars.Open(t), bars.High(t), bars.Low(t), bars.Close(t), bars.Volume(t)});
-  }
-  return columns;
 }
 
 PriceListing PriceListing::Load(const store::StockStore& store, const store::StockRecord& stock,

@@ -10,18 +10,11 @@
 
 #include "base/bars.h"
 #include "base/currency.h"
-#include "store/stock_store.h"
+#include "store/stock_series.h"
 
 namespace orin::lists {
 
-enum class BarPeriod { kDay, kWeek, kMonth };
-/// "日足", "週足", "月足".
-std::string_view PeriodName(BarPeriod period);
-
-/// All bars of the stock, oldest first, those without data included; adjusted for splits where
-/// `is_adjusted`. None in a store without days.
-base::BarColumns LoadPeriod(const store::StockStore& store, const store::StockRecord& stock,
-                            BarPeriod period, bool is_adjusted);
+using store::BarPeriod;
 
 enum class PriceColumn { kDate, kOpen, kHigh, kLow, kClose, kChange, kChangePercent, kVolume };
 inline constexpr size_t kPriceColumns = 8;

@@ -6,14 +6,14 @@
 #include "base/csv.h"
 #include "base/currency.h"
 #include "base/text.h"
-#include "lists/shown_number.h"
+#include "base/shown_number.h"
 
 namespace orin::lists {
 
 namespace {
 
 std::optional<base::Currency> NumberIn(std::string_view text) {
-  const std::string plain = PlainNumber(text);
+  const std::string plain = base::PlainNumber(text);
   const auto number = base::Currency::Parse(base::TrimBlanks(plain));
   if (!number) return std::nullopt;
   return *number;
@@ -120,7 +120,7 @@ std::string Table::ToCsv(std::string_view line_end) const {
   for (const auto& row : rows) {
     std::vector<std::string> fields = row;
     for (size_t column = 0; column < fields.size(); ++column) {
-      if (is_numeric[column]) fields[column] = PlainNumber(fields[column]);
+      if (is_numeric[column]) fields[column] = base::PlainNumber(fields[column]);
     }
     AppendLine(csv, fields, line_end);
   }

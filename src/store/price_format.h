@@ -61,10 +61,13 @@ void EncodeCreditBalance(const CreditBalance& balance, char* entry);
 
 // orint001.dat and on: records of 80 entries of 44 bytes, enough for the 78 five-minute bars of a
 // session: the seconds since midnight as a 32-bit integer, then a bar as in the daily files. An
-// unused entry has the time 0 and no data.
+// unused entry has the time 0 and no data. Record 1 begins with the 8-byte date of the session, the
+// rest of it is 0.
 inline constexpr size_t kIntradayEntryLength = 44;
 inline constexpr size_t kIntradayEntries = 80;
 inline constexpr size_t kIntradayRecordLength = kIntradayEntries * kIntradayEntryLength;
+
+inline constexpr int32_t kSecondsPerDay = 24 * 60 * 60;
 
 struct IntradayBar {
   int32_t seconds = 0;  // since midnight

@@ -13,7 +13,8 @@ declare -A below=(
   [acquire]="base store acquire"
   [shell]="base store analysis screening acquire shell"
   [lists]="base store shell lists"
-  [app]="base store indicators analysis screening acquire shell lists app"
+  [chart]="base store indicators analysis shell chart"
+  [app]="base store indicators analysis screening acquire shell lists chart app"
 )
 
 wrong=0

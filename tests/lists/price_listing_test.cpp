@@ -159,27 +159,5 @@ TEST(PriceListing, StockOrStoreWithoutPricesHasNoRows) {
   }
 }
 
-TEST(LoadPeriod, BarsWithoutDataAreIncludedAndAStoreWithoutDaysHasNone) {
-  support::StoreBuilder builder("period");
-  builder.Days(support::Weekdays("2020/01/06", 11)).Stock("X", {FlatBar(1), NoBar(), FlatBar(2)});
-  const store::StockStore store = builder.Open();
-  const store::StockRecord& stock = store.Master().Stock(base::MasterRecord(2));
-  const auto volumes = [&](BarPeriod period) {
-    return LoadPeriod(store, stock, period, false).volume;
-  };
-  EXPECT_EQ(volumes(BarPeriod::kDay).size(), 11U);
-  EXPECT_EQ(volumes(BarPeriod::kWeek),
-            (std::vector{support::Price(200), base::kNoDataVolume, base::kNoDataVolume}));
-  EXPECT_EQ(volumes(BarPeriod::kMonth), std::vector{support::Price(200)});
-
-  support::StoreBuilder dayless("dayless");
-  dayless.Stock("X");
-  const store::StockStore empty = dayless.Open();
-  for (const BarPeriod period : {BarPeriod::kDay, BarPeriod::kWeek, BarPeriod::kMonth}) {
-    EXPECT_EQ(LoadPeriod(empty, empty.Master().Stock(base::MasterRecord(2)), period, true).Size(),
-              0U);
-  }
-}
-
 }  // namespace
 }  // namespace orin::lists

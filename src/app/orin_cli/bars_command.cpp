@@ -4,7 +4,7 @@
 #include <string>
 
 #include "app/orin_cli/open_store.h"
-#include "lists/price_listing.h"
+#include "store/stock_series.h"
 
 namespace orin::app {
 
@@ -16,9 +16,9 @@ struct BarsOptions {
   bool raw = false;
 };
 
-const std::map<std::string, lists::BarPeriod> kPeriods = {{"day", lists::BarPeriod::kDay},
-                                                          {"week", lists::BarPeriod::kWeek},
-                                                          {"month", lists::BarPeriod::kMonth}};
+const std::map<std::string, store::BarPeriod> kPeriods = {{"day", store::BarPeriod::kDay},
+                                                          {"week", store::BarPeriod::kWeek},
+                                                          {"month", store::BarPeriod::kMonth}};
 
 void Print(const base::BarColumns& columns) {
   std::cout << "年月日,始値,高値,安値,終値,出来高\n";
@@ -39,7 +39,7 @@ int RunBars(const Session& session, const BarsOptions& options) {
   if (!stock) return Report(stock.error());
 
   const bool is_adjusted = !options.raw && opened->settings.chart_action.bunkatsu_auto_check;
-  Print(lists::LoadPeriod(store, **stock, kPeriods.at(options.period), is_adjusted));
+  Print(store::LoadPeriod(store, **stock, kPeriods.at(options.period), is_adjusted));
   return kDone;
 }
 

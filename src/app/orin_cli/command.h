@@ -39,6 +39,7 @@ void AddCheckCommand(CLI::App& app, Session& session);
 void AddSplitsCommand(CLI::App& app, Session& session);
 void AddSystemFileCommand(CLI::App& app, Session& session);
 void AddCompanyCommand(CLI::App& app, Session& session);
+void AddChartCommand(CLI::App& app, Session& session);
 void AddSettingsCommand(CLI::App& app, Session& session);
 
 /// Writes the sentence to standard error and gives the exit status of a failed job.

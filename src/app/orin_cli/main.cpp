@@ -49,6 +49,7 @@ int Run(std::vector<std::string> arguments) {
   AddSplitsCommand(app, session);
   AddSystemFileCommand(app, session);
   AddCompanyCommand(app, session);
+  AddChartCommand(app, session);
   AddSettingsCommand(app, session);
   SpeakJapanese(app);
 

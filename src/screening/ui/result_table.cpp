@@ -2,13 +2,13 @@
 
 #include <utility>
 
-#include "lists/shown_number.h"
+#include "base/shown_number.h"
 
 namespace orin::screening {
 
 using base::Currency;
-using lists::DecimalsNeeded;
-using lists::Grouped;
+using base::DecimalsNeeded;
+using base::Grouped;
 
 namespace {
 

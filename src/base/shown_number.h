@@ -7,14 +7,14 @@
 
 #include "base/currency.h"
 
-namespace orin::lists {
+namespace orin::base {
 
 // Numbers as tables show them.
 
 /// The decimals that each of the values needs, 2 to 4, so that a column has the same everywhere.
 class DecimalsNeeded {
  public:
-  void Add(base::Currency value) {
+  void Add(Currency value) {
     const int32_t needed = value.Raw() % 10 != 0 ? 4 : value.Raw() % 100 != 0 ? 3 : 2;
     count_ = std::max(count_, needed);
   }
@@ -26,9 +26,9 @@ class DecimalsNeeded {
 
 /// Digits in groups of three; `decimals` of the four are shown, halves rounded away from zero.
 /// `with_sign` puts "+" before what is above 0.
-std::string Grouped(base::Currency value, int32_t decimals, bool with_sign);
+std::string Grouped(Currency value, int32_t decimals, bool with_sign);
 
 /// Without what a spreadsheet would stumble over: groups, plus signs, "％".
 std::string PlainNumber(std::string_view shown);
 
-}  // namespace orin::lists
+}  // namespace orin::base

@@ -1,14 +1,14 @@
-#include "lists/shown_number.h"
+#include "base/shown_number.h"
 
-namespace orin::lists {
+namespace orin::base {
 
 namespace {
 
-constexpr int64_t kUnit = base::Currency::kScale;
+constexpr int64_t kUnit = Currency::kScale;
 
 }  // namespace
 
-std::string Grouped(base::Currency value, int32_t decimals, bool with_sign) {
+std::string Grouped(Currency value, int32_t decimals, bool with_sign) {
   int64_t step = 1;
   for (int32_t i = decimals; i < 4; ++i) step *= 10;
   const bool is_negative = value.Raw() < 0;
@@ -36,4 +36,4 @@ std::string PlainNumber(std::string_view shown) {
   return percent == std::string::npos ? plain : plain.substr(0, percent);
 }
 
-}  // namespace orin::lists
+}  // namespace orin::base

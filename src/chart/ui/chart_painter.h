@@ -1,0 +1,15 @@
+#pragma once
+
+#include <QPainter>
+
+#include "chart/draw_list.h"
+
+namespace orin::chart {
+
+/// Paints a picture: one of its pixels is one unit of the painter. On a screen of more than 100 %
+/// the painter must count device pixels, or nothing is crisp.
+void PaintPicture(QPainter& painter, const DrawList& picture);
+/// Items alone, over a picture painted before.
+void PaintItems(QPainter& painter, const std::vector<DrawItem>& items);
+
+}  // namespace orin::chart
