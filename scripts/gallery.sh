@@ -41,7 +41,7 @@ page=$out/README.md
 draw() { # file, heading, options...
   local file=$1 heading=$2
   shift 2
-  "${cli[@]}" chart "$stock" --size 720x420 -o "$out/$file.png" "$@"
+  "${cli[@]}" chart "$stock" --size "${size:-720x520}" -o "$out/$file.png" "$@"
   printf '\n## %s\n\n![%s](%s.png)\n' "$heading" "$heading" "$file" >>"$page"
 }
 
@@ -64,8 +64,10 @@ while IFS=, read -r number name key; do
   esac
   options=(--period "$period" --sub "$key" --volume none)
   case $key in
-    kagi | pf) options+=(--from 2015/01/12) ;;
+    kagi) options+=(--from 2015/01/12) ;;
     correlation | inversewatch) options+=(--from 2019/01/02) ;;
   esac
-  draw "$prefix$key" "$name" "${options[@]}"
+  size=
+  [ "$key" = pf ] && size=720x1000 && options+=(--from 2018/01/02)
+  size=$size draw "$prefix$key" "$name" "${options[@]}"
 done < <("${cli[@]}" chart --list)

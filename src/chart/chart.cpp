@@ -4,8 +4,7 @@
 
 namespace orin::chart {
 
-BarRange NewestBars(ChartSource& source, const shell::ChartActionSettings& action,
-                    int32_t future) {
+BarRange NewestBars(ChartSource& source, const shell::ChartActionSettings& action, int32_t future) {
   const int32_t count = std::max(0, source.Bars().Count());
   return {std::max(1, count - std::max(1, action.veaw_number) + 1), count,
           std::max(action.daymargin, future)};

@@ -56,8 +56,7 @@ class ChartSource {
 
  private:
   /// Place i is day i + 1.
-  [[nodiscard]] base::Result<base::ValueColumn> EvaluateDays(
-      const std::string& expression) const;
+  [[nodiscard]] base::Result<base::ValueColumn> EvaluateDays(const std::string& expression) const;
 
   const store::StockStore& store_;
   const store::StockRecord& stock_;

@@ -66,7 +66,8 @@ class Printer {
     const Ink ink = Printed(boxes.ink, mode_);
     const bool is_surface = IsSurface(boxes);
     Boxes printed{ink, std::move(boxes.rects)};
-    if (boxes.ink.role == InkRole::kFaint) printed.ink.color = Grey(mode_ == InkMode::kGrey ? 205 : 170);
+    if (boxes.ink.role == InkRole::kFaint)
+      printed.ink.color = Grey(mode_ == InkMode::kGrey ? 205 : 170);
     if (boxes.ink.role == InkRole::kSeries && is_surface && mode_ == InkMode::kPattern) {
       printed.ink.hatch = kHatches.at(boxes.ink.number % kHatches.size());
     }
@@ -82,10 +83,13 @@ class Printer {
   }
   void operator()(Surface& surface) {
     const Ink ink = Printed(surface.ink, mode_);
-    surface.ink = {ink.color, ink.role, ink.number,
-                   mode_ == InkMode::kGrey ? surface.ink.alpha : uint8_t{255}, Dash::kSolid,
-                   mode_ == InkMode::kGrey ? Hatch::kSolid
-                                           : kHatches.at(ink.number % kHatches.size())};
+    surface.ink = {
+        ink.color,
+        ink.role,
+        ink.number,
+        mode_ == InkMode::kGrey ? surface.ink.alpha : uint8_t{255},
+        Dash::kSolid,
+        mode_ == InkMode::kGrey ? Hatch::kSolid : kHatches.at(ink.number % kHatches.size())};
     items_.emplace_back(std::move(surface));
   }
   void operator()(Line& line) {

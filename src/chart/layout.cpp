@@ -42,27 +42,38 @@ class Layouter {
 
   /// From top to bottom: the panes, each a heading and a plot, and the dates.
   void PlacePanes() {
-    const int32_t bottom = std::max(0, size_.height - style_.row - style_.gap / 2);
-    layout_.dates = {style_.gap, bottom, 0, size_.height - bottom};
+    const int32_t dates = std::min(size_.height, style_.row + style_.gap / 2);
     const std::vector<int32_t> heights =
-        PaneHeights(bottom, chart_.main_percent, chart_.panes.size());
+        PaneHeights(size_.height - dates, chart_.main_percent, chart_.panes.size());
+    const size_t last_of_bars = LastPaneOfBars();
     int32_t top = 0;
     for (size_t i = 0; i < chart_.panes.size(); ++i) {
       PaneLayout place;
       place.pane = {0, top, size_.width, heights[i]};
       top += heights[i];
+      if (i == last_of_bars) {
+        layout_.dates = {style_.gap, top, 0, dates};
+        top += dates;
+      }
       const Plot& plot = chart_.panes[i];
       headings_.emplace_back(ContextOf(i), plot, size_.width - 2 * style_.gap);
       const int32_t own_axis = HasOwnAxis(plot) ? style_.row : 0;
-      // A heading that leaves no room for the plot is left out.
-      const int32_t heading = headings_.back().Height() + style_.gap / 2;
-      const bool has_heading = heading + own_axis + kLeastPlot <= heights[i];
-      has_heading_.push_back(has_heading);
-      const int32_t plot_top = place.pane.top + (has_heading ? heading : 0);
+      // At least half of a pane is for its plot.
+      headings_.back().Limit((heights[i] - own_axis) / 2 / std::max(1, style_.row));
+      const int32_t plot_top = place.pane.top + headings_.back().Height() + style_.gap / 2;
       place.plot = {style_.gap, plot_top, 0,
                     place.pane.Bottom() - plot_top - own_axis - style_.gap / 2};
       layout_.panes.push_back(place);
     }
+  }
+
+  /// The main chart always is one.
+  [[nodiscard]] size_t LastPaneOfBars() const {
+    size_t last = 0;
+    for (size_t i = 0; i < chart_.panes.size(); ++i) {
+      if (!HasOwnAxis(chart_.panes[i])) last = i;
+    }
+    return last;
   }
 
   void FindScales(size_t i) {
@@ -72,17 +83,18 @@ class Layouter {
     const double spacing = style_.text * kTickSpacing;
     std::vector<Tick> ticks;
     if (const auto* time = std::get_if<TimePlot>(&chart_.panes[i].content)) {
-      place.values =
-          ValueScale(RangeOf(*time, chart_.bars, chart_.view), time->scale.form, top, height);
+      const auto range = RangeOf(*time, chart_.bars, chart_.view);
+      place.values = ValueScale(range.value_or(ValueRange()), time->scale.form, top, height);
       place.base = PercentBase();
-      ticks = time->scale.levels.empty()
-                  ? ValueTicks(place.values, spacing, time->number, place.base)
-                  : LabelledTicks(time->scale.levels, time->number);
+      if (range)
+        ticks = time->scale.levels.empty()
+                    ? ValueTicks(place.values, spacing, time->number, place.base)
+                    : LabelledTicks(time->scale.levels, time->number);
     } else if (const auto* plane = std::get_if<PlanePlot>(&chart_.panes[i].content)) {
       const bool is_columns = plane->column_width > 0;
-      const ValueRange up =
-          is_columns ? ColumnRange(*plane, ShownColumns(*plane, PlaneWidth(*plane)))
-                     : plane->up.extent.Range(plane->up.gap);
+      const ValueRange up = is_columns
+                                ? ColumnRange(*plane, ShownColumns(*plane, PlaneWidth(*plane)))
+                                : plane->up.extent.Range(plane->up.gap);
       place.values = ValueScale(up, ScaleForm::kLinear, top, height);
       ticks = ValueTicks(place.values, spacing, plane->up.number);
     } else if (const auto* intraday = std::get_if<IntradayPlot>(&chart_.panes[i].content)) {
@@ -163,10 +175,10 @@ class Layouter {
     std::vector<DrawItem>& items = layout_.picture.items;
     items.emplace_back(Clip{place.pane});
     if (i > 0) {
-      items.emplace_back(Boxes{FaintInk(context.GridColor()),
-                               {{0, place.pane.top, size_.width, style_.hair}}});
+      items.emplace_back(
+          Boxes{FaintInk(context.GridColor()), {{0, place.pane.top, size_.width, style_.hair}}});
     }
-    if (has_heading_[i]) headings_[i].Draw(style_.gap, place.pane.top + style_.gap / 4, items);
+    headings_[i].Draw(style_.gap, place.pane.top + style_.gap / 4, items);
     if (place.plot.height < kLeastPlot || place.plot.width < kLeastPlot) return;
     DrawValueAxis(context, ticks_[i], place);
     if (const auto* time = std::get_if<TimePlot>(&plot.content)) {
@@ -207,7 +219,6 @@ class Layouter {
   ViewStyle style_;
   ChartLayout& layout_;
   std::vector<Heading> headings_;
-  std::vector<bool> has_heading_;
   std::vector<std::vector<Tick>> ticks_;
   std::vector<DateTick> dates_;
 };
@@ -216,10 +227,10 @@ void AddTag(const ViewStyle& style, const Chart& chart, const std::string& text,
             Align align, std::vector<DrawItem>& items) {
   const double width = TextWidth(text) * style.text + style.gap;
   const double left = align == Align::kLeft ? at.x : at.x - width / 2;
-  items.emplace_back(Boxes{{.color = chart.colors.Text(), .role = InkRole::kText},
-                           {{static_cast<int32_t>(left),
-                             static_cast<int32_t>(at.y - style.row / 2.0),
-                             static_cast<int32_t>(width), style.row}}});
+  items.emplace_back(
+      Boxes{{.color = chart.colors.Text(), .role = InkRole::kText},
+            {{static_cast<int32_t>(left), static_cast<int32_t>(at.y - style.row / 2.0),
+              static_cast<int32_t>(width), style.row}}});
   items.emplace_back(Label{{.color = chart.colors.Ground(), .role = InkRole::kGround},
                            {left + style.gap / 2.0, at.y},
                            Align::kLeft,
@@ -301,8 +312,7 @@ std::vector<DrawItem> CrossHair(const Chart& chart, const ChartLayout& layout,
   const double middle = place.bars.X(*bar);
   for (size_t i = 0; i < layout.panes.size(); ++i) {
     if (!std::holds_alternative<TimePlot>(chart.panes[i].content)) continue;
-    items.emplace_back(
-        DottedDown(ink, layout.panes[i].plot, static_cast<int32_t>(middle), style));
+    items.emplace_back(DottedDown(ink, layout.panes[i].plot, static_cast<int32_t>(middle), style));
   }
   AddTag(style, chart, ShortDate(chart.bars.DateOf(*bar)),
          {middle, layout.dates.top + layout.dates.height / 2.0}, Align::kCenter, items);

@@ -32,7 +32,7 @@ struct PaneLayout {
 struct ChartLayout {
   DrawList picture;
   std::vector<PaneLayout> panes;  // those of the chart
-  Rect dates;                     // the axis of dates below the last pane
+  Rect dates;                     // the axis of dates below the last pane of bars
 
   /// The pane at a point; none outside of all.
   [[nodiscard]] std::optional<size_t> PaneAt(double x, double y) const;

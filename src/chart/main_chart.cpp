@@ -33,8 +33,7 @@ const shell::MainChartLines& LinesOf(const PlotRequest& request) {
 }
 
 std::string AverageName(const PlotRequest& request, int32_t period) {
-  return std::to_string(period) +
-         kAverageNames.at(static_cast<size_t>(request.source.Period()));
+  return std::to_string(period) + kAverageNames.at(static_cast<size_t>(request.source.Period()));
 }
 
 /// A number as a condition has it: without decimals that say nothing.
@@ -51,10 +50,10 @@ base::ValueColumn BandColumn(const base::ValueColumn& average, Currency rate) {
   band.Reset(average.Size());
   for (size_t i = 0; i < average.Size(); ++i) {
     if (!average.Has(i)) continue;
-    const Int128 raw = base::DivideHalfToEven(
-        Int128{average.At(i).Raw()} * (kWhole + rate.Raw()), Int128{kWhole});
-    const bool fits = raw > -std::numeric_limits<int64_t>::max() &&
-                      raw < std::numeric_limits<int64_t>::max();
+    const Int128 raw =
+        base::DivideHalfToEven(Int128{average.At(i).Raw()} * (kWhole + rate.Raw()), Int128{kWhole});
+    const bool fits =
+        raw > -std::numeric_limits<int64_t>::max() && raw < std::numeric_limits<int64_t>::max();
     if (fits) band.Set(i, Currency::FromRaw(static_cast<int64_t>(raw)));
   }
   return band;
@@ -103,7 +102,7 @@ void AddComparison(const PlotRequest& request, Plot& result, TimePlot& plot) {
   PlotLine line;
   line.label = code + " ";
   line.name = code + "の終値";
-  line.color = request.colors.Of(request.display.correlation.plot_color);
+  line.color = request.colors.Of(request.common.chartmoveline_color);
   line.number = NumberForm::kPrice;
   line.values = CloseColumn(others);
   for (int32_t t = std::max(1, request.view.first); t <= bars.Count(); ++t) {
@@ -136,9 +135,8 @@ void AddSplits(const PlotRequest& request, TimePlot& plot) {
        request.source.Store().Splits().EventsOf(request.source.Stock().code)) {
     const base::Date first = base::Date::FromSerial(event.last_day_with_rights.Serial() + 1);
     const auto ratio = Currency::FromDouble(event.ratio);
-    const std::string text = "分割 " + (event.ratio_text.empty() && ratio
-                                           ? Literal(*ratio)
-                                           : event.ratio_text);
+    const std::string text =
+        "分割 " + (event.ratio_text.empty() && ratio ? Literal(*ratio) : event.ratio_text);
     plot.bar_marks.push_back({request.source.BarOf(first), text});
   }
 }

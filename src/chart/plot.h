@@ -64,10 +64,9 @@ struct ScaleRule {
   };
   Kind kind = Kind::kFit;
   ValueRange fixed;
-  bool with_zero = false;    // kFit and kHeld: 0 is in view
-  bool is_symmetric = false;  // likewise: as far above 0 as below
-  bool is_flush = false;     // without free height: columns stand on the bottom
-  double gap = 0.06;         // free height above and below what is drawn, as a part of it
+  bool with_zero = false;  // kFit and kHeld: 0 is in view
+  bool is_flush = false;   // without free height: columns stand on the bottom
+  double gap = 0.06;       // free height above and below what is drawn, as a part of it
   ScaleForm form = ScaleForm::kLinear;
   /// Lines across at these values in place of round ones.
   std::vector<double> levels;
@@ -151,7 +150,6 @@ struct PlaneAxis {
   ValueExtent extent;
   NumberForm number = NumberForm::kPrice;
   double gap = 0.05;
-  std::string name;  // written at its end
 };
 
 /// What has no bars across: points, lines and marks on a plane of two scales.
@@ -190,7 +188,7 @@ struct Plot {
   std::vector<ReadoutEntry> captions;  // told whatever is pointed at
   std::vector<std::string> notes;      // why something is not drawn, a sentence each
   std::variant<TimePlot, PlanePlot, IntradayPlot> content;
-  PlotTable table;                     // of PlanePlot and IntradayPlot
+  PlotTable table;  // of PlanePlot and IntradayPlot
 };
 
 }  // namespace orin::chart

@@ -17,13 +17,14 @@ void AddBand(const TimePlot& plot, const Chart& chart, int32_t bar,
              std::vector<ReadoutEntry>& entries) {
   if (plot.bands.empty()) return;
   ReadoutEntry entry{"出来高比率：", "", plot.band_color};
-  const bool has_close = bar >= chart.bars.First() && bar <= chart.bars.Count() &&
-                         chart.bars.HasData(bar);
+  const bool has_close =
+      bar >= chart.bars.First() && bar <= chart.bars.Count() && chart.bars.HasData(bar);
   if (has_close) {
     const Currency close = chart.bars.Close(bar);
     const auto band = std::ranges::find_if(plot.bands, [&](const indicators::PriceBand& candidate) {
       const bool is_top = &candidate == &plot.bands.back();
-      return candidate.low <= close && (close < candidate.high || (is_top && close == candidate.high));
+      return candidate.low <= close &&
+             (close < candidate.high || (is_top && close == candidate.high));
     });
     if (band != plot.bands.end()) entry.value = base::Grouped(band->share, 1, false) + "%";
   }
@@ -53,12 +54,10 @@ std::vector<ReadoutEntry> IntradayReadout(const IntradayPlot& plot, const PaneLa
   const auto i = static_cast<size_t>(*bar - 1);
   const base::Bar shown = plot.bars.At(i);
   const auto price = [](Currency value) { return ShownValue(value, NumberForm::kPrice); };
-  std::vector<ReadoutEntry> entries = {{"日付 ", plot.date.ToText(), {}},
-                                       {"取引時刻　　", TimeText(plot.seconds[i]), {}},
-                                       {"始値 ", price(shown.open), {}},
-                                       {"高値 ", price(shown.high), {}},
-                                       {"安値 ", price(shown.low), {}},
-                                       {"終値 ", price(shown.close), {}}};
+  std::vector<ReadoutEntry> entries = {
+      {"日付 ", plot.date.ToText(), {}}, {"取引時刻　　", TimeText(plot.seconds[i]), {}},
+      {"始値 ", price(shown.open), {}},  {"高値 ", price(shown.high), {}},
+      {"安値 ", price(shown.low), {}},   {"終値 ", price(shown.close), {}}};
   const auto change = i > 0 ? shown.close.Minus(plot.bars.At(i - 1).close) : std::nullopt;
   entries.push_back({"時刻比 ", change ? base::Grouped(*change, 2, true) : "", {}});
   entries.push_back({" 出来高", base::Grouped(shown.volume, 0, false), {}});
@@ -70,7 +69,8 @@ std::vector<ReadoutEntry> IntradayReadout(const IntradayPlot& plot, const PaneLa
 std::string ViewDates(const Chart& chart) {
   const int32_t first = std::max(chart.view.first, chart.bars.First());
   if (chart.bars.Count() < first) return {};
-  return ShortDate(chart.bars.DateOf(first)) + "～" + ShortDate(chart.bars.DateOf(chart.bars.Count()));
+  return ShortDate(chart.bars.DateOf(first)) + "～" +
+         ShortDate(chart.bars.DateOf(chart.bars.Count()));
 }
 
 std::vector<ReadoutEntry> PriceReadout(const Chart& chart, int32_t bar) {

@@ -15,9 +15,9 @@ namespace orin::chart {
 /// "19/07/23～20/01/10", the bars in view; empty without any.
 std::string ViewDates(const Chart& chart);
 
-/// The price of a bar: "日付 ", "始値 ", "高値 ", "安値 ", "終値 ", "前日比 " ("前週比 ", "前月比 ")
-/// and "出来高 ". The change is that from the last bar with data before it. A bar without data has
-/// its date alone, a place beyond the bars nothing.
+/// The price of a bar: "日付 ", "始値 ", "高値 ", "安値 ", "終値 ", "前日比 " ("前週比 ", "前月比
+/// ") and "出来高 ". The change is that from the last bar with data before it. A bar without data
+/// has its date alone, a place beyond the bars nothing.
 std::vector<ReadoutEntry> PriceReadout(const Chart& chart, int32_t bar);
 
 /// The values of a pane of bars at a bar, its lines in order; empty for other panes.

@@ -51,9 +51,7 @@ double ValueScale::Y(double value) const {
   return std::clamp(bottom_ - (value - origin_) * per_unit_, -kFarAway, kFarAway);
 }
 
-int32_t ValueScale::Pixel(double value) const {
-  return static_cast<int32_t>(std::floor(Y(value)));
-}
+int32_t ValueScale::Pixel(double value) const { return static_cast<int32_t>(std::floor(Y(value))); }
 
 double ValueScale::ValueAt(double y) const {
   if (per_unit_ == 0) return range_.low;

@@ -101,8 +101,7 @@ std::vector<Tick> PercentTicks(const ValueScale& scale, double spacing, double b
        at * step <= high + step * 1e-9 && static_cast<int64_t>(ticks.size()) < kMostTicks; ++at) {
     const double percent = at * step + 0.0;
     const std::string sign = percent > 0 ? "+" : "";
-    ticks.push_back(
-        {base * (1 + percent / 100), sign + Written(percent, DecimalsOf(step)) + "％"});
+    ticks.push_back({base * (1 + percent / 100), sign + Written(percent, DecimalsOf(step)) + "％"});
   }
   return ticks;
 }

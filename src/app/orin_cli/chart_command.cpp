@@ -20,8 +20,8 @@ namespace orin::app {
 
 namespace {
 
-constexpr int32_t kLargestSide = 20'000;         // pixels
-constexpr int64_t kMostPixels = 100'000'000;     // 400 megabytes
+constexpr int32_t kLargestSide = 20'000;      // pixels
+constexpr int64_t kMostPixels = 100'000'000;  // 400 megabytes
 
 struct ChartCommandOptions {
   std::string code;
@@ -41,14 +41,12 @@ struct ChartCommandOptions {
 const std::map<std::string, store::BarPeriod> kPeriods = {{"day", store::BarPeriod::kDay},
                                                           {"week", store::BarPeriod::kWeek},
                                                           {"month", store::BarPeriod::kMonth}};
-const std::map<std::string, chart::PriceStyle> kStyles = {
-    {"candle", chart::PriceStyle::kCandles},
-    {"bar", chart::PriceStyle::kBars},
-    {"line", chart::PriceStyle::kCloseLine}};
-const std::map<std::string, chart::ScaleForm> kScales = {
-    {"linear", chart::ScaleForm::kLinear},
-    {"log", chart::ScaleForm::kLogarithmic},
-    {"percent", chart::ScaleForm::kPercent}};
+const std::map<std::string, chart::PriceStyle> kStyles = {{"candle", chart::PriceStyle::kCandles},
+                                                          {"bar", chart::PriceStyle::kBars},
+                                                          {"line", chart::PriceStyle::kCloseLine}};
+const std::map<std::string, chart::ScaleForm> kScales = {{"linear", chart::ScaleForm::kLinear},
+                                                         {"log", chart::ScaleForm::kLogarithmic},
+                                                         {"percent", chart::ScaleForm::kPercent}};
 const std::map<std::string, chart::VolumePlace> kVolumes = {
     {"pane", chart::VolumePlace::kPane},
     {"overlay", chart::VolumePlace::kOverlay},
@@ -88,7 +86,8 @@ base::Result<std::vector<const chart::SubChart*>> FindSubCharts(
   for (const std::string& name : names) {
     const chart::SubChart* sub_chart = chart::FindSubChart(name, period);
     if (sub_chart == nullptr) {
-      return base::Fail("サブチャート「" + name + "」はありません。名前は orin-cli chart --list で分かります。");
+      return base::Fail("サブチャート「" + name +
+                        "」はありません。名前は orin-cli chart --list で分かります。");
     }
     if (sub_chart->period && *sub_chart->period != period) {
       return base::Fail("「" + std::string(sub_chart->name) + "」は" +
@@ -111,9 +110,8 @@ int ListSubCharts() {
 /// The bars from the first date on, or as many as the settings show.
 chart::BarRange ViewOf(const ChartCommandOptions& options, chart::ChartSource& source,
                        const shell::Settings& settings, base::Date from) {
-  chart::BarRange view =
-      chart::NewestBars(source, settings.chart_action,
-                        chart::FutureBars(options.chart, settings.chart_display));
+  chart::BarRange view = chart::NewestBars(
+      source, settings.chart_action, chart::FutureBars(options.chart, settings.chart_display));
   if (!options.from.empty()) view.first = std::min(source.BarOf(from), std::max(1, view.last));
   return view;
 }
@@ -155,16 +153,14 @@ int DrawChart(const Session& session, ChartCommandOptions options) {
 
   chart::ChartSource source(store, **stock, *second, settings.chart_action.bunkatsu_auto_check,
                             options.period, days->last);
-  const chart::BarRange view =
-      ViewOf(options, source, settings, store.Days().DateOf(days->first));
+  const chart::BarRange view = ViewOf(options, source, settings, store.Days().DateOf(days->first));
   const chart::Chart chart = chart::BuildChart(source, settings, options.chart, view);
   for (const chart::Plot& plot : chart.panes) {
     for (const std::string& note : plot.notes) Tell(plot.title + note);
   }
   if (options.data) std::cout << chart::PlottedCsv(chart);
   if (options.output.empty()) return kDone;
-  const chart::DrawList picture =
-      chart::InMode(chart::LayOut(chart, *size).picture, options.ink);
+  const chart::DrawList picture = chart::InMode(chart::LayOut(chart, *size).picture, options.ink);
   const auto saved = SavePicture(picture, size->scale, options.output);
   return saved ? kDone : Report(saved.error());
 }
@@ -211,8 +207,7 @@ void AddChartCommand(CLI::App& app, Session& session) {
   AddChoice(command, "--theme", options->chart.theme, kThemes,
             "白い地か黒い地（省略時は設定の色のまま）");
   AddChoice(command, "--ink", options->ink, kInks, "カラー、灰色、白黒の模様");
-  command->add_option("-o", options->output, "描くファイル（.png、.svg、.pdf）")
-      ->type_name("FILE");
+  command->add_option("-o", options->output, "描くファイル（.png、.svg、.pdf）")->type_name("FILE");
   command->add_flag("--data", options->data, "描いた値をＣＳＶで表示する");
   command->add_flag("--list", *lists, "サブチャートの一覧を表示する");
   command->callback([&session, options, lists] {

@@ -1,8 +1,7 @@
 #include "app/orin_cli/picture_file.h"
 
-#include <dlfcn.h>
-
 #include <array>
+#include <dlfcn.h>
 #include <string>
 #include <system_error>
 
@@ -51,7 +50,8 @@ std::optional<PictureFormat> FormatOf(const fs::path& file) {
 
 base::Status SavePicture(const chart::DrawList& picture, double scale, const fs::path& file) {
   const auto format = FormatOf(file);
-  if (!format) return base::Fail(base::PathText(file) + " の種類は .png、.svg、.pdf のどれかです。");
+  if (!format)
+    return base::Fail(base::PathText(file) + " の種類は .png、.svg、.pdf のどれかです。");
   const chart::PictureEncoder encode = FindEncoder();
   if (encode == nullptr) {
     return base::Fail(std::string("チャートを描く部品 ") + kModule + " が見つかりません。");

@@ -61,9 +61,8 @@ bool IsFor(const SubChart& chart, BarPeriod period) {
 std::span<const SubChart> SubCharts() { return kRows; }
 
 const SubChart* FindSubChart(int32_t number, BarPeriod period) {
-  const auto* found = std::ranges::find_if(kRows, [&](const SubChart& chart) {
-    return chart.number == number && IsFor(chart, period);
-  });
+  const auto* found = std::ranges::find_if(
+      kRows, [&](const SubChart& chart) { return chart.number == number && IsFor(chart, period); });
   return found == kRows.end() ? nullptr : found;
 }
 

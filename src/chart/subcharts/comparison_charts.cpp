@@ -14,7 +14,8 @@ namespace {
 
 constexpr const char* kDowIndex = "^DJI";
 constexpr const char* kSpread = "さや(0)";
-constexpr const char* kRatio = "終値(0) / 第二銘柄終値(0)";
+// In per cent, multiplied first: a quotient has four decimals only.
+constexpr const char* kRatio = "終値(0) * 100 / 第二銘柄終値(0)";
 
 /// A line of both closes of a day.
 Plot PairPlot(const PlotRequest& request, const char* expression, std::string label,
@@ -28,8 +29,8 @@ Plot PairPlot(const PlotRequest& request, const char* expression, std::string la
     result.content = std::move(plot);
     return result;
   }
-  result.subtitle = std::string(request.source.Stock().code.Text()) + between +
-                    std::string(second->code.Text());
+  result.subtitle =
+      std::string(request.source.Stock().code.Text()) + between + std::string(second->code.Text());
   PlotLine line;
   line.label = std::move(label);
   line.name = expression;
@@ -80,7 +81,7 @@ Plot SpreadChart(const PlotRequest& request, size_t /*which*/) {
 }
 
 Plot RatioChart(const PlotRequest& request, size_t /*which*/) {
-  return PairPlot(request, kRatio, "比率:", " ÷ ");
+  return PairPlot(request, kRatio, "比率％:", " ÷ ");
 }
 
 }  // namespace orin::chart

@@ -32,8 +32,8 @@ ScaleRule ScaleOf(shell::ScaleChoice choice) {
   return scale;
 }
 
-Plot ExpressionPlot(const PlotRequest& request, const std::string& title,
-                    shell::ScaleChoice scale, std::span<const shell::ExpressionLine> lines) {
+Plot ExpressionPlot(const PlotRequest& request, const std::string& title, shell::ScaleChoice scale,
+                    std::span<const shell::ExpressionLine> lines) {
   Plot result;
   result.subtitle = title;
   TimePlot plot;
@@ -76,8 +76,7 @@ Plot OriginalChart(const PlotRequest& request, size_t which) {
   constexpr std::array kLines = {LineRange{0, 2}, LineRange{2, 2}, LineRange{4, 3}};
   const shell::OriginalCharts& charts = request.display.original;
   const shell::OriginalCharts::Chart& chart = charts.charts.at(which);
-  const bool is_off =
-      request.source.Period() == store::BarPeriod::kDay && !chart.daychart_check;
+  const bool is_off = request.source.Period() == store::BarPeriod::kDay && !chart.daychart_check;
   const LineRange range = kLines.at(which);
   return ExpressionPlot(request, chart.title, chart.scale,
                         std::span(charts.lines).subspan(range.begin, is_off ? 0 : range.count));

@@ -71,11 +71,10 @@ Plot StochasticsChart(const PlotRequest& request, size_t /*which*/) {
   TimePlot plot;
   plot.scale = Between(0, 100, {0, 20, 50, 80, 100});
   if (chart.check) {
-    plot.lines.push_back(LineOf(request, {"stochastic_k", "％Ｋ", {chart.k_period}}, "%K:",
-                                chart.k_color, NumberForm::kPercent));
-    plot.lines.push_back(LineOf(request,
-                                {"stochastic_d", "％Ｄ", {chart.k_period, chart.d_period}}, "%D:",
-                                chart.d_color, NumberForm::kPercent));
+    plot.lines.push_back(LineOf(request, {"stochastic_k", "％Ｋ", {chart.k_period}},
+                                "%K:", chart.k_color, NumberForm::kPercent));
+    plot.lines.push_back(LineOf(request, {"stochastic_d", "％Ｄ", {chart.k_period, chart.d_period}},
+                                "%D:", chart.d_color, NumberForm::kPercent));
   } else {
     result.notes.emplace_back(kSwitchedOff);
   }

@@ -65,9 +65,7 @@ void AddPrices(const PlotRequest& request, TimePlot& plot) {
   plot.scale.gap = request.action.chartgappercent / 100.0;
 }
 
-base::ValueColumn CloseColumn(const BarsView& bars) {
-  return IndicatorColumn(bars, "close", {});
-}
+base::ValueColumn CloseColumn(const BarsView& bars) { return IndicatorColumn(bars, "close", {}); }
 
 std::string ShownValue(const std::optional<Currency>& value, NumberForm number) {
   if (!value) return {};

@@ -78,10 +78,10 @@ Plot IchimokuChart(const PlotRequest& request, size_t /*which*/) {
   span("先行１:", "先行スパン１", "leading_span_1",
        {chart.base_line.period, chart.conversion.period, chart.leading1.period},
        chart.leading1.color);
-  span("先行２:", "先行スパン２", "leading_span_2",
-       {chart.leading1.period, chart.leading2.period}, chart.leading2.color);
-  plot.cloud = Cloud{2, 3, request.colors.Of(chart.leading1.color),
-                     request.colors.Of(chart.leading2.color)};
+  span("先行２:", "先行スパン２", "leading_span_2", {chart.leading1.period, chart.leading2.period},
+       chart.leading2.color);
+  plot.cloud =
+      Cloud{2, 3, request.colors.Of(chart.leading1.color), request.colors.Of(chart.leading2.color)};
 
   PlotLine lagging;
   lagging.label = "遅行線:";
@@ -100,16 +100,14 @@ Plot BollingerChart(const PlotRequest& request, size_t /*which*/) {
   if (!chart.check) return SwitchedOff(request);
   TimePlot plot;
   plot.lines.push_back(LineOf(request, {"moving_average", "移動平均", {chart.period}},
-                              std::to_string(chart.period) + ":", chart.color,
-                              NumberForm::kPrice));
+                              std::to_string(chart.period) + ":", chart.color, NumberForm::kPrice));
   for (size_t i = 0; i < chart.bands.size(); ++i) {
     if (!chart.bands[i].check) continue;
     const auto deviations = static_cast<int32_t>(i + 1);
     for (const auto& [label, k] :
          {std::pair{kUpper.at(i), deviations}, std::pair{kLower.at(i), -deviations}}) {
-      plot.lines.push_back(LineOf(request,
-                                  {"bollinger", "ボリンジャーバンド", {chart.period, k}}, label,
-                                  chart.bands[i].color, NumberForm::kPrice));
+      plot.lines.push_back(LineOf(request, {"bollinger", "ボリンジャーバンド", {chart.period, k}},
+                                  label, chart.bands[i].color, NumberForm::kPrice));
     }
   }
   return PricePlotOf(request, std::move(plot));

@@ -72,8 +72,7 @@ void DrawKagi(const indicators::KagiLine& line, base::Color color, PlanePlot& pl
   KagiPen pen(plot, color, price(1) > price(0));
   for (size_t i = 0; i + 1 < line.points.size(); ++i) {
     const auto column = static_cast<double>(i);
-    const std::optional<double> turn =
-        i > 0 ? std::optional<double>(price(i - 1)) : std::nullopt;
+    const std::optional<double> turn = i > 0 ? std::optional<double>(price(i - 1)) : std::nullopt;
     pen.Vertical(column, price(i), price(i + 1), turn);
     if (i + 2 < line.points.size()) pen.Shoulder(column, price(i + 1));
   }
@@ -91,7 +90,9 @@ void DrawFigure(const indicators::PointAndFigure& figure, const PlotRequest& req
     const auto x = static_cast<double>(i);
     PlaneMarks& marks = column.rising ? rises : falls;
     if (!has_marks) {
-      plot.lines.push_back({marks.color, marks.number, true,
+      plot.lines.push_back({marks.color,
+                            marks.number,
+                            true,
                             {{x, static_cast<double>(column.low) * box},
                              {x, static_cast<double>(column.high) * box}}});
       continue;
@@ -125,9 +126,9 @@ Plot KagiChart(const PlotRequest& request, size_t /*which*/) {
       const Currency price = line.points[i].price;
       if (i + 1 < line.points.size()) AddColumnTick(plot, i, date, before);
       before = date;
-      plot.points.push_back({{static_cast<double>(i), price.ToDouble()},
-                             {{"日付 ", date.ToText(), {}},
-                              {"終値 ", ShownValue(price, NumberForm::kPrice), {}}}});
+      plot.points.push_back(
+          {{static_cast<double>(i), price.ToDouble()},
+           {{"日付 ", date.ToText(), {}}, {"終値 ", ShownValue(price, NumberForm::kPrice), {}}}});
       result.table.rows.push_back({std::to_string(i + 1), date.ToText(), price.ToText()});
     }
   } else {
@@ -149,13 +150,11 @@ Plot PointAndFigureChart(const PlotRequest& request, size_t /*which*/) {
   }
   const BarsView bars = BarsOfView(request);
   const int32_t span = bars.Count() - std::max(1, request.view.first) + 1;
-  const auto figure =
-      indicators::BuildPointAndFigure(bars, span, chart.rate, chart.reversal_boxes);
-  result.captions = {
-      {"P&F値幅率：", std::to_string(chart.rate) + "%", {}},
-      {"  総ﾎﾟｲﾝﾄ数：", std::to_string(figure ? figure->points : 0), {}}};
-  result.table.headings = {"番号", "種類", "最初の年月日", "最後の年月日", "最も低い枠",
-                           "最も高い枠"};
+  const auto figure = indicators::BuildPointAndFigure(bars, span, chart.rate, chart.reversal_boxes);
+  result.captions = {{"P&F値幅率：", std::to_string(chart.rate) + "%", {}},
+                     {"  総ﾎﾟｲﾝﾄ数：", std::to_string(figure ? figure->points : 0), {}}};
+  result.table.headings = {"番号",         "種類",       "最初の年月日",
+                           "最後の年月日", "最も低い枠", "最も高い枠"};
   if (!figure || figure->columns.empty()) {
     result.notes.emplace_back("枠を埋める値動きがまだありません。");
   } else {
@@ -170,10 +169,9 @@ Plot PointAndFigureChart(const PlotRequest& request, size_t /*which*/) {
       before = from;
       const int64_t boxes = column.high - column.low + 1;
       const double middle = static_cast<double>(column.low + column.high) / 2;
-      plot.points.push_back(
-          {{static_cast<double>(i), middle * plot.mark_height},
-           {{"日付 ", from.ToText() + "～" + to.ToText(), {}},
-            {column.rising ? "× " : "○ ", std::to_string(boxes), {}}}});
+      plot.points.push_back({{static_cast<double>(i), middle * plot.mark_height},
+                             {{"日付 ", from.ToText() + "～" + to.ToText(), {}},
+                              {column.rising ? "× " : "○ ", std::to_string(boxes), {}}}});
       result.table.rows.push_back({std::to_string(i + 1), column.rising ? "×" : "○", from.ToText(),
                                    to.ToText(), std::to_string(column.low),
                                    std::to_string(column.high)});

@@ -55,16 +55,16 @@ void FillCorrelation(const PlotRequest& request, const store::StockRecord& other
   const BarsView chart_bars = BarsOfView(request);
   if (chart_bars.Count() < 1) return;
   const base::Date last = chart_bars.DateOf(chart_bars.Count());
-  const BarsView bars =
-      BarsUntil(request.source.Bars(request.source.Stock(), period), last);
+  const BarsView bars = BarsUntil(request.source.Bars(request.source.Stock(), period), last);
   const BarsView others = BarsUntil(request.source.Bars(other, period), last);
   const indicators::ChangeRateCorrelation found =
       indicators::CorrelateChangeRates(bars, others, chart.average, chart.plot_count);
   const base::Color color = request.colors.Of(chart.plot_color);
   PlaneMarks marks{color, 1, MarkShape::kDot, {}};
-  plot.across.name = std::string(other.code.Text()) + "の変化率％";
-  plot.up.name = std::string(request.source.Stock().code.Text()) + "の変化率％";
-  result.table.headings = {"年月日", plot.across.name, plot.up.name};
+  const std::string across(other.code.Text());
+  const std::string up(request.source.Stock().code.Text());
+  result.subtitle += " 横：" + across + " 縦：" + up + "（変化率％）";
+  result.table.headings = {"年月日", across + "の変化率", up + "の変化率"};
   for (const indicators::ChangeRatePoint& point : found.points) {
     const Point at{point.comparison.ToDouble(), point.stock.ToDouble()};
     const base::Date date = bars.DateOf(point.bar);
@@ -73,15 +73,13 @@ void FillCorrelation(const PlotRequest& request, const store::StockRecord& other
     plot.up.extent.Add(at.y);
     plot.points.push_back({at,
                            {{"日付 ", date.ToText(), {}},
-                            {std::string(other.code.Text()) + ":", Signed(point.comparison), {}},
-                            {std::string(request.source.Stock().code.Text()) + ":",
-                             Signed(point.stock), {}}}});
-    result.table.rows.push_back(
-        {date.ToText(), point.comparison.ToText(), point.stock.ToText()});
+                            {across + ":", Signed(point.comparison), {}},
+                            {up + ":", Signed(point.stock), {}}}});
+    result.table.rows.push_back({date.ToText(), point.comparison.ToText(), point.stock.ToText()});
   }
-  const PlaneMarks newest{request.colors.SubText(), 0, MarkShape::kCircle,
-                          marks.points.empty() ? std::vector<Point>()
-                                               : std::vector{marks.points.back()}};
+  const PlaneMarks newest{
+      request.colors.SubText(), 0, MarkShape::kCircle,
+      marks.points.empty() ? std::vector<Point>() : std::vector{marks.points.back()}};
   plot.marks = {std::move(marks), newest};
   if (found.coefficient) {
     result.captions.push_back({"相関係数 ", base::Grouped(*found.coefficient, 4, false), {}});
@@ -123,16 +121,15 @@ Plot InverseWatchChart(const PlotRequest& request, size_t /*which*/) {
   Plot result;
   PlanePlot plot;
   plot.across.number = NumberForm::kVolume;
-  plot.across.name = "出来高" + std::to_string(chart.period) + "本平均";
-  plot.up.name = "終値" + std::to_string(chart.period) + "本平均";
+  result.subtitle = "横：出来高 縦：終値（" + std::to_string(chart.period) + "本平均）";
   if (!chart.check) {
     result.notes.emplace_back(kSwitchedOff);
     result.content = std::move(plot);
     return result;
   }
   const BarsView bars = BarsOfView(request);
-  const auto points = indicators::InverseWatchPoints(
-      bars, chart.period, std::max(1, request.view.first), bars.Count());
+  const auto points = indicators::InverseWatchPoints(bars, chart.period,
+                                                     std::max(1, request.view.first), bars.Count());
   PlaneLine line{request.colors.Of(chart.color), 0, false, {}};
   PlaneMarks months{request.colors.SubText(), 1, MarkShape::kCross, {}};
   result.table.headings = {"年月日", "DI", "KI"};
@@ -144,8 +141,7 @@ Plot InverseWatchChart(const PlotRequest& request, size_t /*which*/) {
     plot.across.extent.Add(at.x);
     plot.up.extent.Add(at.y);
     // Crosses show where the line has got to by each month, the last one where it is now.
-    const bool is_month =
-        i > 0 && YearMonth(date) != YearMonth(bars.DateOf(points[i - 1].bar));
+    const bool is_month = i > 0 && YearMonth(date) != YearMonth(bars.DateOf(points[i - 1].bar));
     if (is_month || i + 1 == points.size()) months.points.push_back(at);
     plot.points.push_back({at,
                            {{"日付 ", date.ToText(), {}},

@@ -84,8 +84,8 @@ Plot VolumeByPriceChart(const PlotRequest& request, size_t /*which*/) {
   const BarsView bars = BarsOfView(request);
   TimePlot plot;
   AddPrices(request, plot);
-  plot.bands = indicators::VolumeByPrice(bars, std::max(1, request.view.first), bars.Count(),
-                                         kPriceBands);
+  plot.bands =
+      indicators::VolumeByPrice(bars, std::max(1, request.view.first), bars.Count(), kPriceBands);
   plot.band_color = request.colors.Of(request.display.volume.color);
   Plot result;
   if (plot.bands.empty()) result.notes.emplace_back("表示する期間に出来高がありません。");
@@ -108,6 +108,7 @@ Plot IntradayChart(const PlotRequest& request, size_t /*which*/) {
     result.notes.emplace_back("日中足データがありません。");
   } else {
     plot.date = day->date;
+    result.subtitle = ShortDate(day->date);
     for (const store::IntradayBar& bar : day->bars) {
       plot.seconds.push_back(bar.seconds);
       plot.bars.Append(bar.bar);

@@ -12,7 +12,7 @@ namespace orin::chart {
 
 namespace {
 
-constexpr std::array kBrushes = {Qt::SolidPattern, Qt::BDiagPattern, Qt::FDiagPattern,
+constexpr std::array kBrushes = {Qt::SolidPattern,     Qt::BDiagPattern, Qt::FDiagPattern,
                                  Qt::DiagCrossPattern, Qt::HorPattern,   Qt::VerPattern};
 constexpr std::array kPens = {Qt::SolidLine, Qt::DashLine, Qt::DotLine, Qt::DashDotLine,
                               Qt::DashDotDotLine};
@@ -28,8 +28,7 @@ QBrush BrushOf(const Ink& ink) {
 }
 
 QPen PenOf(const Ink& ink, double width) {
-  return {ColorOf(ink), width, kPens.at(static_cast<size_t>(ink.dash)), Qt::FlatCap,
-          Qt::BevelJoin};
+  return {ColorOf(ink), width, kPens.at(static_cast<size_t>(ink.dash)), Qt::FlatCap, Qt::BevelJoin};
 }
 
 QRect RectOf(const Rect& rect) { return {rect.left, rect.top, rect.width, rect.height}; }

@@ -46,8 +46,7 @@ void DrawVolumes(const ViewContext& context, const IntradayPlot& plot, const Pan
   PaneLayout lower = place;
   lower.plot.height = static_cast<int32_t>(place.plot.height * kVolumeShare);
   lower.plot.top = place.plot.Bottom() - lower.plot.height;
-  lower.values =
-      ValueScale(extent.Range(0), ScaleForm::kLinear, lower.plot.top, lower.plot.height);
+  lower.values = ValueScale(extent.Range(0), ScaleForm::kLinear, lower.plot.top, lower.plot.height);
   const size_t begin = context.items.size();
   DrawLines(context, std::span(&volume, 1), lower, 0);
   for (size_t i = begin; i < context.items.size(); ++i) {

@@ -97,8 +97,8 @@ void DrawCurve(const Ink& ink, const PlotLine& line, const PaneLayout& place, do
   close();
 }
 
-void DrawDots(const Ink& ink, const PlotLine& line, const PaneLayout& place,
-              const ViewStyle& style, std::vector<DrawItem>& items) {
+void DrawDots(const Ink& ink, const PlotLine& line, const PaneLayout& place, const ViewStyle& style,
+              std::vector<DrawItem>& items) {
   const double radius =
       std::clamp(place.bars.Pitch() * kDotShare, style.hair * 0.5, style.line * 1.6);
   const Places places = PlacesOf(line, place.bars);
@@ -145,12 +145,17 @@ void DrawColumns(const Ink& ink, const PlotLine& line, const PaneLayout& place, 
 
 }  // namespace
 
-void DrawLines(const ViewContext& context, std::span<const PlotLine> lines,
-               const PaneLayout& place, double base) {
+size_t SeriesNumber(std::span<const PlotLine> lines, size_t line) {
+  const auto first = std::ranges::find(lines, lines[line].color, &PlotLine::color);
+  return static_cast<size_t>(first - lines.begin());
+}
+
+void DrawLines(const ViewContext& context, std::span<const PlotLine> lines, const PaneLayout& place,
+               double base) {
   const ViewStyle& style = context.style;
   for (size_t i = 0; i < lines.size(); ++i) {
     const PlotLine& line = lines[i];
-    const Ink ink = SeriesInk(line.color, i);
+    const Ink ink = SeriesInk(line.color, SeriesNumber(lines, i));
     if (line.form == LineForm::kDots) {
       DrawDots(ink, line, place, style, context.items);
     } else if (line.form == LineForm::kColumns) {
@@ -185,8 +190,8 @@ void DrawCloud(const ViewContext& context, const TimePlot& plot, const PaneLayou
     upper.clear();
     lower.clear();
   };
-  for (int32_t t = std::max(first.first, second.first);
-       t <= std::min(first.last, second.last); ++t) {
+  for (int32_t t = std::max(first.first, second.first); t <= std::min(first.last, second.last);
+       ++t) {
     if (!Has(one, t) || !Has(other, t)) {
       close();
       continue;

@@ -110,19 +110,6 @@ void DrawAcrossAxis(const ViewContext& context, const PlanePlot& plot, const Pan
   for (Label& label : labels) context.items.emplace_back(std::move(label));
 }
 
-void DrawAxisNames(const ViewContext& context, const PlanePlot& plot, const PaneLayout& place) {
-  const ViewStyle& style = context.style;
-  const auto add = [&](const std::string& name, double x, double y, Align align) {
-    if (name.empty()) return;
-    Ink ink = TextInk(context.TextColor());
-    ink.alpha = 170;
-    context.items.emplace_back(Label{ink, {x, y}, align, style.text, name});
-  };
-  add(plot.up.name, place.plot.left + style.gap, place.plot.top + style.row / 2.0, Align::kLeft);
-  add(plot.across.name, place.plot.Right() - style.gap, place.plot.Bottom() - style.row / 2.0,
-      Align::kRight);
-}
-
 }  // namespace
 
 BarRange ShownColumns(const PlanePlot& plot, int32_t width) {
@@ -151,7 +138,6 @@ ValueRange ColumnRange(const PlanePlot& plot, const BarRange& columns) {
 
 void DrawPlanePlot(const ViewContext& context, const PlanePlot& plot, const PaneLayout& place) {
   DrawAcrossAxis(context, plot, place);
-  DrawAxisNames(context, plot, place);
   context.items.emplace_back(Clip{place.plot});
   if (plot.has_zero_lines) DrawZeroLines(context, place);
   DrawPlaneLines(context, plot, place);

@@ -63,8 +63,8 @@ void DrawBands(const ViewContext& context, const TimePlot& plot, const PaneLayou
     const double width = band.share.ToDouble() / largest * place.plot.width * kBandShare;
     const int32_t top = place.values.Pixel(band.high.ToDouble()) + 1;
     const int32_t bottom = place.values.Pixel(band.low.ToDouble());
-    boxes.rects.push_back({place.plot.left, top, static_cast<int32_t>(width),
-                           std::max(1, bottom - top)});
+    boxes.rects.push_back(
+        {place.plot.left, top, static_cast<int32_t>(width), std::max(1, bottom - top)});
   }
   context.items.emplace_back(std::move(boxes));
 }
@@ -78,8 +78,7 @@ void DrawUnderlay(const ViewContext& context, const TimePlot& plot, const PaneLa
   PaneLayout lower = place;
   lower.plot.height = static_cast<int32_t>(place.plot.height * kUnderlayShare);
   lower.plot.top = place.plot.Bottom() - lower.plot.height;
-  lower.values =
-      ValueScale(extent.Range(0), ScaleForm::kLinear, lower.plot.top, lower.plot.height);
+  lower.values = ValueScale(extent.Range(0), ScaleForm::kLinear, lower.plot.top, lower.plot.height);
   const size_t begin = context.items.size();
   DrawLines(context, plot.underlay, lower, 0);
   // It lies behind the prices.
@@ -110,8 +109,8 @@ void DrawBarMarks(const ViewContext& context, const TimePlot& plot, const PaneLa
     const BarRange& range = place.bars.Range();
     if (mark.bar <= range.first || mark.bar > range.last) continue;
     const double x = place.bars.X(mark.bar) - place.bars.Pitch() / 2;
-    context.items.emplace_back(DottedDown(FaintInk(context.TextColor()), place.plot,
-                                          static_cast<int32_t>(x), style));
+    context.items.emplace_back(
+        DottedDown(FaintInk(context.TextColor()), place.plot, static_cast<int32_t>(x), style));
     const double width = TextWidth(mark.text) * style.text;
     const bool is_right = x + style.gap + width < place.plot.Right();
     const double left = is_right ? x + style.gap / 2.0 : x - style.gap / 2.0 - width;
@@ -127,22 +126,24 @@ void DrawBarMarks(const ViewContext& context, const TimePlot& plot, const PaneLa
 
 }  // namespace
 
-ValueRange RangeOf(const TimePlot& plot, const BarsView& bars, const BarRange& view) {
+std::optional<ValueRange> RangeOf(const TimePlot& plot, const BarsView& bars,
+                                  const BarRange& view) {
   const ScaleRule& rule = plot.scale;
   if (rule.kind == ScaleRule::Kind::kFixed) return rule.fixed;
   const bool is_held = rule.kind == ScaleRule::Kind::kHeld;
   const int32_t first = is_held ? 1 : view.first;
-  const int32_t last = is_held ? std::numeric_limits<int32_t>::max()
-                               : view.first + view.Places() - 1;
+  const int32_t last =
+      is_held ? std::numeric_limits<int32_t>::max() : view.first + view.Places() - 1;
   ValueExtent extent;
   if (plot.prices) AddPrices(bars, *plot.prices, first, last, extent);
   for (const PlotLine& line : plot.lines) AddLine(line, first, last, extent);
-  if (rule.with_zero && !extent.IsEmpty()) extent.Add(0);
+  if (extent.IsEmpty()) return std::nullopt;
+  if (rule.with_zero) extent.Add(0);
   if (!rule.is_flush) return extent.Range(rule.gap, rule.form);
   // Columns stand on the bottom, which zero is, or else a little below the lowest.
   const ValueRange range = extent.Range(rule.gap, rule.form);
   const ValueRange tight = extent.Range(0, rule.form);
-  return {rule.with_zero ? std::min(0.0, tight.low) : range.low, range.high};
+  return ValueRange{rule.with_zero ? std::min(0.0, tight.low) : range.low, range.high};
 }
 
 void DrawTimePlot(const ViewContext& context, const TimePlot& plot, const PaneLayout& place) {
