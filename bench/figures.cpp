@@ -174,6 +174,7 @@ constexpr std::string_view kStart = "start";
 // Not measured in rounds with the others.
 constexpr std::string_view kGap = "gap";
 constexpr int kGapRuns = 3;
+constexpr std::string_view kChart = "chart";
 
 struct Figure {
   std::string_view name;
@@ -243,9 +244,9 @@ long PrivateKibibytes() {
 base::Status RunFigures(const std::filesystem::path& directory,
                         const std::vector<std::string>& names, std::ostream& out) {
   for (const std::string& name : names) {
-    const bool known =
-        name == kGap || std::any_of(std::begin(kFigures), std::end(kFigures),
-                                    [&name](const Figure& figure) { return figure.name == name; });
+    const bool known = name == kGap || name == kChart ||
+                       std::any_of(std::begin(kFigures), std::end(kFigures),
+                                   [&name](const Figure& figure) { return figure.name == name; });
     if (!known) return base::Fail("「" + name + "」という計測値はありません。");
   }
   const store::StoreLocation location{directory, directory / "data"};
@@ -292,6 +293,13 @@ base::Status RunFigures(const std::filesystem::path& directory,
     out << figure.name << '\t' << Median(ratios) << '\t' << figure.unit << '\t' << time << "\tms\n";
   }
   if (IsAsked(kGap, names)) PrintWindowRun(directory, out);
+  if (IsAsked(kChart, names)) {
+    const std::string lines = MeasureCharts(directory);
+    if (lines.empty()) {
+      std::cerr << "orin-bench-chart がないか、失敗したので、" << kChart << " は計れません。\n";
+    }
+    out << lines;
+  }
   out << "private memory\t" << static_cast<double>(PrivateKibibytes()) / 1024 << "\tMiB\n";
   return {};
 }

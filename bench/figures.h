@@ -22,6 +22,9 @@ namespace orin::bench {
 /// T2  the golden cross on every day of every stock, counted, as a ratio to F2; with fewer stocks
 ///     and with fewer days it tells how the time grows
 /// start  the window program from its start until its windows can be used, where it was built
+/// chart  laying out and painting 2,500 days with five sub-charts at 1600 x 1000, and a hundred
+/// years
+///        of days (century), each also in parts; as ratios to filling the picture with one colour
 /// T4  columns of RSI(14), ADX(14,14) and MACD(5,20) over all days of every stock
 ///
 /// At the end the private memory of the process.

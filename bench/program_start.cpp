@@ -12,6 +12,17 @@ namespace orin::bench {
 
 namespace fs = std::filesystem;
 
+namespace {
+
+/// A program beside this one, on a market.
+std::string ProgramCall(const char* program, const fs::path& market) {
+  std::error_code failure;
+  const fs::path own = fs::read_symlink("/proc/self/exe", failure);
+  return "'" + (own.parent_path() / program).string() + "' '" + market.string() + "'";
+}
+
+}  // namespace
+
 fs::path WindowProgram() {
   std::error_code failure;
   const fs::path own = fs::read_symlink("/proc/self/exe", failure);
@@ -33,17 +44,22 @@ bool StartAndClose(const fs::path& program, const fs::path& market) {
 }
 
 std::optional<WindowRun> RunConditionsInWindow(const fs::path& market) {
-  std::error_code failure;
-  const fs::path own = fs::read_symlink("/proc/self/exe", failure);
-  const std::string command =
-      "'" + (own.parent_path() / "orin-bench-window").string() + "' '" + market.string() + "'";
-  FILE* output = popen(command.c_str(), "r");
+  FILE* output = popen(ProgramCall("orin-bench-window", market).c_str(), "r");
   if (output == nullptr) return std::nullopt;
   WindowRun run;
   const bool is_read =
       std::fscanf(output, "%lf %lf %lf", &run.longest_gap, &run.whole, &run.longest_key) == 3;
   const bool has_ended = pclose(output) == 0;
   return is_read && has_ended ? std::optional(run) : std::nullopt;
+}
+
+std::string MeasureCharts(const fs::path& market) {
+  FILE* output = popen(ProgramCall("orin-bench-chart", market).c_str(), "r");
+  if (output == nullptr) return {};
+  std::string lines;
+  char line[256];
+  while (std::fgets(line, sizeof line, output) != nullptr) lines += line;
+  return pclose(output) == 0 ? lines : std::string();
 }
 
 }  // namespace orin::bench

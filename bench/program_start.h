@@ -2,6 +2,7 @@
 
 #include <filesystem>
 #include <optional>
+#include <string>
 
 namespace orin::bench {
 
@@ -20,5 +21,9 @@ struct WindowRun {
 };
 /// Has it run by a program beside this one. Nothing where that was not built or failed.
 std::optional<WindowRun> RunConditionsInWindow(const std::filesystem::path& market);
+
+/// Has charts of the market drawn by a program beside this one; the lines it printed. Empty where
+/// that was not built or failed.
+std::string MeasureCharts(const std::filesystem::path& market);
 
 }  // namespace orin::bench
