@@ -41,6 +41,11 @@ BarsView ChartSource::Bars(const store::StockRecord& stock, store::BarPeriod per
   return BarsView(place->second);
 }
 
+base::BarColumns ChartSource::BarsUntil(const store::StockRecord& stock, store::BarPeriod period,
+                                        base::Date day) const {
+  return store::LoadPeriod(store_, stock, period, adjust_, store_.Days().Find(day));
+}
+
 const store::StockRecord* ChartSource::Find(std::string_view code) const {
   const auto parsed = store::StockCode::Parse(code);
   if (!parsed) return nullptr;
@@ -99,9 +104,8 @@ base::Result<store::TrendLines> ChartSource::TrendLines() const {
   return store::LoadTrendLines(store_.Location(), stock_.slot);
 }
 
-base::Result<store::IntradayDay> ChartSource::Intraday() const {
-  if (last_.IsNone()) return store::IntradayDay();
-  return store::LoadIntraday(store_.Location(), stock_.slot, store_.Days().DateOf(last_));
+base::Result<store::IntradayDay> ChartSource::Intraday(base::Date last) const {
+  return store::LoadIntraday(store_.Location(), stock_.slot, last);
 }
 
 int32_t ChartSource::BarOf(base::Date date) {

@@ -38,6 +38,9 @@ class ChartSource {
   [[nodiscard]] base::BarsView Bars() { return Bars(stock_, period_); }
   /// Those of any stock and period; bar t is that of the same day, week or month in all stocks.
   [[nodiscard]] base::BarsView Bars(const store::StockRecord& stock, store::BarPeriod period);
+  /// Those up to a day of the store, the last week or month ending there.
+  [[nodiscard]] base::BarColumns BarsUntil(const store::StockRecord& stock,
+                                           store::BarPeriod period, base::Date day) const;
   /// The stock of a code; null where the store has none.
   [[nodiscard]] const store::StockRecord* Find(std::string_view code) const;
 
@@ -49,8 +52,8 @@ class ChartSource {
   /// Balances of the days; empty on other bars and where all of them are 0.
   [[nodiscard]] std::vector<store::CreditBalance> CreditBalances() const;
   [[nodiscard]] base::Result<store::TrendLines> TrendLines() const;
-  /// The newest day with intraday bars of the stock that is not after the last day.
-  [[nodiscard]] base::Result<store::IntradayDay> Intraday() const;
+  /// The newest day up to `last` with intraday bars of the stock.
+  [[nodiscard]] base::Result<store::IntradayDay> Intraday(base::Date last) const;
   /// The first bar whose last day is that day or later; the last one + 1 for later days.
   [[nodiscard]] int32_t BarOf(base::Date date);
 

@@ -18,11 +18,13 @@ constexpr int64_t kMostTicks = 200;
 // The finest value there is.
 constexpr double kFinest = 1.0 / Currency::kScale;
 
+constexpr double kTrillion = 1e12;
+
 struct BigUnit {
   double size;
   const char* name;
 };
-constexpr std::array kBigUnits = {BigUnit{1e12, "兆"}, BigUnit{1e8, "億"}, BigUnit{1e4, "万"}};
+constexpr std::array kBigUnits = {BigUnit{kTrillion, "兆"}, BigUnit{1e8, "億"}, BigUnit{1e4, "万"}};
 
 /// Decimals, up to four, that a multiple of `step` needs.
 int32_t DecimalsOf(double step) {
@@ -33,9 +35,12 @@ int32_t DecimalsOf(double step) {
   return decimals;
 }
 
+/// Axes may reach a little beyond the largest value there is.
 std::string Written(double value, int32_t decimals) {
   const auto number = Currency::FromDouble(value);
-  return number ? base::Grouped(*number, decimals, false) : std::string();
+  if (number) return base::Grouped(*number, decimals, false);
+  return base::Grouped(Currency::FromDouble(value / kTrillion).value_or(Currency()), 0, false) +
+         "兆";
 }
 
 /// All texts of an axis in the unit of its largest value.

@@ -3,7 +3,7 @@
 source "$(dirname "$0")/journey.sh"
 fresh_home
 
-for command in init update-csv master bars eval series signals explain items screen check splits; do
+for command in init update-csv master bars eval series signals explain items screen check splits chart; do
   expect "$command --help" 0 "使い方" cli "$command" --help
 done
 expect "no command" 2 "使い方" cli

@@ -36,7 +36,7 @@ Plot PairPlot(const PlotRequest& request, const char* expression, std::string la
   line.name = expression;
   line.color = request.colors.Of(request.display.correlation.color);
   line.number = NumberForm::kPrice;
-  if (auto values = request.source.Evaluate(expression)) {
+  if (auto values = ExpressionColumn(request, expression)) {
     line.values = std::move(*values);
   } else {
     result.notes.push_back(values.error().message);

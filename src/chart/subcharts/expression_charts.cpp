@@ -47,7 +47,7 @@ Plot ExpressionPlot(const PlotRequest& request, const std::string& title, shell:
     drawn.name = line.expression;
     drawn.color = request.colors.Of(line.color);
     drawn.number = NumberForm::kPrice;
-    if (auto values = request.source.Evaluate(line.expression)) {
+    if (auto values = ExpressionColumn(request, line.expression)) {
       drawn.values = std::move(*values);
     } else {
       result.notes.push_back("「" + name + "」の式：" + values.error().message);

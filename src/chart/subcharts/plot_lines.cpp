@@ -65,6 +65,18 @@ void AddPrices(const PlotRequest& request, TimePlot& plot) {
   plot.scale.gap = request.action.chartgappercent / 100.0;
 }
 
+base::Result<base::ValueColumn> ExpressionColumn(const PlotRequest& request,
+                                                 const std::string& expression) {
+  const auto all = request.source.Evaluate(expression);
+  if (!all) return base::Forward(all);
+  base::ValueColumn values;
+  values.Reset(std::min(all->Size(), static_cast<size_t>(std::max(0, request.view.last))));
+  for (size_t i = 0; i < values.Size(); ++i) {
+    if (all->Has(i)) values.Set(i, all->At(i));
+  }
+  return values;
+}
+
 base::ValueColumn CloseColumn(const BarsView& bars) { return IndicatorColumn(bars, "close", {}); }
 
 std::string ShownValue(const std::optional<Currency>& value, NumberForm number) {

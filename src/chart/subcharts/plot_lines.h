@@ -35,6 +35,10 @@ inline constexpr const char* kSwitchedOff = "設定で表示しないことに�
 /// The prices beneath lines, with their scale.
 void AddPrices(const PlotRequest& request, TimePlot& plot);
 
+/// The values of an expression at the bars up to the last one in view.
+base::Result<base::ValueColumn> ExpressionColumn(const PlotRequest& request,
+                                                 const std::string& expression);
+
 /// The closes of a series as a column: none on bars without data.
 base::ValueColumn CloseColumn(const base::BarsView& bars);
 

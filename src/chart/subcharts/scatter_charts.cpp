@@ -20,13 +20,6 @@ constexpr store::BarPeriod PeriodOf(indicators::CorrelationPeriod period) {
   return static_cast<store::BarPeriod>(static_cast<int32_t>(period) - 1);
 }
 
-/// The bars up to that date.
-BarsView BarsUntil(const BarsView& bars, base::Date date) {
-  int32_t last = bars.Count();
-  while (last >= bars.First() && date < bars.DateOf(last)) --last;
-  return bars.Until(last);
-}
-
 std::string Signed(Currency value) { return base::Grouped(value, 2, true); }
 
 /// "y = 0.92x + 0.13".
@@ -55,8 +48,10 @@ void FillCorrelation(const PlotRequest& request, const store::StockRecord& other
   const BarsView chart_bars = BarsOfView(request);
   if (chart_bars.Count() < 1) return;
   const base::Date last = chart_bars.DateOf(chart_bars.Count());
-  const BarsView bars = BarsUntil(request.source.Bars(request.source.Stock(), period), last);
-  const BarsView others = BarsUntil(request.source.Bars(other, period), last);
+  const base::BarColumns own = request.source.BarsUntil(request.source.Stock(), period, last);
+  const base::BarColumns compared = request.source.BarsUntil(other, period, last);
+  const BarsView bars(own);
+  const BarsView others(compared);
   const indicators::ChangeRateCorrelation found =
       indicators::CorrelateChangeRates(bars, others, chart.average, chart.plot_count);
   const base::Color color = request.colors.Of(chart.plot_color);

@@ -101,7 +101,9 @@ Plot VolumeByPriceChart(const PlotRequest& request, size_t /*which*/) {
 Plot IntradayChart(const PlotRequest& request, size_t /*which*/) {
   Plot result;
   IntradayPlot plot;
-  const auto day = request.source.Intraday();
+  const BarsView bars = BarsOfView(request);
+  const base::Date last = bars.Count() < 1 ? base::Date() : bars.DateOf(bars.Count());
+  const auto day = request.source.Intraday(last);
   if (!day) {
     result.notes.push_back(day.error().message);
   } else if (day->bars.empty()) {

@@ -66,6 +66,10 @@ std::optional<QByteArray> EncodePicture(const DrawList& picture, double scale,
   return bytes;
 }
 
+PictureSize PageSize(const QPagedPaintDevice& page) {
+  return {page.width(), page.height(), page.logicalDpiX() / kPixelsPerInch};
+}
+
 bool PaintPage(QPagedPaintDevice& page, const DrawList& picture) {
   QPainter painter;
   if (!painter.begin(&page)) return false;

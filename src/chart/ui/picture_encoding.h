@@ -5,6 +5,7 @@
 #include <optional>
 
 #include "chart/draw_list.h"
+#include "chart/layout.h"
 #include "chart/picture_format.h"
 
 namespace orin::chart {
@@ -13,6 +14,9 @@ namespace orin::chart {
 /// nullopt where it is too large for the memory or the format.
 std::optional<QByteArray> EncodePicture(const DrawList& picture, double scale,
                                         PictureFormat format);
+
+/// The size for which a chart is laid out to fill a page, a printer's or a file's.
+PictureSize PageSize(const QPagedPaintDevice& page);
 
 /// Paints a picture that was laid out for the page: a pixel of it is a pixel of the device. False
 /// where the device cannot begin.

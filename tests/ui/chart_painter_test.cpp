@@ -1,0 +1,148 @@
+#include "chart/ui/chart_painter.h"
+
+#include <QImage>
+#include <QPrinter>
+#include <cstdlib>
+#include <gtest/gtest.h>
+#include <set>
+
+#include "chart/chart.h"
+#include "chart/ink_mode.h"
+#include "chart/layout.h"
+#include "chart/ui/picture_encoding.h"
+#include "chart_fixture.h"
+#include "shell/ui/qt_text.h"
+#include "support/scratch_directory.h"
+
+namespace orin::chart {
+namespace {
+
+using store::BarPeriod;
+
+class ChartPictures : public testing::Test {
+ protected:
+  Chart Build(const ChartOptions& options, BarPeriod period, int32_t bars) {
+    sources_.push_back(std::make_unique<ChartSource>(
+        store_, store_.Master().Stock(base::MasterRecord(3)),
+        &store_.Master().Stock(base::MasterRecord(2)), true, period, store_.Days().Last()));
+    const int32_t last = sources_.back()->Bars().Count();
+    return BuildChart(*sources_.back(), settings_, options, {last - bars + 1, last, 3});
+  }
+
+  store::StockStore store_ = RealMarket("pictures");
+  shell::Settings settings_ = DefaultSettings();
+  std::vector<std::unique_ptr<ChartSource>> sources_;
+};
+
+std::vector<const SubChart*> Named(std::initializer_list<const char*> keys, BarPeriod period) {
+  std::vector<const SubChart*> charts;
+  for (const char* key : keys) charts.push_back(FindSubChart(key, period));
+  return charts;
+}
+
+QImage Painted(const DrawList& picture) {
+  QImage image(picture.width, picture.height, QImage::Format_RGB32);
+  QPainter painter(&image);
+  PaintPicture(painter, picture);
+  return image;
+}
+
+/// Pixels that look different, in parts of all.
+double Difference(const QImage& one, const QImage& other) {
+  if (one.size() != other.size()) return 1;
+  constexpr int kSeen = 60;
+  int64_t different = 0;
+  for (int y = 0; y < one.height(); ++y) {
+    for (int x = 0; x < one.width(); ++x) {
+      const QRgb a = one.pixel(x, y);
+      const QRgb b = other.pixel(x, y);
+      const bool differs = std::abs(qRed(a) - qRed(b)) > kSeen ||
+                           std::abs(qGreen(a) - qGreen(b)) > kSeen ||
+                           std::abs(qBlue(a) - qBlue(b)) > kSeen;
+      different += differs ? 1 : 0;
+    }
+  }
+  return static_cast<double>(different) / (one.width() * one.height());
+}
+
+/// Compares with tests/data/chart; ORIN_WRITE_EXPECTED in the environment writes it anew.
+void ExpectAsStored(const char* name, const QImage& image) {
+  const QString file =
+      QStringLiteral("%1/chart/%2.png").arg(QStringLiteral(ORIN_TEST_DATA), QLatin1String(name));
+  const bool is_written = std::getenv("ORIN_WRITE_EXPECTED") == nullptr || image.save(file);
+  ASSERT_TRUE(is_written);
+  EXPECT_LT(Difference(image, QImage(file)), 0.004) << name;
+}
+
+TEST_F(ChartPictures, AreTheOnesLookedAt) {
+  ChartOptions options;
+  options.sub_charts = Named({"volume", "rsi", "ichimoku"}, BarPeriod::kDay);
+  ExpectAsStored("dark_day",
+                 Painted(LayOut(Build(options, BarPeriod::kDay, 90), {480, 420, 1}).picture));
+  options.theme = ChartTheme::kLight;
+  options.main.volume = VolumePlace::kNone;
+  options.sub_charts = Named({"kagi", "correlation"}, BarPeriod::kWeek);
+  ExpectAsStored("light_week",
+                 Painted(LayOut(Build(options, BarPeriod::kWeek, 120), {480, 420, 1}).picture));
+  options.sub_charts = Named({"volume", "bollinger"}, BarPeriod::kMonth);
+  ExpectAsStored(
+      "pattern_month",
+      Painted(InMode(LayOut(Build(options, BarPeriod::kMonth, 40), {480, 420, 1}).picture,
+                     InkMode::kPattern)));
+}
+
+TEST_F(ChartPictures, BoxesAndHairlinesAreCrispAtEveryScale) {
+  ChartOptions options;
+  options.sub_charts = Named({"volume", "rsi"}, BarPeriod::kDay);
+  const Chart chart = Build(options, BarPeriod::kDay, 80);
+  for (const double scale : {1.0, 1.25, 1.5, 2.0}) {
+    const PictureSize size{static_cast<int32_t>(500 * scale), static_cast<int32_t>(400 * scale),
+                           scale};
+    DrawList picture = LayOut(chart, size).picture;
+    std::set<QRgb> inks = {
+        qRgb(picture.ground.color.red, picture.ground.color.green, picture.ground.color.blue)};
+    std::vector<DrawItem> boxes;
+    int32_t thinnest = 100;
+    for (const DrawItem& item : picture.items) {
+      const auto* drawn = std::get_if<Boxes>(&item);
+      if (drawn == nullptr) continue;
+      boxes.push_back(item);
+      inks.insert(qRgb(drawn->ink.color.red, drawn->ink.color.green, drawn->ink.color.blue));
+      for (const Rect& rect : drawn->rects)
+        thinnest = std::min({thinnest, rect.width, rect.height});
+    }
+    EXPECT_EQ(thinnest, static_cast<int32_t>(scale));
+    picture.items = boxes;
+    const QImage image = Painted(picture);
+    for (int y = 0; y < image.height(); ++y) {
+      for (int x = 0; x < image.width(); ++x) {
+        ASSERT_TRUE(inks.contains(image.pixel(x, y))) << scale << ": " << x << ", " << y;
+      }
+    }
+  }
+}
+
+TEST_F(ChartPictures, FilesAndPagesArePainted) {
+  const Chart chart = Build({}, BarPeriod::kDay, 80);
+  const DrawList picture = LayOut(chart, {500, 400, 1}).picture;
+  const auto png = EncodePicture(picture, 1, PictureFormat::kPng);
+  ASSERT_TRUE(png);
+  EXPECT_EQ(Difference(QImage::fromData(*png), Painted(picture)), 0);
+  const auto svg = EncodePicture(picture, 1, PictureFormat::kSvg);
+  ASSERT_TRUE(svg);
+  EXPECT_TRUE(svg->contains(QStringLiteral(">銘柄：</text>").toUtf8()));
+  EXPECT_TRUE(EncodePicture(picture, 1, PictureFormat::kPdf)->startsWith("%PDF"));
+  EXPECT_FALSE(EncodePicture({2'000'000, 2'000'000, {}, {}}, 1, PictureFormat::kPng));
+
+  const support::ScratchDirectory directory;
+  QPrinter printer(QPrinter::HighResolution);
+  printer.setOutputFormat(QPrinter::PdfFormat);
+  printer.setOutputFileName(shell::PathOf(directory / "page.pdf"));
+  const PictureSize size = PageSize(printer);
+  EXPECT_GT(size.scale, 2);
+  EXPECT_TRUE(PaintPage(printer, InMode(LayOut(chart, size).picture, InkMode::kGrey)));
+  EXPECT_GT(std::filesystem::file_size(directory / "page.pdf"), 5000U);
+}
+
+}  // namespace
+}  // namespace orin::chart
