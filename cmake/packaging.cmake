@@ -39,6 +39,9 @@ endif()
 # cpack builds nothing; whoever has built the programs has all that it takes.
 add_dependencies(orin-cli orin_packaging)
 install(TARGETS ${programs})
+if(TARGET orin-painter)
+  install(TARGETS orin-painter LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}/orin)
+endif()
 install(DIRECTORY ${PROJECT_SOURCE_DIR}/demo DESTINATION ${CMAKE_INSTALL_DATADIR}/orin)
 # The manual links to the pages beside it.
 install(DIRECTORY ${PROJECT_SOURCE_DIR}/docs/ DESTINATION ${CMAKE_INSTALL_DATADIR}/orin)

@@ -62,6 +62,7 @@ cp -r share/orin/demo "$home"
 bin/orin-cli --home "$home" init
 [ "$(bin/orin-cli --home "$home" update-csv --stocks "$home/stocks.csv")" = 43,43,1013 ] ||
   fail "the demo market is another one"
+bin/orin-cli --home "$home" chart AAPL -o "$scratch/chart.png"
 QT_QPA_PLATFORM=offscreen timeout 60 bin/orin --home "$home" --close-when-ready
 [ ! -e "$home/orin.act" ] || fail "orin has not ended as it should"
 [ ! -e "$home/orinerr.txt" ] || fail "orin: $(iconv -f CP932 -t UTF-8 "$home/orinerr.txt")"

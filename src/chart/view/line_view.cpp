@@ -146,8 +146,13 @@ void DrawColumns(const Ink& ink, const PlotLine& line, const PaneLayout& place, 
 }  // namespace
 
 size_t SeriesNumber(std::span<const PlotLine> lines, size_t line) {
-  const auto first = std::ranges::find(lines, lines[line].color, &PlotLine::color);
-  return static_cast<size_t>(first - lines.begin());
+  // The colours before that of the line, each once.
+  size_t number = 0;
+  for (size_t i = 0; lines[i].color != lines[line].color; ++i) {
+    const auto earlier = lines.first(i);
+    if (std::ranges::find(earlier, lines[i].color, &PlotLine::color) == earlier.end()) ++number;
+  }
+  return number;
 }
 
 void DrawLines(const ViewContext& context, std::span<const PlotLine> lines, const PaneLayout& place,

@@ -63,11 +63,12 @@ std::vector<Column> ColumnsOf(const BarsView& bars, const BarScale& scale) {
   return columns;
 }
 
-/// From the pixel of one price to that of another, both included.
-Rect Vertical(const ValueScale& scale, int32_t left, int32_t width, double one, double other) {
+/// From the pixel of one price to that of another, both included; never thinner than a hair.
+Rect Vertical(const ValueScale& scale, const ViewStyle& style, int32_t left, int32_t width,
+              double one, double other) {
   const int32_t top = scale.Pixel(std::max(one, other));
   const int32_t bottom = scale.Pixel(std::min(one, other));
-  return {left, top, width, bottom - top + 1};
+  return {left, top, width, std::max(style.hair, bottom - top + 1)};
 }
 
 /// Rising and falling bars apart, as their colours are.
@@ -102,17 +103,17 @@ void DrawCandles(const ViewContext& context, std::span<const Column> columns,
     const int32_t left = column.x - hair / 2;
     if (pitch < kBodyPitch * hair) {
       shadows.Of(column).rects.push_back(
-          Vertical(place.values, left, std::min(hair, std::max(1, static_cast<int32_t>(pitch))),
+          Vertical(place.values, context.style, left, std::min(hair, std::max(1, static_cast<int32_t>(pitch))),
                    prices.has_shadows ? column.low : column.open,
                    prices.has_shadows ? column.high : column.close));
       continue;
     }
     if (prices.has_shadows) {
       shadows.Of(column).rects.push_back(
-          Vertical(place.values, left, hair, column.low, column.high));
+          Vertical(place.values, context.style, left, hair, column.low, column.high));
     }
     bodies.Of(column).rects.push_back(
-        Vertical(place.values, left - (body - hair) / 2, body, column.open, column.close));
+        Vertical(place.values, context.style, left - (body - hair) / 2, body, column.open, column.close));
   }
   shadows.MoveTo(context.items);
   bodies.MoveTo(context.items);
@@ -127,7 +128,7 @@ void DrawBars(const ViewContext& context, std::span<const Column> columns,
   for (const Column& column : columns) {
     std::vector<Rect>& rects = boxes.Of(column).rects;
     const int32_t left = column.x - hair / 2;
-    rects.push_back(Vertical(place.values, left, hair, column.low, column.high));
+    rects.push_back(Vertical(place.values, context.style, left, hair, column.low, column.high));
     if (pitch < kBodyPitch * hair || arm < 1) continue;
     rects.push_back({left - arm, place.values.Pixel(column.open), arm, hair});
     rects.push_back({left + hair, place.values.Pixel(column.close), arm, hair});
