@@ -1,5 +1,6 @@
 #!/usr/bin/env bash
-# Builds ミルテ, makes the demo market from the quotes in demo/, screens it and shows the lists.
+# Builds ミルテ, makes the demo market from the quotes in demo/, screens it, shows the lists and draws
+# a chart to a file.
 # With --window it opens the program on that market afterwards.
 # The market stays in build/demo (or in the directory of $ORIN_DEMO) and can be explored with
 # orin-cli --home build/demo.
@@ -15,7 +16,7 @@ esac
 
 scripts/install-packages.sh >&2
 cmake --preset release >/dev/null
-cmake --build --preset release --target orin-cli --target orin >&2
+cmake --build --preset release --target orin-cli --target orin-painter --target orin >&2
 
 home=${ORIN_DEMO:-build/demo}
 cli=(build/release/src/app/orin-cli --home "$home")
@@ -45,6 +46,12 @@ while IFS=$'\t' read -r list count; do
   echo "■ $list（${count}銘柄）"
   iconv -f CP932 -t UTF-8 "$list" | tr -d '\r'
 done <<<"$results"
+
+echo
+echo "■ チャート"
+chart=$home/chart.png
+"${cli[@]}" chart AAPL --sub rsi --sub ichimoku -o "$chart"
+echo "$chart"
 
 if [ -n "$window" ]; then
   exec build/release/src/app/orin --home "$home"
