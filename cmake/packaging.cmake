@@ -40,7 +40,7 @@ endif()
 add_dependencies(orin-cli orin_packaging)
 install(TARGETS ${programs})
 if(TARGET orin-painter)
-  install(TARGETS orin-painter LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}/orin)
+  install(TARGETS orin-painter LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}/orin/modules)
 endif()
 install(DIRECTORY ${PROJECT_SOURCE_DIR}/demo DESTINATION ${CMAKE_INSTALL_DATADIR}/orin)
 # The manual links to the pages beside it.

@@ -39,8 +39,8 @@ class ChartSource {
   /// Those of any stock and period; bar t is that of the same day, week or month in all stocks.
   [[nodiscard]] base::BarsView Bars(const store::StockRecord& stock, store::BarPeriod period);
   /// Those up to a day of the store, the last week or month ending there.
-  [[nodiscard]] base::BarColumns BarsUntil(const store::StockRecord& stock,
-                                           store::BarPeriod period, base::Date day) const;
+  [[nodiscard]] base::BarColumns BarsUntil(const store::StockRecord& stock, store::BarPeriod period,
+                                           base::Date day) const;
   /// The stock of a code; null where the store has none.
   [[nodiscard]] const store::StockRecord* Find(std::string_view code) const;
 

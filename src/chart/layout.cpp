@@ -300,8 +300,8 @@ std::vector<DrawItem> CrossHair(const Chart& chart, const ChartLayout& layout,
   const Rect& plot = place.plot;
   const Ink ink = TextInk(color);
   items.emplace_back(DottedAcross(ink, plot, static_cast<int32_t>(y), style));
-  AddTag(style, chart, ValueText(chart.panes[*pane], place, y),
-         {static_cast<double>(plot.Right() + style.gap / 2), y}, Align::kLeft, items);
+  AddTag(style, chart, ValueText(chart.panes[*pane], place, y), {plot.Right() + style.gap / 2.0, y},
+         Align::kLeft, items);
   const auto bar = layout.BarAt(x);
   const bool has_date = std::holds_alternative<TimePlot>(chart.panes[*pane].content) && bar &&
                         *bar >= chart.bars.First() && *bar <= chart.bars.Count();

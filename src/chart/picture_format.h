@@ -13,6 +13,6 @@ enum class PictureFormat : uint8_t { kPng, kSvg, kPdf };
 /// of their own. False where the picture cannot be made; `bytes` is the file.
 using PictureEncoder = bool (*)(const DrawList& picture, double scale, PictureFormat format,
                                 std::string& bytes);
-inline constexpr const char* kPictureEncoderName = "orin_encode_picture";
+inline constexpr const char* kPictureEncoderName = "OrinEncodePicture";
 
 }  // namespace orin::chart

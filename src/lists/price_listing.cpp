@@ -15,7 +15,6 @@ using base::Grouped;
 
 namespace {
 
-
 /// With the changes from bar to bar.
 std::vector<PriceRow> RowsOf(const base::BarsView& bars) {
   std::vector<PriceRow> rows;

@@ -5,8 +5,8 @@
 
 #include "base/csv.h"
 #include "base/currency.h"
-#include "base/text.h"
 #include "base/shown_number.h"
+#include "base/text.h"
 
 namespace orin::lists {
 

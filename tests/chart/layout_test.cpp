@@ -176,6 +176,23 @@ TEST_F(LayoutOfRealQuotes, FixedPricesAreTheScale) {
   EXPECT_EQ(LayOut(chart, {500, 400, 1}).panes[0].values.Range(), (ValueRange{100, 400}));
 }
 
+TEST_F(LayoutOfRealQuotes, ExpressionsHaveTheScaleThatIsChosen) {
+  const auto range = [&](shell::ScaleChoice choice, int32_t first) {
+    settings_.chart_display.day_composites.charts[0].scale = choice;
+    ChartOptions options;
+    options.main.volume = VolumePlace::kNone;
+    options.sub_charts = {FindSubChart("composite1", BarPeriod::kDay)};
+    const Chart chart = BuildChart(source_, settings_, options, {first, source_.Bars().Count(), 3});
+    return LayOut(chart, {500, 400, 1}).panes[1].values.Range();
+  };
+  // As it is, it stays whatever is in view; fitted, it follows.
+  EXPECT_EQ(range(0, 200), range(0, 280));
+  EXPECT_LT(range(1, 200).low, range(1, 280).low);
+  EXPECT_LT(range(0, 280).low, range(1, 280).low);
+  EXPECT_EQ(range(2, 200), (ValueRange{0, 100}));
+  EXPECT_EQ(range(3, 200), (ValueRange{-100, 100}));
+}
+
 TEST(ChartColors, LinesCanBeToldFromEveryGround) {
   const shell::Settings settings = DefaultSettings();
   const auto& display = settings.chart_display;

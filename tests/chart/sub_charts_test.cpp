@@ -10,6 +10,7 @@
 #include "chart/plotted_data.h"
 #include "chart/readout.h"
 #include "chart_fixture.h"
+#include "support/credit_files.h"
 
 namespace orin::chart {
 namespace {
@@ -232,6 +233,31 @@ TEST_F(SubChartsOfRealQuotes, ScrolledBackTheyAreAsTheyWereThen) {
                             Described(LayOut(chart, {800, 4000, 1}).picture)),
             "");
   EXPECT_EQ(FirstDifference(PlottedCsv(scrolled), PlottedCsv(chart)), "");
+}
+
+TEST(VolumeChart, CreditBalancesAreLinesOfDailyBarsWhereThereAreAny) {
+  support::StoreBuilder builder("credit");
+  const auto days = support::Weekdays("2020/01/06", 10);
+  builder.Days(days).Stock("^DJI", std::vector<base::Bar>(10, support::FlatBar(1)));
+  const store::StoreLocation& location = builder.Build();
+  const std::vector<store::CreditBalance> balances(10, support::Balance(30, 50));
+  support::WriteCreditFile(location, 1, days, {{base::SlotRecord(2), balances}});
+  support::NameCreditFiles(location, 1, 1);
+  const store::StockStore store = builder.Open();
+  const shell::Settings settings = DefaultSettings();
+  const auto labels = [&](BarPeriod period) {
+    ChartSource source(store, store.Master().Stock(base::MasterRecord(2)), nullptr, true, period,
+                       store.Days().Last());
+    const int32_t last = source.Bars().Count();
+    const Chart chart = BuildChart(source, settings, {}, {1, last, 0});
+    std::string text;
+    for (const auto& entry : LineReadout(chart.panes[1], chart, last)) {
+      text += entry.label + entry.value + "|";
+    }
+    return text;
+  };
+  EXPECT_EQ(labels(BarPeriod::kDay), "V:100|V25:|V75:|売り残 30|買い残 50|");
+  EXPECT_EQ(labels(BarPeriod::kWeek), "V:500|V25:|V75:|");
 }
 
 TEST(SubChartCatalogue, IsFoundByNumberNameAndKeyHoweverTyped) {

@@ -2,6 +2,7 @@
 
 #include <QImage>
 #include <QPrinter>
+#include <QTest>
 #include <cstdlib>
 #include <gtest/gtest.h>
 #include <set>
@@ -9,6 +10,7 @@
 #include "chart/chart.h"
 #include "chart/ink_mode.h"
 #include "chart/layout.h"
+#include "chart/ui/chart_view.h"
 #include "chart/ui/picture_encoding.h"
 #include "chart_fixture.h"
 #include "shell/ui/qt_text.h"
@@ -122,6 +124,44 @@ TEST_F(ChartPictures, BoxesAndHairlinesAreCrispAtEveryScale) {
       }
     }
   }
+}
+
+TEST_F(ChartPictures, WidgetIsLaidOutForThePixelsOfItsScreen) {
+  const Chart chart = Build({}, BarPeriod::kDay, 80);
+  ChartView view(nullptr);
+  view.resize(400, 300);
+  for (const double scale : {1.0, 1.25, 1.5, 2.0}) {
+    const PictureSize size{static_cast<int32_t>(400 * scale), static_cast<int32_t>(300 * scale),
+                           scale};
+    view.Show(chart, {255, 255, 255});
+    QImage screen(size.width, size.height, QImage::Format_RGB32);
+    screen.setDevicePixelRatio(scale);
+    view.render(&screen);
+    screen.setDevicePixelRatio(1);
+    EXPECT_EQ(Difference(screen, Painted(LayOut(chart, size).picture)), 0) << scale;
+  }
+}
+
+TEST_F(ChartPictures, PointerMovesCrossHairAndReadout) {
+  const Chart chart = Build({}, BarPeriod::kDay, 80);
+  ChartView view(nullptr);
+  view.resize(600, 400);
+  view.Show(chart, {255, 255, 255});
+  view.show();
+  const QImage before = view.grab().toImage();
+  const ChartLayout layout = LayOut(chart, {600, 400, 1});
+  const QPointF place(layout.panes[0].bars.X(chart.view.last - 3), 120);
+  QPointF moved_to;
+  QObject::connect(&view, &ChartView::PointerMoved, [&](QPointF position) { moved_to = position; });
+  QTest::mouseMove(&view, place.toPoint());
+  QTest::qWait(10);
+  ASSERT_EQ(moved_to.toPoint(), place.toPoint());
+  ASSERT_FALSE(view.ReadoutOf(moved_to).empty());
+  EXPECT_EQ(view.ReadoutOf(moved_to)[0].value, chart.bars.DateOf(chart.view.last - 3).ToText());
+  EXPECT_GT(Difference(view.grab().toImage(), before), 0.0005);
+  view.Clear();
+  EXPECT_TRUE(view.ReadoutOf(moved_to).empty());
+  view.grab();
 }
 
 TEST_F(ChartPictures, FilesAndPagesArePainted) {

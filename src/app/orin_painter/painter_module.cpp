@@ -25,9 +25,9 @@ void HaveApplication() {
 
 }  // namespace
 
-extern "C" Q_DECL_EXPORT bool orin_encode_picture(const orin::chart::DrawList& picture,
-                                                  double scale, orin::chart::PictureFormat format,
-                                                  std::string& bytes) {
+extern "C" Q_DECL_EXPORT bool OrinEncodePicture(const orin::chart::DrawList& picture, double scale,
+                                                orin::chart::PictureFormat format,
+                                                std::string& bytes) {
   HaveApplication();
   const auto encoded = orin::chart::EncodePicture(picture, scale, format);
   if (encoded) bytes = encoded->toStdString();

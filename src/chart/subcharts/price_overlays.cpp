@@ -10,7 +10,6 @@
 namespace orin::chart {
 
 using base::BarsView;
-using base::Currency;
 
 namespace {
 

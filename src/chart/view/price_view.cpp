@@ -103,7 +103,8 @@ void DrawCandles(const ViewContext& context, std::span<const Column> columns,
     const int32_t left = column.x - hair / 2;
     if (pitch < kBodyPitch * hair) {
       shadows.Of(column).rects.push_back(
-          Vertical(place.values, context.style, left, std::min(hair, std::max(1, static_cast<int32_t>(pitch))),
+          Vertical(place.values, context.style, left,
+                   std::min(hair, std::max(1, static_cast<int32_t>(pitch))),
                    prices.has_shadows ? column.low : column.open,
                    prices.has_shadows ? column.high : column.close));
       continue;
@@ -112,8 +113,8 @@ void DrawCandles(const ViewContext& context, std::span<const Column> columns,
       shadows.Of(column).rects.push_back(
           Vertical(place.values, context.style, left, hair, column.low, column.high));
     }
-    bodies.Of(column).rects.push_back(
-        Vertical(place.values, context.style, left - (body - hair) / 2, body, column.open, column.close));
+    bodies.Of(column).rects.push_back(Vertical(
+        place.values, context.style, left - (body - hair) / 2, body, column.open, column.close));
   }
   shadows.MoveTo(context.items);
   bodies.MoveTo(context.items);
