@@ -77,37 +77,45 @@ class Layouter {
   }
 
   void FindScales(size_t i) {
-    PaneLayout& place = layout_.panes[i];
-    const int32_t top = place.plot.top;
-    const int32_t height = std::max(0, place.plot.height);
-    const double spacing = style_.text * kTickSpacing;
-    std::vector<Tick> ticks;
-    if (const auto* time = std::get_if<TimePlot>(&chart_.panes[i].content)) {
-      const auto range = RangeOf(*time, chart_.bars, chart_.view);
-      place.values = ValueScale(range.value_or(ValueRange()), time->scale.form, top, height);
-      place.base = PercentBase();
-      if (range)
-        ticks = time->scale.levels.empty()
-                    ? ValueTicks(place.values, spacing, time->number, place.base)
-                    : LabelledTicks(time->scale.levels, time->number);
-    } else if (const auto* plane = std::get_if<PlanePlot>(&chart_.panes[i].content)) {
-      const bool is_columns = plane->column_width > 0;
-      const ValueRange up = is_columns
-                                ? ColumnRange(*plane, ShownColumns(*plane, PlaneWidth(*plane)))
-                                : plane->up.extent.Range(plane->up.gap);
-      place.values = ValueScale(up, ScaleForm::kLinear, top, height);
-      ticks = ValueTicks(place.values, spacing, plane->up.number);
-    } else if (const auto* intraday = std::get_if<IntradayPlot>(&chart_.panes[i].content)) {
-      ValueExtent extent;
-      for (size_t bar = 0; bar < intraday->bars.Size(); ++bar) {
-        extent.Add(intraday->bars.high[bar].ToDouble());
-        extent.Add(intraday->bars.low[bar].ToDouble());
-      }
-      place.values = ValueScale(extent.Range(0.06), ScaleForm::kLinear, top, height);
-      if (!extent.IsEmpty()) ticks = ValueTicks(place.values, spacing, NumberForm::kPrice);
-    }
-    ticks_.push_back(std::move(ticks));
+    const auto find = [&](const auto& content) { return FindScale(content, layout_.panes[i]); };
+    ticks_.push_back(std::visit(find, chart_.panes[i].content));
   }
+
+  // Each gives the scale up of its content and the ticks on it, none where nothing is drawn.
+
+  [[nodiscard]] std::vector<Tick> FindScale(const TimePlot& plot, PaneLayout& place) const {
+    const auto range = RangeOf(plot, chart_.bars, chart_.view);
+    place.values = ScaleUp(range.value_or(ValueRange()), plot.scale.form, place);
+    place.base = PercentBase();
+    if (!range) return {};
+    if (!plot.scale.levels.empty()) return LabelledTicks(plot.scale.levels, plot.number);
+    return ValueTicks(place.values, TickSpacing(), plot.number, place.base);
+  }
+
+  [[nodiscard]] std::vector<Tick> FindScale(const PlanePlot& plot, PaneLayout& place) const {
+    const bool is_columns = plot.column_width > 0;
+    const ValueRange up = is_columns ? ColumnRange(plot, ShownColumns(plot, PlaneWidth(plot)))
+                                     : plot.up.extent.Range(plot.up.gap);
+    place.values = ScaleUp(up, ScaleForm::kLinear, place);
+    if (plot.points.empty()) return {};
+    return ValueTicks(place.values, TickSpacing(), plot.up.number);
+  }
+
+  [[nodiscard]] std::vector<Tick> FindScale(const IntradayPlot& plot, PaneLayout& place) const {
+    ValueExtent extent;
+    for (size_t bar = 0; bar < plot.bars.Size(); ++bar) {
+      extent.Add(plot.bars.high[bar].ToDouble());
+      extent.Add(plot.bars.low[bar].ToDouble());
+    }
+    place.values = ScaleUp(extent.Range(ScaleRule().gap), ScaleForm::kLinear, place);
+    if (extent.IsEmpty()) return {};
+    return ValueTicks(place.values, TickSpacing(), NumberForm::kPrice);
+  }
+
+  static ValueScale ScaleUp(const ValueRange& range, ScaleForm form, const PaneLayout& place) {
+    return {range, form, place.plot.top, std::max(0, place.plot.height)};
+  }
+  [[nodiscard]] double TickSpacing() const { return style_.text * kTickSpacing; }
 
   /// The close that the distances of a percent scale are taken from.
   [[nodiscard]] double PercentBase() const {
@@ -138,16 +146,21 @@ class Layouter {
     for (size_t i = 0; i < layout_.panes.size(); ++i) {
       PaneLayout& place = layout_.panes[i];
       place.plot.width = width;
-      if (std::holds_alternative<TimePlot>(chart_.panes[i].content)) {
-        place.bars = BarScale(chart_.view, place.plot.left, width);
-      } else if (const auto* intraday = std::get_if<IntradayPlot>(&chart_.panes[i].content)) {
-        const auto bars = static_cast<int32_t>(intraday->seconds.size());
-        place.bars = BarScale({1, bars, 0}, place.plot.left, width);
-      } else {
-        place.across = AcrossScale(std::get<PlanePlot>(chart_.panes[i].content), place.plot);
-      }
+      std::visit([&](const auto& content) { PlaceAcross(content, place); },
+                 chart_.panes[i].content);
     }
     layout_.dates.width = width;
+  }
+
+  void PlaceAcross(const TimePlot& /*plot*/, PaneLayout& place) const {
+    place.bars = BarScale(chart_.view, place.plot.left, place.plot.width);
+  }
+  void PlaceAcross(const IntradayPlot& plot, PaneLayout& place) const {
+    const auto bars = static_cast<int32_t>(plot.seconds.size());
+    place.bars = BarScale({1, bars, 0}, place.plot.left, place.plot.width);
+  }
+  void PlaceAcross(const PlanePlot& plot, PaneLayout& place) const {
+    place.across = AcrossScale(plot, place.plot);
   }
 
   /// A scale up, laid on its side: its pixels are turned round.
@@ -181,14 +194,8 @@ class Layouter {
     headings_[i].Draw(style_.gap, place.pane.top + style_.gap / 4, items);
     if (place.plot.height < kLeastPlot || place.plot.width < kLeastPlot) return;
     DrawValueAxis(context, ticks_[i], place);
-    if (const auto* time = std::get_if<TimePlot>(&plot.content)) {
-      DrawDateLines(context, dates_, place);
-      DrawTimePlot(context, *time, place);
-    } else if (const auto* plane = std::get_if<PlanePlot>(&plot.content)) {
-      DrawPlanePlot(context, *plane, place);
-    } else {
-      DrawIntradayPlot(context, std::get<IntradayPlot>(plot.content), place);
-    }
+    if (!HasOwnAxis(plot)) DrawDateLines(context, dates_, place);
+    std::visit([&](const auto& content) { DrawContent(context, content, place); }, plot.content);
     DrawNotes(context, plot, place.plot);
   }
 

@@ -104,78 +104,92 @@ void DrawFigure(const indicators::PointAndFigure& figure, const PlotRequest& req
   plot.marks = {std::move(rises), std::move(falls)};
 }
 
+void FillKagi(const indicators::KagiLine& line, const BarsView& bars, PlanePlot& plot,
+              PlotTable& table) {
+  table.headings = {"番号", "年月日", "株価"};
+  base::Date before;
+  for (size_t i = 0; i < line.points.size(); ++i) {
+    const base::Date date = bars.DateOf(line.points[i].bar);
+    const Currency price = line.points[i].price;
+    if (i + 1 < line.points.size()) AddColumnTick(plot, i, date, before);
+    before = date;
+    plot.points.push_back(
+        {{static_cast<double>(i), price.ToDouble()},
+         {{"日付 ", date.ToText(), {}}, {"終値 ", ShownValue(price, NumberForm::kPrice), {}}}});
+    table.rows.push_back({std::to_string(i + 1), date.ToText(), price.ToText()});
+  }
+}
+
+void FillFigure(const indicators::PointAndFigure& figure, const BarsView& bars, PlanePlot& plot,
+                PlotTable& table) {
+  // A box lies within the closes, so that its price is in the range of prices.
+  const auto price = [&](int64_t box) { return Currency::FromRaw(box * figure.box.Raw()); };
+  table.headings = {
+      "番号", "種類", "最初の年月日", "最後の年月日", "最も低い枠の株価", "最も高い枠の株価"};
+  base::Date before;
+  for (size_t i = 0; i < figure.columns.size(); ++i) {
+    const indicators::PointAndFigureColumn& column = figure.columns[i];
+    const std::string from = bars.DateOf(column.from).ToText();
+    const std::string to = bars.DateOf(column.to).ToText();
+    const std::string mark = column.rising ? "×" : "○";
+    AddColumnTick(plot, i, bars.DateOf(column.from), before);
+    before = bars.DateOf(column.from);
+    const double middle = (price(column.low).ToDouble() + price(column.high).ToDouble()) / 2;
+    plot.points.push_back({{static_cast<double>(i), middle},
+                           {{"日付 ", from + "～" + to, {}},
+                            {mark + " ", std::to_string(column.high - column.low + 1), {}}}});
+    table.rows.push_back({std::to_string(i + 1), mark, from, to, price(column.low).ToText(),
+                          price(column.high).ToText()});
+  }
+}
+
+/// A pane of columns that the settings switch off.
+Plot SwitchedOff(double column_width) {
+  Plot result;
+  PlanePlot plot;
+  plot.column_width = column_width;
+  result.notes.emplace_back(kSwitchedOff);
+  result.content = std::move(plot);
+  return result;
+}
+
 }  // namespace
 
 Plot KagiChart(const PlotRequest& request, size_t /*which*/) {
   const shell::KagiChart& chart = request.display.kagi;
+  if (!chart.check) return SwitchedOff(kKagiColumn);
+  const base::BarColumns visible = VisibleBars(request, BarsOfView(request));
+  const BarsView bars(visible);
+  const indicators::KagiLine line = indicators::BuildKagi(bars, chart.rate);
   Plot result;
+  result.captions = {{"かぎ足：", std::to_string(chart.rate) + "%", {}},
+                     {"  転換数：", std::to_string(line.turns), {}}};
+  if (line.points.empty()) result.notes.emplace_back("率だけの値動きがまだありません。");
   PlanePlot plot;
   plot.column_width = kKagiColumn;
-  if (chart.check) {
-    const base::BarColumns visible = VisibleBars(request, BarsOfView(request));
-    const BarsView bars(visible);
-    const indicators::KagiLine line = indicators::BuildKagi(bars, chart.rate);
-    DrawKagi(line, request.colors.Of(chart.color), plot);
-    result.captions = {{"かぎ足：", std::to_string(chart.rate) + "%", {}},
-                       {"  転換数：", std::to_string(line.turns), {}}};
-    if (line.points.empty()) result.notes.emplace_back("率だけの値動きがまだありません。");
-    result.table.headings = {"番号", "年月日", "株価"};
-    base::Date before;
-    for (size_t i = 0; i < line.points.size(); ++i) {
-      const base::Date date = bars.DateOf(line.points[i].bar);
-      const Currency price = line.points[i].price;
-      if (i + 1 < line.points.size()) AddColumnTick(plot, i, date, before);
-      before = date;
-      plot.points.push_back(
-          {{static_cast<double>(i), price.ToDouble()},
-           {{"日付 ", date.ToText(), {}}, {"終値 ", ShownValue(price, NumberForm::kPrice), {}}}});
-      result.table.rows.push_back({std::to_string(i + 1), date.ToText(), price.ToText()});
-    }
-  } else {
-    result.notes.emplace_back(kSwitchedOff);
-  }
+  DrawKagi(line, request.colors.Of(chart.color), plot);
+  FillKagi(line, bars, plot, result.table);
   result.content = std::move(plot);
   return result;
 }
 
 Plot PointAndFigureChart(const PlotRequest& request, size_t /*which*/) {
   const shell::PointAndFigureChart& chart = request.display.point_and_figure;
-  Plot result;
-  PlanePlot plot;
-  plot.column_width = kFigureColumn;
-  if (!chart.check) {
-    result.notes.emplace_back(kSwitchedOff);
-    result.content = std::move(plot);
-    return result;
-  }
+  if (!chart.check) return SwitchedOff(kFigureColumn);
   const BarsView bars = BarsOfView(request);
   const int32_t span = bars.Count() - std::max(1, request.view.first) + 1;
   const auto figure = indicators::BuildPointAndFigure(bars, span, chart.rate, chart.reversal_boxes);
+  Plot result;
   result.captions = {{"P&F値幅率：", std::to_string(chart.rate) + "%", {}},
                      {"  総ﾎﾟｲﾝﾄ数：", std::to_string(figure ? figure->points : 0), {}}};
-  result.table.headings = {"番号",         "種類",       "最初の年月日",
-                           "最後の年月日", "最も低い枠", "最も高い枠"};
-  if (!figure || figure->columns.empty()) {
-    result.notes.emplace_back("枠を埋める値動きがまだありません。");
-  } else {
+  PlanePlot plot;
+  plot.column_width = kFigureColumn;
+  if (figure && !figure->columns.empty()) {
     plot.mark_height = figure->box.ToDouble();
     DrawFigure(*figure, request, plot);
-    base::Date before;
-    for (size_t i = 0; i < figure->columns.size(); ++i) {
-      const indicators::PointAndFigureColumn& column = figure->columns[i];
-      const base::Date from = bars.DateOf(column.from);
-      const base::Date to = bars.DateOf(column.to);
-      AddColumnTick(plot, i, from, before);
-      before = from;
-      const int64_t boxes = column.high - column.low + 1;
-      const double middle = static_cast<double>(column.low + column.high) / 2;
-      plot.points.push_back({{static_cast<double>(i), middle * plot.mark_height},
-                             {{"日付 ", from.ToText() + "～" + to.ToText(), {}},
-                              {column.rising ? "× " : "○ ", std::to_string(boxes), {}}}});
-      result.table.rows.push_back({std::to_string(i + 1), column.rising ? "×" : "○", from.ToText(),
-                                   to.ToText(), std::to_string(column.low),
-                                   std::to_string(column.high)});
-    }
+    FillFigure(*figure, bars, plot, result.table);
+  } else {
+    result.notes.emplace_back("枠を埋める値動きがまだありません。");
   }
   result.content = std::move(plot);
   return result;

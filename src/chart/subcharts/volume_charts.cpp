@@ -25,7 +25,8 @@ PlotLine VolumeLine(const PlotRequest& request, const shell::PeriodLine& line) {
 
 /// The credit balances in their colours, where there are any.
 void AddCredit(const PlotRequest& request, TimePlot& plot) {
-  const auto balances = request.source.CreditBalances();
+  auto balances = request.source.CreditBalances();
+  balances.resize(std::min(balances.size(), static_cast<size_t>(std::max(0, request.view.last))));
   if (balances.empty()) return;
   const auto add = [&](const char* label, base::Currency store::CreditBalance::*part,
                        base::Color color) {

@@ -56,8 +56,7 @@ void DrawVolumes(const ViewContext& context, const IntradayPlot& plot, const Pan
 
 }  // namespace
 
-void DrawIntradayPlot(const ViewContext& context, const IntradayPlot& plot,
-                      const PaneLayout& place) {
+void DrawContent(const ViewContext& context, const IntradayPlot& plot, const PaneLayout& place) {
   if (plot.seconds.empty()) return;
   DrawTimes(context, plot, place);
   context.items.emplace_back(Clip{place.plot});

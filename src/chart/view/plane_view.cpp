@@ -136,7 +136,7 @@ ValueRange ColumnRange(const PlanePlot& plot, const BarRange& columns) {
   return extent.Range(kColumnGap);
 }
 
-void DrawPlanePlot(const ViewContext& context, const PlanePlot& plot, const PaneLayout& place) {
+void DrawContent(const ViewContext& context, const PlanePlot& plot, const PaneLayout& place) {
   DrawAcrossAxis(context, plot, place);
   context.items.emplace_back(Clip{place.plot});
   if (plot.has_zero_lines) DrawZeroLines(context, place);

@@ -146,7 +146,7 @@ std::optional<ValueRange> RangeOf(const TimePlot& plot, const BarsView& bars,
   return ValueRange{rule.with_zero ? std::min(0.0, tight.low) : range.low, range.high};
 }
 
-void DrawTimePlot(const ViewContext& context, const TimePlot& plot, const PaneLayout& place) {
+void DrawContent(const ViewContext& context, const TimePlot& plot, const PaneLayout& place) {
   context.items.emplace_back(Clip{place.plot});
   DrawUnderlay(context, plot, place);
   DrawBands(context, plot, place);

@@ -40,11 +40,10 @@ size_t SeriesNumber(std::span<const PlotLine> lines, size_t line);
 void DrawLines(const ViewContext& context, std::span<const PlotLine> lines, const PaneLayout& place,
                double base);
 void DrawCloud(const ViewContext& context, const TimePlot& plot, const PaneLayout& place);
-/// All of a pane of bars, within its grid.
-void DrawTimePlot(const ViewContext& context, const TimePlot& plot, const PaneLayout& place);
-void DrawPlanePlot(const ViewContext& context, const PlanePlot& plot, const PaneLayout& place);
-void DrawIntradayPlot(const ViewContext& context, const IntradayPlot& plot,
-                      const PaneLayout& place);
+/// All that is within the grid of a pane.
+void DrawContent(const ViewContext& context, const TimePlot& plot, const PaneLayout& place);
+void DrawContent(const ViewContext& context, const PlanePlot& plot, const PaneLayout& place);
+void DrawContent(const ViewContext& context, const IntradayPlot& plot, const PaneLayout& place);
 /// Lines across the plot and texts right of it.
 void DrawValueAxis(const ViewContext& context, std::span<const Tick> ticks,
                    const PaneLayout& place);
