@@ -2,10 +2,10 @@
 #include <charconv>
 #include <cmath>
 #include <iostream>
-#include <map>
 #include <memory>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "app/orin_cli/open_store.h"
@@ -38,24 +38,27 @@ struct ChartCommandOptions {
   bool data = false;
 };
 
-const std::map<std::string, store::BarPeriod> kPeriods = {{"day", store::BarPeriod::kDay},
-                                                          {"week", store::BarPeriod::kWeek},
-                                                          {"month", store::BarPeriod::kMonth}};
-const std::map<std::string, chart::PriceStyle> kStyles = {{"candle", chart::PriceStyle::kCandles},
-                                                          {"bar", chart::PriceStyle::kBars},
-                                                          {"line", chart::PriceStyle::kCloseLine}};
-const std::map<std::string, chart::ScaleForm> kScales = {{"linear", chart::ScaleForm::kLinear},
-                                                         {"log", chart::ScaleForm::kLogarithmic},
-                                                         {"percent", chart::ScaleForm::kPercent}};
-const std::map<std::string, chart::VolumePlace> kVolumes = {
-    {"pane", chart::VolumePlace::kPane},
-    {"overlay", chart::VolumePlace::kOverlay},
-    {"none", chart::VolumePlace::kNone}};
-const std::map<std::string, chart::ChartTheme> kThemes = {{"light", chart::ChartTheme::kLight},
-                                                          {"dark", chart::ChartTheme::kDark}};
-const std::map<std::string, chart::InkMode> kInks = {{"color", chart::InkMode::kColor},
-                                                     {"grey", chart::InkMode::kGrey},
-                                                     {"pattern", chart::InkMode::kPattern}};
+/// What an option can be, in the order in which the help tells it.
+template <typename T>
+using Choices = std::vector<std::pair<std::string, T>>;
+
+const Choices<store::BarPeriod> kPeriods = {{"day", store::BarPeriod::kDay},
+                                            {"week", store::BarPeriod::kWeek},
+                                            {"month", store::BarPeriod::kMonth}};
+const Choices<chart::PriceStyle> kStyles = {{"candle", chart::PriceStyle::kCandles},
+                                            {"bar", chart::PriceStyle::kBars},
+                                            {"line", chart::PriceStyle::kCloseLine}};
+const Choices<chart::ScaleForm> kScales = {{"linear", chart::ScaleForm::kLinear},
+                                           {"log", chart::ScaleForm::kLogarithmic},
+                                           {"percent", chart::ScaleForm::kPercent}};
+const Choices<chart::VolumePlace> kVolumes = {{"pane", chart::VolumePlace::kPane},
+                                              {"overlay", chart::VolumePlace::kOverlay},
+                                              {"none", chart::VolumePlace::kNone}};
+const Choices<chart::ChartTheme> kThemes = {{"light", chart::ChartTheme::kLight},
+                                            {"dark", chart::ChartTheme::kDark}};
+const Choices<chart::InkMode> kInks = {{"color", chart::InkMode::kColor},
+                                       {"grey", chart::InkMode::kGrey},
+                                       {"pattern", chart::InkMode::kPattern}};
 
 /// "1000x700" times the scale.
 std::optional<chart::PictureSize> ParseSize(const std::string& text, double scale) {
@@ -167,13 +170,17 @@ int DrawChart(const Session& session, ChartCommandOptions options) {
 
 /// The option of a choice by name.
 template <typename T>
-void AddChoice(CLI::App* command, const std::string& name, T& value,
-               const std::map<std::string, T>& choices, const std::string& help) {
+void AddChoice(CLI::App* command, const std::string& name, T& value, const Choices<T>& choices,
+               const std::string& help) {
   std::string names;
   for (const auto& [key, unused] : choices) names += (names.empty() ? "" : "|") + key;
   command
       ->add_option_function<std::string>(
-          name, [&value, &choices](const std::string& typed) { value = choices.at(typed); }, help)
+          name,
+          [&value, &choices](const std::string& typed) {
+            value = std::ranges::find(choices, typed, &std::pair<std::string, T>::first)->second;
+          },
+          help)
       ->check(CLI::IsMember(choices).description(""))
       ->type_name(names);
 }
@@ -205,7 +212,7 @@ void AddChartCommand(CLI::App& app, Session& session) {
       ->check(CLI::Range(0.5, 4.0).description(""))
       ->type_name("S");
   AddChoice(command, "--theme", options->chart.theme, kThemes,
-            "白い地か黒い地（省略時は設定の色のまま）");
+            "白い地、黒い地（省略時は設定の色のまま）");
   AddChoice(command, "--ink", options->ink, kInks, "カラー、灰色、白黒の模様");
   command->add_option("-o", options->output, "描くファイル（.png、.svg、.pdf）")->type_name("FILE");
   command->add_flag("--data", options->data, "描いた値をＣＳＶで表示する");
