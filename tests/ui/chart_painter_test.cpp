@@ -200,7 +200,7 @@ TEST_F(ChartPictures, FilesAndPagesArePainted) {
   ASSERT_TRUE(svg);
   EXPECT_TRUE(svg->contains(QStringLiteral(">銘柄：</text>").toUtf8()));
   EXPECT_TRUE(EncodePicture(picture, 1, PictureFormat::kPdf)->startsWith("%PDF"));
-  EXPECT_FALSE(EncodePicture({2'000'000, 2'000'000, {}, {}}, 1, PictureFormat::kPng));
+  EXPECT_FALSE(EncodePicture({2'000'000'000, 1, {}, {}}, 1, PictureFormat::kPng));
 
   const support::ScratchDirectory directory;
   QPrinter printer(QPrinter::HighResolution);

@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <array>
 #include <span>
 #include <string>
@@ -54,7 +55,10 @@ Plot ExpressionPlot(const PlotRequest& request, const std::string& title, shell:
     }
     plot.lines.push_back(std::move(drawn));
   }
-  if (plot.lines.empty()) result.notes.emplace_back(kSwitchedOff);
+  if (plot.lines.empty()) {
+    const bool is_on = std::ranges::any_of(lines, &shell::ExpressionLine::check);
+    result.notes.emplace_back(is_on ? "表示する式がまだありません。" : kSwitchedOff);
+  }
   result.content = std::move(plot);
   return result;
 }
