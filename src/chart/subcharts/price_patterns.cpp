@@ -120,6 +120,8 @@ void FillKagi(const indicators::KagiLine& line, const BarsView& bars, PlanePlot&
   }
 }
 
+std::string DaysText(const std::string& from, const std::string& to) { return from + "～" + to; }
+
 void FillFigure(const indicators::PointAndFigure& figure, const BarsView& bars, PlanePlot& plot,
                 PlotTable& table) {
   // A box lies within the closes, so that its price is in the range of prices.
@@ -136,7 +138,7 @@ void FillFigure(const indicators::PointAndFigure& figure, const BarsView& bars, 
     before = bars.DateOf(column.from);
     const double middle = (price(column.low).ToDouble() + price(column.high).ToDouble()) / 2;
     plot.points.push_back({{static_cast<double>(i), middle},
-                           {{"日付 ", from + "～" + to, {}},
+                           {{"日付 ", DaysText(from, to), {}},
                             {mark + " ", std::to_string(column.high - column.low + 1), {}}}});
     table.rows.push_back({std::to_string(i + 1), mark, from, to, price(column.low).ToText(),
                           price(column.high).ToText()});
