@@ -154,6 +154,9 @@ base::Result<std::string> AnalysisDocument::BytesWith(const AnalysisFields& fiel
     LineRange place;
     if (places[i]) {
       place = *places[i];
+    } else if (row.key == kConditionKey) {
+      // It goes on as far as there is no other key: nothing may stand behind it.
+      place = {lines.size(), lines.size()};
     } else {
       // Behind the keys that come before it.
       for (size_t before = 0; before < i; ++before) {

@@ -69,6 +69,19 @@ TEST(AnalysisDocument, NewFileHasAllKeysAndLineEndsStay) {
   EXPECT_EQ(*unix_lines.BytesWith(fields), "タイトル：x\n分析項目：終値(0) > 1\n");
 }
 
+TEST(AnalysisDocument, NewConditionTakesNoLineThatWasThereBefore) {
+  for (const std::string_view file :
+       {"タイトル：x\n覚え書き\n", "覚え書き\n分析日付：\n続き", ""}) {
+    AnalysisFields fields = AnalysisDocument::Parse(file).Fields();
+    fields.second_stock = "^DJI";
+    fields.condition = "1 = 1 And\n2 = 2";
+    const auto bytes = AnalysisDocument::Parse(file).BytesWith(fields);
+    ASSERT_TRUE(bytes) << file;
+    EXPECT_EQ(AnalysisDocument::Parse(*bytes).Fields().condition, fields.condition) << file;
+    EXPECT_EQ(AnalysisDocument::Parse(*bytes).Fields().second_stock, "^DJI") << file;
+  }
+}
+
 TEST(AnalysisDocument, WhatTheFormatCannotHoldIsNamed) {
   const AnalysisDocument document = AnalysisDocument::Parse(*base::EncodeCp932(kText));
   AnalysisFields fields = document.Fields();
