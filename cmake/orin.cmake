@@ -5,6 +5,14 @@ set(CMAKE_CXX_FLAGS_RELEASE "-O2 -DNDEBUG")
 # Lines and functions are what a backtrace needs; more takes a fifth of the time of a build.
 set(CMAKE_CXX_FLAGS_RELWITHDEBINFO "-O2 -g1 -DNDEBUG")
 
+# A compiler cache where there is one. Paths inside the tree are made relative and the build
+# directory is left out of the key, so that a clone elsewhere finds what this one compiled.
+find_program(ORIN_CCACHE ccache)
+if(ORIN_CCACHE AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
+  set(CMAKE_CXX_COMPILER_LAUNCHER ${CMAKE_COMMAND} -E env CCACHE_BASEDIR=${PROJECT_SOURCE_DIR}
+    CCACHE_NOHASHDIR=1 CCACHE_MAXSIZE=5G ${ORIN_CCACHE})
+endif()
+
 add_library(orin_options INTERFACE)
 target_include_directories(orin_options INTERFACE ${PROJECT_SOURCE_DIR}/src)
 target_compile_options(orin_options INTERFACE
@@ -53,8 +61,6 @@ function(orin_tests folder)
   foreach(other ${ARG_DEPENDS})
     target_link_libraries(orin_${folder}_tests PRIVATE orin_${other})
   endforeach()
-  target_compile_definitions(orin_${folder}_tests PRIVATE
-    ORIN_TEST_DATA="${PROJECT_SOURCE_DIR}/tests/data")
   gtest_discover_tests(orin_${folder}_tests DISCOVERY_MODE PRE_TEST
     TEST_PREFIX "${folder}." PROPERTIES TIMEOUT 300)
 endfunction()

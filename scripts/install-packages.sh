@@ -9,7 +9,7 @@ packages=(build-essential cmake ninja-build libexpected-dev libcli11-dev libgtes
   qt6-base-dev qt6-svg-dev
   libqt6svg6 qt6-translations-l10n fonts-noto-cjk)
 if [ "${1:-}" = --checks ]; then
-  packages+=(clang-14 clang-format-14 clang-tidy-14 libclang-rt-14-dev
+  packages+=(ccache clang-14 clang-format-14 clang-tidy-14 libclang-rt-14-dev
     appstream desktop-file-utils librsvg2-bin libxml2-utils lintian man-db mandoc)
 fi
 

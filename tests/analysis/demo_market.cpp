@@ -6,6 +6,8 @@
 #include <sstream>
 #include <vector>
 
+#include "support/test_files.h"
+
 namespace orin::analysis {
 
 namespace {
@@ -42,8 +44,7 @@ BarsByDate ReadFile(const std::filesystem::path& path) {
 }  // namespace
 
 DemoMarket ReadDemoMarket() {
-  const std::filesystem::path directory =
-      std::filesystem::path(ORIN_TEST_DATA) / "../../demo/brand";
+  const std::filesystem::path directory = support::DemoFile("brand");
   const BarsByDate calendar = ReadFile(directory / "^DJI.csv");
   DemoMarket market;
   for (const auto& entry : std::filesystem::directory_iterator(directory)) {

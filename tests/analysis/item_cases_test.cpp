@@ -3,6 +3,7 @@
 
 #include "analysis/items/item_call.h"
 #include "indicators/bar_table.h"
+#include "support/test_files.h"
 
 namespace orin::analysis {
 namespace {
@@ -45,7 +46,7 @@ TEST(ItemCases, WithoutASecondStockItsItemsFail) {
 }
 
 TEST(ItemCases, TextThatIsNoItemCallIsExplainedAndFails) {
-  const auto text = base::ReadFile(std::string(ORIN_TEST_DATA) + "/items/faults.txt");
+  const auto text = base::ReadFile(support::TestData("items/faults.txt"));
   ASSERT_TRUE(text);
   const base::BarColumns daily = support::RandomBars(1, 20);
   StockContext context(daily, nullptr);

@@ -10,6 +10,7 @@
 #include "base/file_system.h"
 #include "base/text.h"
 #include "indicators/indicator.h"
+#include "support/test_files.h"
 
 namespace orin::analysis {
 namespace {
@@ -34,7 +35,7 @@ struct ListedItem {
 };
 
 std::vector<ListedItem> ReadListedItems() {
-  const auto text = base::ReadFile(std::string(ORIN_TEST_DATA) + "/items/names.txt");
+  const auto text = base::ReadFile(support::TestData("items/names.txt"));
   std::vector<ListedItem> items;
   for (const std::string_view line : base::SplitLines(text.value())) {
     if (line.empty() || line.front() == '#') continue;

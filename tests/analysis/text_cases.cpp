@@ -2,6 +2,8 @@
 
 #include <fstream>
 
+#include "support/test_files.h"
+
 namespace orin::analysis {
 
 namespace {
@@ -16,7 +18,7 @@ void ReplaceAll(std::string& text, std::string_view from, std::string_view to) {
 
 std::vector<TextCase> ReadTextCases(std::string_view file) {
   constexpr std::string_view kArrow = " ⇒ ";
-  const std::string path = ORIN_TEST_DATA "/analysis/" + std::string(file);
+  const std::string path = support::TestData("analysis/" + std::string(file));
   std::vector<TextCase> cases;
   std::ifstream stream(path);
   std::string line;

@@ -10,6 +10,7 @@
 #include "base/text.h"
 #include "store/file_names.h"
 #include "store/intraday_files.h"
+#include "support/test_files.h"
 
 namespace orin::chart {
 
@@ -25,7 +26,7 @@ struct DatedBars {
 
 /// A file of the demo market: year/month/day, prices, volume.
 DatedBars ReadDemo(const std::string& code, size_t days) {
-  const auto bytes = base::ReadFile(std::filesystem::path(ORIN_DEMO) / "brand" / (code + ".csv"));
+  const auto bytes = base::ReadFile(support::DemoFile("brand/" + code + ".csv"));
   std::vector<std::string_view> lines = base::SplitLines(*bytes);
   lines.erase(lines.begin());
   std::erase(lines, std::string_view());

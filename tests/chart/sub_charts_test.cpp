@@ -11,6 +11,7 @@
 #include "chart/readout.h"
 #include "chart_fixture.h"
 #include "support/credit_files.h"
+#include "support/test_files.h"
 
 namespace orin::chart {
 namespace {
@@ -106,8 +107,7 @@ std::string FirstDifference(const std::string& one, const std::string& other) {
 
 /// Compares with tests/data/chart; ORIN_WRITE_EXPECTED in the environment writes them anew.
 void ExpectAsStored(const std::string& name, const std::string& text) {
-  const std::filesystem::path file =
-      std::filesystem::path(ORIN_TEST_DATA) / "chart" / (name + ".txt");
+  const std::filesystem::path file = support::TestData("chart/" + name + ".txt");
   if (std::getenv("ORIN_WRITE_EXPECTED") != nullptr) std::ofstream(file) << text;
   std::ifstream in(file);
   std::stringstream stored;

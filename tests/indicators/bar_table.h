@@ -12,6 +12,7 @@
 #include "base/bars.h"
 #include "base/file_system.h"
 #include "base/text.h"
+#include "support/test_files.h"
 
 namespace orin::support {
 
@@ -78,7 +79,7 @@ inline CaseLine ParseCase(std::string_view line, std::string place, std::string 
 
 inline CaseFile ReadCaseFile(const std::string& name) {
   CaseFile file;
-  const auto text = base::ReadFile(std::string(ORIN_TEST_DATA) + "/" + name);
+  const auto text = base::ReadFile(TestData(name));
   EXPECT_TRUE(text) << name;
   if (!text) return file;
   std::string table;

@@ -13,6 +13,7 @@
 #include "base/file_system.h"
 #include "base/text.h"
 #include "support/scratch_directory.h"
+#include "support/test_files.h"
 
 namespace orin::shell {
 namespace {
@@ -35,7 +36,7 @@ Settings Defaults() { return LoadWhatIsReadable(kPlaces).settings; }
 std::map<std::string, std::string> FixedDefaults() {
   std::map<std::string, std::string> defaults;
   std::string section;
-  const auto text = base::ReadFile(ORIN_TEST_DATA "/settings/defaults.txt").value();
+  const auto text = base::ReadFile(support::TestData("settings/defaults.txt")).value();
   for (const std::string_view line : base::SplitLines(text)) {
     if (line.starts_with('[')) section = line;
     const auto parts = base::SplitByDelimiter(line, "\"").value();

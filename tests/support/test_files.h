@@ -14,6 +14,12 @@ inline std::string Bytes(const std::filesystem::path& path) {
   return {std::istreambuf_iterator<char>(file), {}};
 }
 
+/// A file of tests/data, "items/names.txt" say.
+std::filesystem::path TestData(std::string_view name);
+/// A file of demo/, of docs/manual/.
+std::filesystem::path DemoFile(std::string_view name);
+std::filesystem::path ManualFile(std::string_view name);
+
 /// Makes the file, and its directory, on the real disk.
 inline void PutFile(const std::filesystem::path& path, std::string_view bytes) {
   std::filesystem::create_directories(path.parent_path());

@@ -17,6 +17,7 @@
 #include "chart_fixture.h"
 #include "shell/ui/qt_text.h"
 #include "support/scratch_directory.h"
+#include "support/test_files.h"
 
 namespace orin::chart {
 namespace {
@@ -91,8 +92,8 @@ double Difference(const QImage& one, const QImage& other, const QRegion& ignored
 /// text must be there, whatever its letters look like.
 void ExpectAsStored(const char* name, const DrawList& picture) {
   const QImage image = Painted(picture);
-  const QString file =
-      QStringLiteral("%1/chart/%2.png").arg(QStringLiteral(ORIN_TEST_DATA), QLatin1String(name));
+  const std::string path = support::TestData(std::string("chart/") + name + ".png");
+  const QString file = QString::fromStdString(path);
   const bool is_written = std::getenv("ORIN_WRITE_EXPECTED") == nullptr || image.save(file);
   ASSERT_TRUE(is_written);
   EXPECT_LT(Difference(image, QImage(file), TextsOf(picture)), 0.0005) << name;

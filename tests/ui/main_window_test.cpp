@@ -8,6 +8,7 @@
 #include <set>
 
 #include "shell/ui/settings_form.h"
+#include "support/test_files.h"
 #include "ui/window_test.h"
 
 namespace orin::test {
@@ -163,7 +164,7 @@ TEST_F(MainWindow, HelpOpensAtThePageOfTheWindow) {
   // Every page that a window names is there.
   for (const char* page : {"index", "first_start", "main_window", "stock_menus", "price_listing",
                            "settings", "screening", "condition_editor", "items", "trouble"}) {
-    EXPECT_TRUE(fs::exists(fs::path(ORIN_MANUAL) / (std::string(page) + ".md"))) << page;
+    EXPECT_TRUE(fs::exists(support::ManualFile(std::string(page) + ".md"))) << page;
   }
 }
 

@@ -23,6 +23,7 @@
 #include "shell/ui/start_screen.h"
 #include "support/answered_messages.h"
 #include "support/scratch_directory.h"
+#include "support/test_files.h"
 
 namespace orin::test {
 
@@ -61,7 +62,7 @@ class WindowTest : public testing::Test {
   /// Fills the program directory with the demo market.
   void MakeDemo() {
     auto& files = base::NativeFileSystem();
-    const std::filesystem::path demo = ORIN_DEMO;
+    const std::filesystem::path demo = support::DemoFile("");
     ASSERT_TRUE(acquire::CopyDemoFiles(demo, home_.Path(), files));
     base::SilentProgress progress;
     const auto settings = shell::LoadSettings(places_);
