@@ -7,10 +7,11 @@ set(CMAKE_CXX_FLAGS_RELWITHDEBINFO "-O2 -g1 -DNDEBUG")
 
 # A compiler cache where there is one. Paths inside the tree are made relative and the build
 # directory is left out of the key, so that a clone elsewhere finds what this one compiled.
+# It is a rule of the build, so that the compilation database has the compiler alone.
 find_program(ORIN_CCACHE ccache)
 if(ORIN_CCACHE AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
-  set(CMAKE_CXX_COMPILER_LAUNCHER ${CMAKE_COMMAND} -E env CCACHE_BASEDIR=${PROJECT_SOURCE_DIR}
-    CCACHE_NOHASHDIR=1 CCACHE_MAXSIZE=5G ${ORIN_CCACHE})
+  set_property(GLOBAL PROPERTY RULE_LAUNCH_COMPILE
+    "${CMAKE_COMMAND} -E env CCACHE_BASEDIR=${PROJECT_SOURCE_DIR} CCACHE_NOHASHDIR=1 CCACHE_MAXSIZE=5G ${ORIN_CCACHE}")
 endif()
 
 add_library(orin_options INTERFACE)
