@@ -1,7 +1,9 @@
-#include <array>
+#include <algorithm>
 #include <span>
+#include <vector>
 
 #include "store/companion_formats.h"
+#include "store/companion_sums.h"
 #include "store/file_names.h"
 #include "store/master_format.h"
 #include "store/stock_store.h"
@@ -21,17 +23,24 @@ struct NewFile {
 
 /// The files of an empty store in the order of their making. orin.sys comes last: it is what
 /// makes the directory a store.
-base::Result<std::array<NewFile, 5>> EmptyStore() {
+base::Result<std::vector<NewFile>> EmptyStore() {
   const auto no_stocks = EncodeStockList(StockList());
   if (!no_stocks) return base::Forward(no_stocks);
   const auto no_splits = SplitList().Serialize();
   if (!no_splits) return base::Forward(no_splits);
   const MasterRecordBytes header = EncodeMasterHeader(MasterHeader());
-  return std::array<NewFile, 5>{{{{FileKind::kNameIndex, 0}, ""},
-                                 {{FileKind::kAdded, 0}, *no_stocks},
-                                 {{FileKind::kDeleted, 0}, *no_stocks},
-                                 {kSplits, *no_splits},
-                                 {{FileKind::kMaster, 0}, std::string(AsText(header))}}};
+  std::vector<NewFile> made = {{{FileKind::kNameIndex, 0}, ""},
+                               {{FileKind::kAdded, 0}, *no_stocks},
+                               {{FileKind::kDeleted, 0}, *no_stocks},
+                               {kSplits, *no_splits}};
+  CompanionSums sums;
+  for (const SummedCompanion& companion : kSummedCompanions) {
+    const auto file = std::ranges::find(made, StoreFile{companion.kind, 0}, &NewFile::file);
+    if (file != made.end()) sums.Set(companion.kind, SumOfCompanion(companion, file->bytes));
+  }
+  made.push_back({{FileKind::kSums, 0}, sums.Encode()});
+  made.push_back({{FileKind::kMaster, 0}, std::string(AsText(header))});
+  return made;
 }
 
 base::Status Refuse(const std::filesystem::path& path) {

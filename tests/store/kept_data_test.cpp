@@ -85,7 +85,8 @@ TEST_F(KeptData, CreationRefusesWhereThereIsAnythingOfAStore) {
   for (const StoreFile& file :
        {kMaster, kIndex, kAdded, kDeleted, kJournal, StoreFile{FileKind::kTrendLines, 0},
         StoreFile{FileKind::kCompanies, 0}, StoreFile{FileKind::kStatements, 0}, kDaily1,
-        StoreFile{FileKind::kCredit, 999}}) {
+        StoreFile{FileKind::kCredit, 999}, StoreFile{FileKind::kSums, 0},
+        StoreFile{FileKind::kDailySums, 7}}) {
     fs::remove_all(Root());
     Write(file, "x");
     const base::Status refused = StockStore::Create(Where(), base::NativeFileSystem());
@@ -140,6 +141,7 @@ TEST_F(KeptData, NewStocksDoNotGetTheSlotsOfStocksLostFromTheMaster) {
 }
 
 TEST_F(KeptData, CheckFinishesWhatAKilledWriterCommittedAndWaitsForALiveOne) {
+  builder_.WithoutSums();
   Build();
   const std::string zeros(kBarLength, '\0');
   LeaveJournal(kMaster, kMasterRecordLength + master_offset::kRank, std::string("\7\0", 2));
@@ -215,6 +217,7 @@ TEST_F(KeptData, MissingIndexIsToldAndMadeAnewForAWriter) {
 }
 
 TEST_F(KeptData, CompanionThatDisagreesIsToldAndKeptBesideBeforeItIsReplaced) {
+  builder_.WithoutSums();
   Build();
   std::string index = Read(kIndex);
   index.replace(index_offset::kCode, 1, "Z");
