@@ -47,7 +47,7 @@ void CheckSplits(const CheckedStore& store, Findings& findings);
 void CheckCompanyFiles(const CheckedStore& store, Findings& findings);
 /// The checksums against the files; nothing where the store has none. Fails only when stopped.
 base::Status CheckSums(const CheckedStore& store, base::Progress& progress, Findings& findings);
-/// The credit files that the header names: whether they are there, lengths, dates.
+/// The credit files that the header names: numbers, whether they are there, lengths, dates.
 void CheckCreditFiles(const CheckedStore& store, Findings& findings);
 
 }  // namespace orin::store
