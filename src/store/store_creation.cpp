@@ -15,6 +15,7 @@ namespace orin::store {
 namespace {
 
 constexpr StoreFile kSplits = {FileKind::kSplits, 0};
+constexpr StoreFile kSums = {FileKind::kSums, 0};
 
 struct NewFile {
   StoreFile file;
@@ -38,7 +39,7 @@ base::Result<std::vector<NewFile>> EmptyStore() {
     const auto file = std::ranges::find(made, StoreFile{companion.kind, 0}, &NewFile::file);
     if (file != made.end()) sums.Set(companion.kind, SumOfCompanion(companion, file->bytes));
   }
-  made.push_back({{FileKind::kSums, 0}, sums.Encode()});
+  made.push_back({kSums, sums.Encode()});
   made.push_back({{FileKind::kMaster, 0}, std::string(AsText(header))});
   return made;
 }
@@ -50,10 +51,12 @@ base::Status Refuse(const std::filesystem::path& path) {
 /// Files that the new store would take for its own.
 bool IsOfAnotherStore(std::string_view name) {
   const auto file = ParseFileName(name);
-  return file && (file->number > 0 || file->kind == FileKind::kTrendLines ||
-                  file->kind == FileKind::kCompanies || file->kind == FileKind::kStatements ||
-                  file->kind == FileKind::kNewestRanking || file->kind == FileKind::kRanking ||
-                  file->kind == FileKind::kJournal);
+  // Checksums are made from the other files and are worth nothing without them.
+  return file && file->kind != FileKind::kDailySums &&
+         (file->number > 0 || file->kind == FileKind::kTrendLines ||
+          file->kind == FileKind::kCompanies || file->kind == FileKind::kStatements ||
+          file->kind == FileKind::kNewestRanking || file->kind == FileKind::kRanking ||
+          file->kind == FileKind::kJournal);
 }
 
 base::Status CheckDirectory(const std::filesystem::path& directory) {
@@ -72,7 +75,7 @@ base::Status CheckNothingIsThere(const StoreLocation& location,
   for (const NewFile& made : new_files) {
     const std::filesystem::path path = PathOf(location, made.file);
     // The user's split list stays and becomes that of the new store.
-    if (made.file == kSplits || !Exists(path)) continue;
+    if (made.file == kSplits || made.file == kSums || !Exists(path)) continue;
     const auto bytes = base::ReadFile(path);
     // Companions as they are made here, without an orin.sys: the making was broken off.
     const bool is_remains = made.file.kind != FileKind::kMaster && bytes && *bytes == made.bytes;
