@@ -28,11 +28,11 @@ enum class Edit : uint8_t { kReplace, kOverwrite, kCut, kRemove };
 
 // Price files are in the data directory, all others in the system directory, which are the same.
 constexpr size_t kSealedJournal = 7;
-constexpr std::array<std::string_view, 16> kEditedFiles = {
-    "orin.sys",    "orin.ind",     "orin.add",         "orin.del",
-    "orin.lin",    "株式分割.txt", "orin.jnl",         "orin.jnl",
-    "orin001.dat", "orin002.dat",  "orin001.dat.tmp",  "orin002.dat.tmp",
-    "orin003.dat", "orin.sys.tmp", "株式分割.txt.tmp", "orin.jnl.tmp"};
+constexpr std::array<std::string_view, 20> kEditedFiles = {
+    "orin.sys",        "orin.ind",        "orin.add",     "orin.del",     "orin.lin",
+    "株式分割.txt",    "orin.jnl",        "orin.jnl",     "orin001.dat",  "orin002.dat",
+    "orin001.dat.tmp", "orin002.dat.tmp", "orin003.dat",  "orin.sys.tmp", "株式分割.txt.tmp",
+    "orin.jnl.tmp",    "orin.sum",        "orinc001.dat", "orinc002.dat", "orinc003.dat"};
 
 store::StockCode Code(std::string_view text) { return *store::StockCode::Parse(text); }
 
@@ -160,7 +160,7 @@ void DamagedStore::Write(std::string_view input) const {
   constexpr size_t kEditLength = 6;
   while (input.size() >= kEditLength) {
     const auto* head = reinterpret_cast<const unsigned char*>(input.data());
-    const size_t file = head[0] & 0x0F;
+    const size_t file = ((head[0] & 0x0Fu) | (head[0] >> 2 & 0x10u)) % kEditedFiles.size();
     const auto edit = static_cast<Edit>(head[0] >> 4 & 3);
     const size_t place = base::GetUint32(input.data()) >> 8;
     const size_t length = base::GetUint16(input.data() + 4);

@@ -13,7 +13,8 @@
 namespace orin::fuzz {
 
 /// A small store in memory whose files an input damages. The input is a list of edits:
-///   1 byte   low half: the file, as kEditedFiles numbers them; bits 4 and 5: what to do, 0 replace
+///   1 byte   low half and bit 6: the file, as kEditedFiles numbers them (the number wraps round);
+///            bits 4 and 5: what to do, 0 replace
 ///            the content, 1 overwrite at the place, 2 cut (or fill up with zeros) to the place as
 ///            length, 3 remove the file
 ///   3 bytes  place in the file, little-endian

@@ -5,7 +5,7 @@ set -euo pipefail
 
 # The last line is what the window program runs with: the reader of its icon, the Japanese of the
 # toolkit's own dialogs, letters.
-packages=(build-essential cmake ninja-build libexpected-dev libcli11-dev libgtest-dev libgmock-dev
+packages=(build-essential cmake ninja-build libexpected-dev libcli11-dev libxxhash-dev libgtest-dev libgmock-dev
   qt6-base-dev qt6-svg-dev
   libqt6svg6 qt6-translations-l10n fonts-noto-cjk)
 if [ "${1:-}" = --checks ]; then

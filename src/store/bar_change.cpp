@@ -4,6 +4,7 @@
 
 #include "store/file_names.h"
 #include "store/store_state.h"
+#include "store/sum_change.h"
 
 namespace orin::store {
 
@@ -67,6 +68,7 @@ base::Status StockStore::ChangeBars(std::span<const BarChange> changes) {
   const PriceFiles& prices = state_->prices;
   Transaction transaction(state_->location, *state_->files);
   EntryWriter writer(prices, transaction);
+  PriceSumChange sums(state_->location, prices);
   const std::vector<const BarChange*> ordered = InFileOrder(changes);
   for (size_t i = 0; i < ordered.size(); ++i) {
     const BarChange& change = *ordered[i];
@@ -79,8 +81,10 @@ base::Status StockStore::ChangeBars(std::span<const BarChange> changes) {
     // Importing a history again changes few bars; the others need not go through the journal.
     if (std::memcmp(prices.Entry(change.slot, day), entry.data(), entry.size()) == 0) continue;
     writer.Add(change.slot, day, entry.data());
+    sums.Take(change.slot, day, std::string_view(entry.data(), entry.size()));
   }
   writer.Finish();
+  sums.AddTo(transaction);
   return state_->Commit(transaction);
 }
 

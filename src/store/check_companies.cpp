@@ -68,6 +68,25 @@ void CheckCreditDates(const std::string& name, std::string_view dates, base::Dat
   findings.EndGroup();
 }
 
+/// Whether the header names credit files, by numbers that can be.
+bool CheckCreditNumbers(const CheckedStore& store, Findings& findings) {
+  const int32_t first = store.header->credit_first;
+  const int32_t current = store.header->credit_current;
+  const std::string name = store.NameForMessage({FileKind::kMaster, 0});
+  if (current < 0 || current > kLastFileNumber) {
+    findings.Add(name + "の信用カレント" + std::to_string(current) + "が0から" +
+                 std::to_string(kLastFileNumber) + "の範囲にありません。");
+  }
+  if (first > current) {
+    findings.Add(name + "の信用先頭" + std::to_string(first) + "が信用カレント" +
+                 std::to_string(current) + "より後です。");
+  } else if (first < 0 || (first == 0 && current > 0)) {
+    findings.Add(name + "の信用先頭" + std::to_string(first) + "が1から" + std::to_string(current) +
+                 "の範囲にありません。");
+  }
+  return current > 0;
+}
+
 }  // namespace
 
 void CheckCompanyFiles(const CheckedStore& store, Findings& findings) {
@@ -95,7 +114,7 @@ void CheckCompanyFiles(const CheckedStore& store, Findings& findings) {
 }
 
 void CheckCreditFiles(const CheckedStore& store, Findings& findings) {
-  if (!store.header || store.header->credit_current == 0) return;
+  if (!store.header || !CheckCreditNumbers(store, findings)) return;
   const int32_t last_file = std::min<int32_t>(store.header->credit_current, kLastFileNumber);
   base::Date last;
   for (int32_t number = std::max<int32_t>(store.header->credit_first, 1); number <= last_file;

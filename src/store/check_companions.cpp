@@ -1,3 +1,5 @@
+#include <algorithm>
+#include <unordered_map>
 #include <unordered_set>
 #include <utility>
 
@@ -62,6 +64,32 @@ void CheckTrendLines(const CheckedStore& store, Findings& findings) {
   CheckWholeRecords(store, file, static_cast<size_t>(length), kTrendRecordLength, findings);
 }
 
+/// What no writer of orin.add leaves: a stock twice, an entry without a code, more emptied entries
+/// than stocks that have been deleted.
+void CheckAddedEntries(const CheckedStore& store, std::string_view bytes, const std::string& name,
+                       Findings& findings) {
+  const base::RecordView records(bytes, kListRecordLength);
+  const auto deleted = ReadIfThere(store.location, {FileKind::kDeleted, 0});
+  const int32_t counter = deleted ? DecodeStockList(*deleted).DeletionCounter() : 0;
+  std::unordered_map<std::string_view, int32_t> seen;
+  int32_t emptied = 0;
+  const int32_t last = std::min(CountInHeader(bytes) + 1, records.Count());
+  for (int32_t number = 2; number <= last; ++number) {
+    const std::string_view code = records.Record(number)->substr(0, StockCode::kWidth);
+    const std::string where = name + "のレコード" + std::to_string(number);
+    if (code == kEmptiedCode) {
+      if (++emptied <= counter) continue;
+      findings.AddOfKind("emptied", where + "が空にされていますが、orin.delの削除カウンタ" +
+                                        std::to_string(counter) + "より多い数です。");
+    } else if (!StockCode::Parse(code)) {
+      findings.AddOfKind("blank", where + "に銘柄コードがありません。");
+    } else if (const auto [found, is_new] = seen.try_emplace(code, number); !is_new) {
+      findings.AddOfKind("twice", where + "の銘柄コードはレコード" + std::to_string(found->second) +
+                                      "と同じです。");
+    }
+  }
+}
+
 }  // namespace
 
 void CheckIndex(const CheckedStore& store, Findings& findings) {
@@ -108,6 +136,7 @@ void CheckList(const CheckedStore& store, FileKind kind, Findings& findings) {
     CheckReference(store, stock.code, stock.record, name + "のレコード" + std::to_string(number),
                    findings);
   }
+  if (kind == FileKind::kAdded) CheckAddedEntries(store, *bytes, name, findings);
   findings.EndGroup();
 }
 

@@ -45,7 +45,9 @@ void CheckCompanions(const CheckedStore& store, Findings& findings);
 void CheckSplits(const CheckedStore& store, Findings& findings);
 /// orin.fin and orin.acc against orin.sys.
 void CheckCompanyFiles(const CheckedStore& store, Findings& findings);
-/// The credit files that the header names: whether they are there, lengths, dates.
+/// The checksums against the files; nothing where the store has none. Fails only when stopped.
+base::Status CheckSums(const CheckedStore& store, base::Progress& progress, Findings& findings);
+/// The credit files that the header names: numbers, whether they are there, lengths, dates.
 void CheckCreditFiles(const CheckedStore& store, Findings& findings);
 
 }  // namespace orin::store

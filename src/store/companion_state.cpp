@@ -2,6 +2,7 @@
 #include <iterator>
 
 #include "store/check_parts.h"
+#include "store/companion_sums.h"
 #include "store/file_names.h"
 #include "store/name_index.h"
 #include "store/store_state.h"
@@ -44,7 +45,12 @@ void StockStore::State::ExamineCompanions() {
 void StockStore::State::RebuildIndex() {
   const std::filesystem::path path = PathOf(location, kIndex);
   const auto index = BuildNameIndex(master, {}, {});
-  const base::Status made = index ? base::ReplaceFile(*files, path, *index) : base::Forward(index);
+  base::Status made = index ? base::Status() : base::Forward(index);
+  Transaction transaction(location, *files);
+  CompanionSumChange sums(location);
+  if (made) made = sums.Replace(kIndex.kind, *index, transaction);
+  if (made) made = sums.AddTo(transaction);
+  if (made) made = Commit(transaction);
   // The store can do without; adding stocks makes the file too.
   problems.push_back(made ? "「" + base::PathText(path) + "」をorin.sysから作り直しました。"
                           : made.error().message);

@@ -3,6 +3,7 @@
 
 #include "store/file_names.h"
 #include "store/store_state.h"
+#include "store/sum_change.h"
 
 namespace orin::store {
 
@@ -76,12 +77,14 @@ base::Status StockStore::State::AppendToCurrentFile(std::span<const base::Date> 
   const auto file = files->OpenForUpdate(PathOf(location, DailyFile(place.file)));
   if (!file) return base::Forward(file);
   const std::string no_data = NoDataEntries(dates.size());
+  SumAppend sums(location, place.file, place.position);
   std::string entries;
   for (int32_t record = 1; record <= prices.Records(); ++record) {
     if (record == date_record) continue;
     entries = no_data;
     const base::Bar* bar = bars.empty() ? nullptr : bars[static_cast<size_t>(record)];
     if (bar != nullptr) EncodeBar(*bar, entries.data());
+    sums.Take({place.file, record}, entries);
     // Behind the last committed day there may be remains of a day that never was; most entries
     // are without data as they should be.
     const char* stored = prices.Entry(base::SlotRecord(record), day);
@@ -90,8 +93,11 @@ base::Status StockStore::State::AppendToCurrentFile(std::span<const base::Date> 
     if (const auto written = (*file)->WriteAt(offset, entries); !written) return written;
   }
   const int64_t offset = RecordOffset(date_record) + place.position * int64_t{kDateEntryLength};
-  const base::Status written = (*file)->WriteAt(offset, EncodeDates(dates));
-  return written ? (*file)->Sync() : written;
+  entries = EncodeDates(dates);
+  sums.Take({place.file, date_record, kDateEntryLength}, entries);
+  base::Status status = (*file)->WriteAt(offset, entries);
+  if (status) status = (*file)->Sync();
+  return status ? sums.Write(static_cast<int32_t>(dates.size()), *files) : status;
 }
 
 base::Status StockStore::State::AppendNewFile(int16_t number, std::span<const base::Date> dates,
@@ -99,6 +105,7 @@ base::Status StockStore::State::AppendNewFile(int16_t number, std::span<const ba
   // The file has its name only once it is whole; one that a killed writer has left is replaced.
   const std::filesystem::path staged = StagedPathOf(location, DailyFile(number));
   const std::string no_data = NoDataEntries(kDaysPerFile);
+  NewSums sums(number, RecordsPerFile(), static_cast<int32_t>(dates.size()));
   const auto write = [&]() -> base::Status {
     const auto file = files->Create(staged);
     if (!file) return base::Forward(file);
@@ -109,15 +116,28 @@ base::Status StockStore::State::AppendNewFile(int16_t number, std::span<const ba
       entries.resize(kDailyRecordLength);
       const base::Bar* bar = bars.empty() ? nullptr : bars[static_cast<size_t>(record)];
       if (bar != nullptr) EncodeBar(*bar, entries.data());
+      sums.Take(Summed(number, record), entries);
       if (const base::Status added = writer.Add(entries); !added) return added;
     }
     return writer.Finish();
   };
   base::Status status = write();
   if (status) status = files->Rename(staged, PathOf(location, DailyFile(number)));
-  if (status) return files->SyncDirectory(location.data_directory);
-  static_cast<void>(files->Remove(staged));
-  return status;
+  if (!status) {
+    static_cast<void>(files->Remove(staged));
+    return status;
+  }
+  return PlaceNewSums(number, sums.Finish());
+}
+
+base::Status StockStore::State::PlaceNewSums(int16_t number, std::string_view bytes) {
+  const std::filesystem::path path = PathOf(location, SumsOf(number));
+  // A store without sums stays without; a killed writer may have left some.
+  if (KeepsSums(location)) return base::ReplaceFile(*files, path, bytes);
+  if (Exists(path)) {
+    if (const base::Status removed = files->Remove(path); !removed) return removed;
+  }
+  return files->SyncDirectory(location.data_directory);
 }
 
 }  // namespace orin::store

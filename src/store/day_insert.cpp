@@ -1,9 +1,12 @@
 #include <algorithm>
 #include <iterator>
+#include <set>
 
 #include "store/file_names.h"
 #include "store/master_format.h"
 #include "store/store_state.h"
+#include "store/stored_file.h"
+#include "store/sum_change.h"
 
 namespace orin::store {
 
@@ -37,25 +40,70 @@ std::vector<Run> RunsOfFile(std::span<const base::Date> days,
   return runs;
 }
 
-base::Status WriteNewFile(const PriceFiles& prices, std::span<const base::Date> days,
-                          int32_t date_record, base::WritableFile& file) {
-  const std::vector<Run> runs = RunsOfFile(days, prices.Days());
-  const std::string no_data = NoDataEntries(kDaysPerFile);
-  StagedWriter writer(file);
-  std::string entries;
-  for (int32_t record = 1; record <= prices.Records(); ++record) {
-    entries = record == date_record ? EncodeDates(days) : no_data;
+std::set<int16_t> SourcesOf(const PriceFiles& prices, std::span<const Run> runs) {
+  std::set<int16_t> sources;
+  for (const Run& run : runs) sources.insert(prices.PlaceOf(run.from).file);
+  return sources;
+}
+
+/// A daily file that takes the place of an old one, with its sums.
+class NewFile {
+ public:
+  NewFile(const StoreLocation& location, const PriceFiles& prices, int32_t date_record,
+          int16_t number, std::span<const base::Date> days)
+      : prices_(prices),
+        date_record_(date_record),
+        number_(number),
+        days_(days),
+        runs_(RunsOfFile(days, prices.Days())),
+        damage_(location, prices, SourcesOf(prices, runs_)),
+        sums_(number, prices.Records(), static_cast<int32_t>(days.size())) {}
+
+  base::Status Write(base::WritableFile& file) {
+    StagedWriter writer(file);
+    for (int32_t record = 1; record <= prices_.Records(); ++record) {
+      const std::string entries = EntriesOf(record);
+      if (damage_.IsKnown()) TakeSum(record, entries);
+      if (const base::Status added = writer.Add(entries); !added) return added;
+    }
+    return writer.Finish();
+  }
+
+  /// Files of sums that say nothing any more are removed, as a missing one is told by the check.
+  base::Status ReplaceSums(const StoreLocation& location, Transaction& transaction) {
+    const StoreFile file = SumsOf(number_);
+    if (damage_.IsKnown()) return transaction.Replace(file, sums_.Finish(damage_.OfFiles()));
+    if (Exists(location, file)) transaction.Remove(file);
+    return {};
+  }
+
+ private:
+  [[nodiscard]] std::string EntriesOf(int32_t record) const {
+    std::string entries = record == date_record_ ? EncodeDates(days_) : no_data_;
     entries.resize(kDailyRecordLength);
-    for (const Run& run : runs) {
-      if (record == date_record) break;
-      const char* from = prices.Entry(base::SlotRecord(record), run.from);
+    for (const Run& run : runs_) {
+      if (record == date_record_) break;
+      const char* from = prices_.Entry(base::SlotRecord(record), run.from);
       std::copy_n(from, static_cast<size_t>(run.count) * kBarLength,
                   entries.data() + static_cast<size_t>(run.position) * kBarLength);
     }
-    if (const base::Status added = writer.Add(entries); !added) return added;
+    return entries;
   }
-  return writer.Finish();
-}
+
+  void TakeSum(int32_t record, std::string_view entries) {
+    const size_t length = record == date_record_ ? kDateEntryLength : kBarLength;
+    sums_.Take({number_, record, length}, entries, damage_.OfRecord(record, length));
+  }
+
+  const PriceFiles& prices_;
+  int32_t date_record_;
+  int16_t number_;
+  std::span<const base::Date> days_;
+  std::vector<Run> runs_;
+  SumDamage damage_;
+  NewSums sums_;
+  std::string no_data_ = NoDataEntries(kDaysPerFile);
+};
 
 }  // namespace
 
@@ -89,12 +137,14 @@ base::Status StockStore::State::RewriteDays(const std::vector<base::Date>& days)
   // Files before the first new day keep their days and stay.
   int32_t day = static_cast<int32_t>(changed) / kDaysPerFile * kDaysPerFile;
   for (; day < count; day += kDaysPerFile) {
-    const auto file = transaction.Stage(DailyFile(prices.PlaceOf(day).file));
+    const int16_t number = prices.PlaceOf(day).file;
+    const auto file = transaction.Stage(DailyFile(number));
     if (!file) return base::Forward(file);
     const auto days_of_file = std::span(days).subspan(
         static_cast<size_t>(day), static_cast<size_t>(std::min(kDaysPerFile, count - day)));
-    const base::Status written =
-        WriteNewFile(prices, days_of_file, master.Header().date_record, **file);
+    NewFile made(location, prices, master.Header().date_record, number, days_of_file);
+    base::Status written = made.Write(**file);
+    if (written) written = made.ReplaceSums(location, transaction);
     if (!written) return written;
   }
   const MasterRecordBytes header = EncodeMasterHeader(HeaderFor(count, days.back()));

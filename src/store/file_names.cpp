@@ -13,7 +13,7 @@ struct FixedName {
   std::string_view name;
 };
 
-constexpr std::array<FixedName, 10> kFixedNames = {{
+constexpr std::array<FixedName, 11> kFixedNames = {{
     {FileKind::kMaster, "orin.sys"},
     {FileKind::kNameIndex, "orin.ind"},
     {FileKind::kAdded, "orin.add"},
@@ -23,6 +23,7 @@ constexpr std::array<FixedName, 10> kFixedNames = {{
     {FileKind::kStatements, "orin.acc"},
     {FileKind::kSplits, "株式分割.txt"},
     {FileKind::kJournal, "orin.jnl"},
+    {FileKind::kSums, "orin.sum"},
     {FileKind::kNewestRanking, "orin.rnk"},
 }};
 
@@ -34,8 +35,9 @@ struct Family {
   bool is_of_prices;
 };
 
-constexpr std::array<Family, 4> kFamilies = {{
+constexpr std::array<Family, 5> kFamilies = {{
     {FileKind::kDaily, "orin", ".dat", 1, true},
+    {FileKind::kDailySums, "orinc", ".dat", 1, true},
     {FileKind::kCredit, "orins", ".dat", 1, true},
     {FileKind::kIntraday, "orint", ".dat", 1, true},
     {FileKind::kRanking, "orinm", ".rnk", 0, false},

@@ -21,7 +21,9 @@ enum class FileKind {
   kStatements,     // orin.acc
   kSplits,         // 株式分割.txt
   kJournal,        // orin.jnl
+  kSums,           // orin.sum
   kDaily,          // orin001.dat and on
+  kDailySums,      // orinc001.dat and on
   kCredit,         // orins001.dat and on
   kIntraday,       // orint001.dat and on
   kNewestRanking,  // orin.rnk

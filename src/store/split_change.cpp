@@ -3,6 +3,7 @@
 
 #include "store/file_names.h"
 #include "store/store_state.h"
+#include "store/sum_change.h"
 
 namespace orin::store {
 
@@ -29,7 +30,8 @@ std::string EventText(const SplitEvent& event) {
 
 /// Writes the stock's entries of the days 0..last, file by file.
 base::Status WriteAdjusted(const PriceFiles& prices, base::SlotRecord slot, int32_t last,
-                           const SplitEvent& event, Transaction& transaction) {
+                           const SplitEvent& event, PriceSumChange& sums,
+                           Transaction& transaction) {
   base::BarColumns bars;
   for (int32_t day = 0; day <= last; day += kDaysPerFile) {
     const int32_t last_of_file = std::min(day + kDaysPerFile - 1, last);
@@ -44,6 +46,7 @@ base::Status WriteAdjusted(const PriceFiles& prices, base::SlotRecord slot, int3
     std::string entries(bars.Size() * kBarLength, '\0');
     for (size_t i = 0; i < bars.Size(); ++i) EncodeBar(bars.At(i), entries.data() + i * kBarLength);
     transaction.Write(DailyFile(prices.PlaceOf(day).file), RecordOffset(slot.Value()), entries);
+    sums.Take(slot, day, entries);
   }
   return {};
 }
@@ -95,8 +98,10 @@ base::Status StockStore::CorrectForSplit(const SplitEvent& event) {
     // All stored days, also those before the calendar that was chosen when opening.
     const auto end = std::ranges::upper_bound(prices.Days(), event.last_day_with_rights);
     const auto last = static_cast<int32_t>(end - prices.Days().begin()) - 1;
-    const auto written = WriteAdjusted(prices, slot, last, event, transaction);
+    PriceSumChange sums(state_->location, prices);
+    const auto written = WriteAdjusted(prices, slot, last, event, sums, transaction);
     if (!written) return written;
+    sums.AddTo(transaction);
   }
   const auto bytes = remaining->Serialize();
   if (!bytes) return base::Forward(bytes);

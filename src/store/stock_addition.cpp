@@ -4,11 +4,13 @@
 
 #include "base/cp932.h"
 #include "store/companion_formats.h"
+#include "store/companion_sums.h"
 #include "store/file_names.h"
 #include "store/master_format.h"
 #include "store/name_index.h"
 #include "store/slot_account.h"
 #include "store/store_state.h"
+#include "store/sum_change.h"
 
 namespace orin::store {
 
@@ -84,7 +86,8 @@ base::Result<std::vector<StockRecord>> MakeRecords(std::span<const NewStock> sto
 
 /// Gives every price file the new slots without data, whatever an earlier stock may have left.
 void GrowPriceFiles(const PriceFiles& prices, int32_t date_record,
-                    std::span<const base::SlotRecord> slots, Transaction& transaction) {
+                    std::span<const base::SlotRecord> slots, PriceSumChange& sums,
+                    Transaction& transaction) {
   const std::string no_data = NoDataEntries(1);
   for (int32_t index = 0; index < prices.FileCount(); ++index) {
     const DayPlace place = prices.PlaceOf(index * kDaysPerFile);
@@ -97,6 +100,7 @@ void GrowPriceFiles(const PriceFiles& prices, int32_t date_record,
       if (end > first) {
         transaction.Fill(DailyFile(place.file), RecordOffset(first), no_data,
                          int64_t{end - first} * kDaysPerFile);
+        sums.TakeEmptied(place.file, first, end);
       }
       first = end == date_record ? end + 1 : end;
     }
@@ -104,7 +108,8 @@ void GrowPriceFiles(const PriceFiles& prices, int32_t date_record,
 }
 
 base::Status ReplaceAdded(const StoreLocation& location, std::span<const StockRecord> added,
-                          base::MasterRecord first, Transaction& transaction) {
+                          base::MasterRecord first, CompanionSumChange& sums,
+                          Transaction& transaction) {
   const StoreFile file = {FileKind::kAdded, 0};
   const auto bytes = ReadIfThere(location, file);
   if (!bytes) return base::Forward(bytes);
@@ -114,16 +119,17 @@ base::Status ReplaceAdded(const StoreLocation& location, std::span<const StockRe
     first = base::MasterRecord(first.Value() + 1);
   }
   const auto encoded = EncodeStockList(list);
-  return encoded ? transaction.Replace(file, *encoded) : base::Forward(encoded);
+  return encoded ? sums.Replace(file.kind, *encoded, transaction) : base::Forward(encoded);
 }
 
 base::Status ReplaceIndex(const StoreLocation& location, const StockMaster& master,
-                          std::span<const CompanyName> companies, Transaction& transaction) {
+                          std::span<const CompanyName> companies, CompanionSumChange& sums,
+                          Transaction& transaction) {
   const StoreFile file = {FileKind::kNameIndex, 0};
   const auto bytes = ReadIfThere(location, file);
   if (!bytes) return base::Forward(bytes);
   const auto index = BuildNameIndex(master, DecodeNameIndex(*bytes), companies);
-  return index ? transaction.Replace(file, *index) : base::Forward(index);
+  return index ? sums.Replace(file.kind, *index, transaction) : base::Forward(index);
 }
 
 }  // namespace
@@ -154,11 +160,14 @@ base::Status StockStore::AddStocks(std::span<const NewStock> stocks) {
   Transaction transaction(state_->location, *state_->files);
   transaction.Write(kMaster, int64_t{first.Value() - 1} * int64_t{kMasterRecordLength},
                     record_bytes);
-  GrowPriceFiles(state_->prices, master.Header().date_record, *slots, transaction);
-  const base::Status listed = ReplaceAdded(state_->location, *added, first, transaction);
+  PriceSumChange sums(state_->location, state_->prices);
+  GrowPriceFiles(state_->prices, master.Header().date_record, *slots, sums, transaction);
+  sums.AddTo(transaction);
+  CompanionSumChange lists(state_->location);
+  base::Status listed = ReplaceAdded(state_->location, *added, first, lists, transaction);
+  if (listed) listed = ReplaceIndex(state_->location, grown, companies, lists, transaction);
+  if (listed) listed = lists.AddTo(transaction);
   if (!listed) return listed;
-  const base::Status indexed = ReplaceIndex(state_->location, grown, companies, transaction);
-  if (!indexed) return indexed;
   if (const auto committed = state_->Commit(transaction); !committed) return committed;
   return state_->Reload();
 }

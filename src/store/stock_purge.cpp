@@ -5,6 +5,7 @@
 
 #include "base/record_file.h"
 #include "store/companion_formats.h"
+#include "store/companion_sums.h"
 #include "store/company_format.h"
 #include "store/file_names.h"
 #include "store/master_format.h"
@@ -42,9 +43,10 @@ void Renumber(StockList& list, const Codes& purged, const StockMaster& master) {
   }
 }
 
-base::Status ReplaceList(const StoreFile& file, const StockList& list, Transaction& transaction) {
+base::Status ReplaceList(const StoreFile& file, const StockList& list, CompanionSumChange& sums,
+                         Transaction& transaction) {
   const auto bytes = EncodeStockList(list);
-  return bytes ? transaction.Replace(file, *bytes) : base::Forward(bytes);
+  return bytes ? sums.Replace(file.kind, *bytes, transaction) : base::Forward(bytes);
 }
 
 /// The next stock that gets the slot shall not inherit its lines.
@@ -85,14 +87,17 @@ base::Result<SystemFiles> ReadSystemFiles(const StoreLocation& location) {
   return files;
 }
 
-/// Nor its company data, should it have the same code.
-void ClearCompanies(const StockRecord& stock, const SystemFiles& files, Transaction& transaction) {
+/// Nor its company data, should it have the same code. `files` gets what the transaction writes.
+void ClearCompanies(const StockRecord& stock, SystemFiles& files, Transaction& transaction) {
   for (size_t i = 0; i < kCompanyFiles.size(); ++i) {
     const CompanyFile& file = kCompanyFiles[i];
     const base::RecordView records(files.companies[i], file.record_length);
     const auto record = records.Record(stock.slot.Value());
     if (!record || !record->starts_with(stock.code.Padded())) continue;
-    transaction.Write({file.kind, 0}, records.Offset(stock.slot.Value()), EmptyCompanyRecord(file));
+    const int64_t offset = records.Offset(stock.slot.Value());
+    const std::string empty = EmptyCompanyRecord(file);
+    transaction.Write({file.kind, 0}, offset, empty);
+    files.companies[i].replace(static_cast<size_t>(offset), empty.size(), empty);
   }
 }
 
@@ -102,7 +107,7 @@ struct KeptStocks {
   std::string bytes;
 };
 
-KeptStocks KeepOthers(const StockMaster& master, const Codes& purged, const SystemFiles& files,
+KeptStocks KeepOthers(const StockMaster& master, const Codes& purged, SystemFiles& files,
                       Transaction& transaction) {
   const base::RecordView records(files.master, kMasterRecordLength);
   KeptStocks kept;
@@ -122,6 +127,21 @@ KeptStocks KeepOthers(const StockMaster& master, const Codes& purged, const Syst
   return kept;
 }
 
+/// The other files and orin.sum. What was written to the company files is in `files`.
+base::Status ReplaceCompanions(const StoreLocation& location, const SystemFiles& files,
+                               const StockList& added, const StockList& deleted,
+                               std::string_view index, Transaction& transaction) {
+  CompanionSumChange sums(location);
+  for (size_t i = 0; i < kCompanyFiles.size(); ++i) {
+    const FileKind kind = kCompanyFiles[i].kind;
+    if (Exists(location, {kind, 0})) sums.Take(kind, files.companies[i]);
+  }
+  base::Status status = ReplaceList(kAdded, added, sums, transaction);
+  if (status) status = ReplaceList(kDeleted, deleted, sums, transaction);
+  if (status) status = sums.Replace(kIndex.kind, index, transaction);
+  return status ? sums.AddTo(transaction) : status;
+}
+
 int16_t AddedTo(int16_t counter, int32_t count) {
   const int32_t most = std::numeric_limits<int16_t>::max();
   return static_cast<int16_t>(std::min(counter + count, most));
@@ -134,7 +154,7 @@ base::Result<int32_t> StockStore::PurgeDeletedStocks() {
   if (state_->prices.FileCount() < kFewestFiles) {
     return base::Fail("データファイルは１０ファイル以上必要です。");
   }
-  const auto files = ReadSystemFiles(state_->location);
+  auto files = ReadSystemFiles(state_->location);
   if (!files) return base::Forward(files);
   StockList deleted = DecodeStockList(files->deleted);
   const Codes purged = MarkedForDeletion(deleted);
@@ -152,9 +172,9 @@ base::Result<int32_t> StockStore::PurgeDeletedStocks() {
   const auto index = BuildNameIndex(master, DecodeNameIndex(files->index), {});
   if (!index) return base::Forward(index);
   base::Status status = transaction.Replace(kMaster, kept.bytes);
-  if (status) status = ReplaceList(kAdded, added, transaction);
-  if (status) status = ReplaceList(kDeleted, deleted, transaction);
-  if (status) status = transaction.Replace(kIndex, *index);
+  if (status) {
+    status = ReplaceCompanions(state_->location, *files, added, deleted, *index, transaction);
+  }
   if (status) status = state_->Commit(transaction);
   if (status) status = state_->Reload();
   if (!status) return base::Forward(status);

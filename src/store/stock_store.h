@@ -11,6 +11,7 @@
 #include "base/bars.h"
 #include "base/file_system.h"
 #include "base/ordinal.h"
+#include "base/progress.h"
 #include "base/result.h"
 #include "store/calendar.h"
 #include "store/company_table.h"
@@ -119,6 +120,9 @@ class StockStore {
   base::Status CorrectForSplit(const SplitEvent& event);
   /// Replaces orin.fin and orin.acc, both or neither.
   base::Status SaveCompanies(const CompanyTable& companies);
+  /// Makes the checksums of all files anew from what they hold, all or none, also where there
+  /// were none before. Fails when stopped.
+  base::Status MakeSums(base::Progress& progress);
   /// Takes the stocks that orin.del marks "Delete" out of orin.sys, orin.ind, orin.add and
   /// orin.del and gives their number. Later stocks move up by a record; every slot stays where
   /// it is, and that of a stock taken out is unused until a new stock gets it, emptied; its trend

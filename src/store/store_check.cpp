@@ -53,7 +53,7 @@ base::Status RecoverForCheck(const StoreLocation& location, base::FileSystem& fi
 }
 
 base::Result<std::vector<std::string>> CheckFiles(const StoreLocation& location,
-                                                  base::Progress& progress) {
+                                                  base::Progress& progress, CheckScope scope) {
   CheckedStore store{location, {}, {}};
   Findings findings;
   const std::filesystem::path damaged_journal = SetAsidePathOf(location, kJournal);
@@ -68,6 +68,10 @@ base::Result<std::vector<std::string>> CheckFiles(const StoreLocation& location,
   CheckSplits(store, findings);
   CheckCompanyFiles(store, findings);
   CheckCreditFiles(store, findings);
+  if (scope == CheckScope::kAll) {
+    const base::Status sums = CheckSums(store, progress, findings);
+    if (!sums) return base::Forward(sums);
+  }
   return findings.Take();
 }
 
@@ -79,24 +83,24 @@ base::Result<std::vector<std::string>> CheckStore(const StoreLocation& location,
 }
 
 base::Result<std::vector<std::string>> CheckStore(const StoreLocation& location,
-                                                  base::Progress& progress,
-                                                  base::FileSystem& files) {
+                                                  base::Progress& progress, base::FileSystem& files,
+                                                  CheckScope scope) {
   std::error_code failure;
   if (!std::filesystem::is_directory(location.system_directory, failure)) {
-    return CheckFiles(location, progress);
+    return CheckFiles(location, progress, scope);
   }
   std::vector<std::string> sentences;
   if (const auto recovered = RecoverForCheck(location, files, sentences); !recovered) {
     return base::Forward(recovered);
   }
-  auto found = CheckFiles(location, progress);
+  auto found = CheckFiles(location, progress, scope);
   if (!found) return found;
   if (!found->empty()) {
     // What a writer changes meanwhile looks like damage; only what is found again while there is
     // none is told.
     const auto lock = StoreLock::Acquire(location.system_directory);
     if (!lock) return base::Forward(lock);
-    found = CheckFiles(location, progress);
+    found = CheckFiles(location, progress, scope);
     if (!found) return found;
   }
   sentences.insert(sentences.end(), found->begin(), found->end());

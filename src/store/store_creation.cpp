@@ -1,7 +1,9 @@
-#include <array>
+#include <algorithm>
 #include <span>
+#include <vector>
 
 #include "store/companion_formats.h"
+#include "store/companion_sums.h"
 #include "store/file_names.h"
 #include "store/master_format.h"
 #include "store/stock_store.h"
@@ -13,6 +15,7 @@ namespace orin::store {
 namespace {
 
 constexpr StoreFile kSplits = {FileKind::kSplits, 0};
+constexpr StoreFile kSums = {FileKind::kSums, 0};
 
 struct NewFile {
   StoreFile file;
@@ -21,17 +24,24 @@ struct NewFile {
 
 /// The files of an empty store in the order of their making. orin.sys comes last: it is what
 /// makes the directory a store.
-base::Result<std::array<NewFile, 5>> EmptyStore() {
+base::Result<std::vector<NewFile>> EmptyStore() {
   const auto no_stocks = EncodeStockList(StockList());
   if (!no_stocks) return base::Forward(no_stocks);
   const auto no_splits = SplitList().Serialize();
   if (!no_splits) return base::Forward(no_splits);
   const MasterRecordBytes header = EncodeMasterHeader(MasterHeader());
-  return std::array<NewFile, 5>{{{{FileKind::kNameIndex, 0}, ""},
-                                 {{FileKind::kAdded, 0}, *no_stocks},
-                                 {{FileKind::kDeleted, 0}, *no_stocks},
-                                 {kSplits, *no_splits},
-                                 {{FileKind::kMaster, 0}, std::string(AsText(header))}}};
+  std::vector<NewFile> made = {{{FileKind::kNameIndex, 0}, ""},
+                               {{FileKind::kAdded, 0}, *no_stocks},
+                               {{FileKind::kDeleted, 0}, *no_stocks},
+                               {kSplits, *no_splits}};
+  CompanionSums sums;
+  for (const SummedCompanion& companion : kSummedCompanions) {
+    const auto file = std::ranges::find(made, StoreFile{companion.kind, 0}, &NewFile::file);
+    if (file != made.end()) sums.Set(companion.kind, SumOfCompanion(companion, file->bytes));
+  }
+  made.push_back({kSums, sums.Encode()});
+  made.push_back({{FileKind::kMaster, 0}, std::string(AsText(header))});
+  return made;
 }
 
 base::Status Refuse(const std::filesystem::path& path) {
@@ -41,10 +51,12 @@ base::Status Refuse(const std::filesystem::path& path) {
 /// Files that the new store would take for its own.
 bool IsOfAnotherStore(std::string_view name) {
   const auto file = ParseFileName(name);
-  return file && (file->number > 0 || file->kind == FileKind::kTrendLines ||
-                  file->kind == FileKind::kCompanies || file->kind == FileKind::kStatements ||
-                  file->kind == FileKind::kNewestRanking || file->kind == FileKind::kRanking ||
-                  file->kind == FileKind::kJournal);
+  // Checksums are made from the other files and are worth nothing without them.
+  return file && file->kind != FileKind::kDailySums &&
+         (file->number > 0 || file->kind == FileKind::kTrendLines ||
+          file->kind == FileKind::kCompanies || file->kind == FileKind::kStatements ||
+          file->kind == FileKind::kNewestRanking || file->kind == FileKind::kRanking ||
+          file->kind == FileKind::kJournal);
 }
 
 base::Status CheckDirectory(const std::filesystem::path& directory) {
@@ -63,7 +75,7 @@ base::Status CheckNothingIsThere(const StoreLocation& location,
   for (const NewFile& made : new_files) {
     const std::filesystem::path path = PathOf(location, made.file);
     // The user's split list stays and becomes that of the new store.
-    if (made.file == kSplits || !Exists(path)) continue;
+    if (made.file == kSplits || made.file == kSums || !Exists(path)) continue;
     const auto bytes = base::ReadFile(path);
     // Companions as they are made here, without an orin.sys: the making was broken off.
     const bool is_remains = made.file.kind != FileKind::kMaster && bytes && *bytes == made.bytes;

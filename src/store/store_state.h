@@ -12,6 +12,7 @@
 #include "base/file_system.h"
 #include "store/credit_files.h"
 #include "store/price_files.h"
+#include "store/price_sums.h"
 #include "store/stock_store.h"
 #include "store/store_lock.h"
 #include "store/stored_file.h"
@@ -94,6 +95,15 @@ struct StockStore::State {
                                    std::span<const base::Bar* const> bars);
   base::Status AppendNewFile(int16_t number, std::span<const base::Date> dates,
                              std::span<const base::Bar* const> bars);
+  /// Gives a new daily file its file of sums, and the names in its directory their place on the
+  /// disk.
+  base::Status PlaceNewSums(int16_t number, std::string_view bytes);
+  /// Makes the file of sums of a daily file from what that holds.
+  base::Status StageSums(int16_t number, Transaction& transaction) const;
+  /// A record of a daily file of this store.
+  [[nodiscard]] SummedRecord Summed(int16_t file, int32_t record) const {
+    return {file, record, record == master.Header().date_record ? kDateEntryLength : kBarLength};
+  }
   [[nodiscard]] base::Status CheckDayCount(size_t count) const;
   /// Fails for a date that the files cannot hold.
   [[nodiscard]] static base::Status CheckDate(base::Date date);

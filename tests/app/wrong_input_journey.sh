@@ -3,7 +3,7 @@
 source "$(dirname "$0")/journey.sh"
 fresh_home
 
-for command in init update-csv master bars eval series signals explain items screen check splits chart; do
+for command in init update-csv master bars eval series signals explain items screen check checksums splits chart; do
   expect "$command --help" 0 "使い方" cli "$command" --help
 done
 expect "no command" 2 "使い方" cli
@@ -72,6 +72,25 @@ printf garbage >"$home/orin.fin"
 expect "damaged company data" 1 "orin.fin" cli eval --code AAPL '時価総額'
 expect "damaged company data, checked" 1 "orin.fin" cli check
 rm "$home/orin.fin"
+
+cp "$home/data/orin003.dat" "$home/orin003.good"
+printf '\x01' | dd of="$home/data/orin003.dat" bs=1 seek=$((4 * 4000 + 50 * 40 + 32)) conv=notrunc status=none
+expect "a volume that has changed" 1 "orin003.dat」の銘柄AAPLの銘柄レコード5" cli check
+expect "the right file again" 0 "43,43,1013" cli update-csv
+expect "sound again" 0 "異常はありません" cli check
+cp "$home/orin003.good" "$home/data/orin003.dat"
+rm "$home/data/orinc003.dat"
+expect "missing checksums" 1 "orinc003.dat」がありません" cli check
+expect "checksums" 0 "チェックサムを作りました" cli checksums
+expect "sound with them" 0 "異常はありません" cli check
+rm "$home/orin.sum" "$home"/data/orinc*.dat
+expect "older store" 0 "orin-cli checksums で作れます" cli check
+expect "impossible bars" 0 "" dd if=/dev/zero of="$home/data/orin003.dat" bs=1 seek=16000 count=40 conv=notrunc status=none
+expect "no checksums of what is wrong" 1 "チェックサムを作りません" cli checksums
+expect "older store still" 1 "orin-cli checksums で作れます" cli check
+expect "unless forced" 0 "チェックサムを作りました" cli checksums --force
+cp "$home/orin003.good" "$home/data/orin003.dat"
+expect "checksums for the restored file" 0 "チェックサムを作りました" cli checksums
 
 cp "$home/orin.sys" "$home/orin.sys.good"
 for damage in "head -c 40" "head -c 120" "head -c 2200"; do

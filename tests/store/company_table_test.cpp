@@ -127,7 +127,8 @@ TEST(CompanyTable, StockWithoutARecordOfItsOwnIsRefused) {
 }
 
 TEST(CompanyTable, MissingFilesAreEmptyAndDamagedOnesAreNamed) {
-  StockStore store = OpenThree("company_damage");
+  StoreBuilder builder("company_damage");
+  StockStore store = builder.Stock("A").WithoutSums().Open(Access::kWrite);
   EXPECT_TRUE(CompanyTable::Load(store.Location()));
   CompanyTable table;
   table.Set(StockOf(store, "A"), Field("決算月"), Price(3));

@@ -50,7 +50,8 @@ class DamagedStore : public ::testing::Test {
     StoreBuilder builder("damaged");
     builder.Days(Weekdays("2020/01/06", kDays)).Split("A", 2, "2020/01/31");
     builder.Stock("A", std::vector(kDays, FlatBar(10))).Stock("B", std::vector(kDays, FlatBar(20)));
-    location_ = builder.Build();
+    // The rules alone have to find what is wrong.
+    location_ = builder.WithoutSums().Build();
   }
   void TearDown() override { fs::remove_all(location_.system_directory.parent_path()); }
 

@@ -15,6 +15,7 @@ TEST(FileNames, EveryFileOfTheStoreIsMadeAndParsedAlike) {
       {{FileKind::kTrendLines, 0}, "orin.lin"},     {{FileKind::kSplits, 0}, "株式分割.txt"},
       {{FileKind::kCompanies, 0}, "orin.fin"},      {{FileKind::kStatements, 0}, "orin.acc"},
       {{FileKind::kJournal, 0}, "orin.jnl"},        {{FileKind::kDaily, 1}, "orin001.dat"},
+      {{FileKind::kSums, 0}, "orin.sum"},           {{FileKind::kDailySums, 25}, "orinc025.dat"},
       {{FileKind::kDaily, 999}, "orin999.dat"},     {{FileKind::kCredit, 12}, "orins012.dat"},
       {{FileKind::kIntraday, 100}, "orint100.dat"}, {{FileKind::kNewestRanking, 0}, "orin.rnk"},
       {{FileKind::kRanking, 0}, "orinm000.rnk"},    {{FileKind::kRanking, 999}, "orinm999.rnk"},

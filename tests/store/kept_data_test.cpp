@@ -97,7 +97,11 @@ TEST_F(KeptData, CreationRefusesWhereThereIsAnythingOfAStore) {
   fs::remove_all(Root());
   const std::string splits = "A,a,2,2020/01/06\r\n";
   Write(kSplits, splits);
+  // Checksums of files that are gone are in nobody's way.
+  Write({FileKind::kSums, 0}, "x");
+  Write({FileKind::kDailySums, 1}, "x");
   ASSERT_TRUE(StockStore::Create(Where(), base::NativeFileSystem()));
+  EXPECT_THAT(Check().value(), ::testing::Not(::testing::Contains(HasSubstr("orin.sum"))));
   EXPECT_EQ(Read(kSplits), splits);
   EXPECT_EQ(Open()->Splits().Events().size(), 1U);
 }
@@ -140,6 +144,7 @@ TEST_F(KeptData, NewStocksDoNotGetTheSlotsOfStocksLostFromTheMaster) {
 }
 
 TEST_F(KeptData, CheckFinishesWhatAKilledWriterCommittedAndWaitsForALiveOne) {
+  builder_.WithoutSums();
   Build();
   const std::string zeros(kBarLength, '\0');
   LeaveJournal(kMaster, kMasterRecordLength + master_offset::kRank, std::string("\7\0", 2));
@@ -215,6 +220,7 @@ TEST_F(KeptData, MissingIndexIsToldAndMadeAnewForAWriter) {
 }
 
 TEST_F(KeptData, CompanionThatDisagreesIsToldAndKeptBesideBeforeItIsReplaced) {
+  builder_.WithoutSums();
   Build();
   std::string index = Read(kIndex);
   index.replace(index_offset::kCode, 1, "Z");

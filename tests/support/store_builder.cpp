@@ -92,9 +92,15 @@ StoreBuilder& StoreBuilder::Split(std::string_view code, double ratio,
   return *this;
 }
 
+StoreBuilder& StoreBuilder::WithoutSums() {
+  has_sums_ = false;
+  return *this;
+}
+
 const store::StoreLocation& StoreBuilder::Build() {
   base::FileSystem& files = base::NativeFileSystem();
   Require(store::StockStore::Create(location_, files));
+  if (!has_sums_) Require(files.Remove(PathOf(location_, {store::FileKind::kSums, 0})));
   auto opened = store::StockStore::Open(location_, {store::Access::kWrite, {}}, files);
   if (!opened) throw std::runtime_error(opened.error().message);
   Require(opened->AddStocks(stocks_));

@@ -39,6 +39,8 @@ class StoreBuilder {
   StoreBuilder& Stock(std::string_view code, std::vector<base::Bar> bars = {});
   StoreBuilder& Stock(const store::NewStock& stock, std::vector<base::Bar> bars = {});
   StoreBuilder& Split(std::string_view code, double ratio, std::string_view last_day_with_rights);
+  /// As an older version makes it: without checksums, which tell of any damaged byte.
+  StoreBuilder& WithoutSums();
 
   [[nodiscard]] const store::StoreLocation& Location() const { return location_; }
   /// Writes the store; once only.
@@ -52,6 +54,7 @@ class StoreBuilder {
   std::vector<store::NewStock> stocks_;
   std::vector<std::vector<base::Bar>> bars_;  // of each stock
   std::vector<store::SplitEvent> splits_;
+  bool has_sums_ = true;
   bool built_ = false;
 };
 

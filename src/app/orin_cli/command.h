@@ -36,6 +36,7 @@ void AddItemsCommand(CLI::App& app, Session& session);
 void AddSignalsCommand(CLI::App& app, Session& session);
 void AddScreenCommand(CLI::App& app, Session& session);
 void AddCheckCommand(CLI::App& app, Session& session);
+void AddChecksumsCommand(CLI::App& app, Session& session);
 void AddSplitsCommand(CLI::App& app, Session& session);
 void AddSystemFileCommand(CLI::App& app, Session& session);
 void AddCompanyCommand(CLI::App& app, Session& session);

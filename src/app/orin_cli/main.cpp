@@ -46,6 +46,7 @@ int Run(std::vector<std::string> arguments) {
   AddSignalsCommand(app, session);
   AddScreenCommand(app, session);
   AddCheckCommand(app, session);
+  AddChecksumsCommand(app, session);
   AddSplitsCommand(app, session);
   AddSystemFileCommand(app, session);
   AddCompanyCommand(app, session);
