@@ -37,13 +37,14 @@ std::vector<Run> RunsOfFile(std::span<const base::Date> days,
   return runs;
 }
 
-base::Status WriteNewFile(const PriceFiles& prices, std::span<const base::Date> days,
-                          int32_t date_record, base::WritableFile& file) {
+base::Status WriteNewFile(const PriceFiles& prices, int32_t records,
+                          std::span<const base::Date> days, int32_t date_record,
+                          base::WritableFile& file) {
   const std::vector<Run> runs = RunsOfFile(days, prices.Days());
   const std::string no_data = NoDataEntries(kDaysPerFile);
   StagedWriter writer(file);
   std::string entries;
-  for (int32_t record = 1; record <= prices.Records(); ++record) {
+  for (int32_t record = 1; record <= records; ++record) {
     entries = record == date_record ? EncodeDates(days) : no_data;
     entries.resize(kDailyRecordLength);
     for (const Run& run : runs) {
@@ -74,8 +75,10 @@ base::Status StockStore::AddDays(std::span<const base::Date> dates) {
   days.erase(std::unique(days.begin(), days.end()), days.end());
   if (days.size() == stored.size()) return {};
   // The usual case, a year of newer days, needs no rewriting.
-  if (std::ranges::equal(stored, std::span(days).first(stored.size()))) {
-    return state_->AppendDays(std::span(days).subspan(stored.size()), {});
+  const size_t more = days.size() - stored.size();
+  if (state_->FitsAppend(more) &&
+      std::ranges::equal(stored, std::span(days).first(stored.size()))) {
+    return state_->AppendDays(std::span(days).last(more), {});
   }
   return state_->RewriteDays(days);
 }
@@ -89,12 +92,14 @@ base::Status StockStore::State::RewriteDays(const std::vector<base::Date>& days)
   // Files before the first new day keep their days and stay.
   int32_t day = static_cast<int32_t>(changed) / kDaysPerFile * kDaysPerFile;
   for (; day < count; day += kDaysPerFile) {
-    const auto file = transaction.Stage(DailyFile(prices.PlaceOf(day).file));
+    const StoreFile place = DailyFile(prices.PlaceOf(day).file);
+    if (const base::Status checked = CheckNewFile(place.number); !checked) return checked;
+    const auto file = transaction.Stage(place);
     if (!file) return base::Forward(file);
     const auto days_of_file = std::span(days).subspan(
         static_cast<size_t>(day), static_cast<size_t>(std::min(kDaysPerFile, count - day)));
     const base::Status written =
-        WriteNewFile(prices, days_of_file, master.Header().date_record, **file);
+        WriteNewFile(prices, RecordsPerFile(), days_of_file, master.Header().date_record, **file);
     if (!written) return written;
   }
   const MasterRecordBytes header = EncodeMasterHeader(HeaderFor(count, days.back()));
