@@ -1,7 +1,6 @@
 #include <limits>
 #include <unordered_map>
 
-#include "base/cp932.h"
 #include "base/record_file.h"
 #include "store/check_parts.h"
 #include "store/master_format.h"
@@ -64,15 +63,6 @@ class StockChecker {
   Seen slots_;
 };
 
-void CheckDateCode(const CheckedStore& store, std::string_view header_record, Findings& findings) {
-  const bool has_days = store.header && store.header->current_file > 0;
-  const std::string_view text =
-      header_record.substr(header_offset::kDate, header_offset::kDateWidth);
-  if (!has_days || base::Date::ParseCompact(text)) return;
-  findings.Add(store.NameForMessage(kMaster) + "の日付コード「" + base::DecodeCp932(text) +
-               "」が日付ではありません。");
-}
-
 }  // namespace
 
 void CheckMaster(CheckedStore& store, Findings& findings) {
@@ -92,7 +82,6 @@ void CheckMaster(CheckedStore& store, Findings& findings) {
   } else {
     findings.Add(checked.error().message);
   }
-  CheckDateCode(store, *header_record, findings);
   if (records.Count() > std::numeric_limits<int16_t>::max()) {
     findings.Add(store.NameForMessage(kMaster) + "のレコード数" + std::to_string(records.Count()) +
                  "が上限の32767を超えています。");

@@ -4,6 +4,7 @@
 
 #include "base/record_file.h"
 #include "store/check_parts.h"
+#include "store/header_proof.h"
 #include "store/price_files.h"
 #include "store/price_format.h"
 #include "store/slot_account.h"
@@ -79,7 +80,8 @@ class PriceChecker {
     CheckLengths();
     base::Date last;
     for (DailyImage& file : files_) CheckDates(file, last);
-    CheckNewest(last);
+    HeaderProof proof = ProveHeader(store_.location, header_, last);
+    for (std::string& finding : proof.findings) findings_.Add(std::move(finding));
     const auto stocks = store_.master.Stocks();
     for (size_t i = 0; i < stocks.size(); ++i) {
       const auto done = static_cast<int64_t>(i);
@@ -150,14 +152,6 @@ class PriceChecker {
     findings_.EndGroup();
   }
 
-  void CheckNewest(base::Date last) {
-    // An unreadable date code has its own finding.
-    if (last.IsNone() || header_.date.IsNone() || last == header_.date) return;
-    findings_.Add(store_.NameForMessage({FileKind::kMaster, 0}) + "の日付コード" +
-                  header_.date.ToCompact() + "が株価ファイルの最新日付" + last.ToText() +
-                  "と違います。");
-  }
-
   void CheckStock(const StockRecord& stock, int32_t record) {
     const int32_t slot = stock.slot.Value();
     const bool has_number = slot >= 1 && slot != header_.date_record;
@@ -196,7 +190,7 @@ class PriceChecker {
 }  // namespace
 
 base::Status CheckPrices(const CheckedStore& store, base::Progress& progress, Findings& findings) {
-  if (!store.header || store.header->current_file == 0) return {};
+  if (!store.header) return {};
   return PriceChecker(store, findings).Run(progress);
 }
 

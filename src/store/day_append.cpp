@@ -44,17 +44,11 @@ base::Status StockStore::State::AppendDays(std::span<const base::Date> dates,
     if (const base::Status checked = CheckSlot(slot); !checked) return checked;
     by_record[static_cast<size_t>(slot.Value())] = &bar;
   }
-  for (size_t done = 0; done < dates.size();) {
-    const DayPlace place = prices.PlaceOf(static_cast<int32_t>(stored + done));
-    const auto room = static_cast<size_t>(kDaysPerFile - place.position);
-    const auto part = dates.subspan(done, std::min(room, dates.size() - done));
-    const base::Status added = place.position > 0 ? AppendToCurrentFile(part, by_record)
-                                                  : AppendNewFile(place.file, part, by_record);
-    if (!added) return added;
-    // The bars are those of the first day alone.
-    by_record.clear();
-    done += part.size();
-  }
+  const DayPlace place = prices.PlaceOf(static_cast<int32_t>(stored));
+  const base::Status added = place.position > 0
+                                 ? AppendToCurrentFile(dates, by_record)
+                                 : AppendNewFile(place.file, dates.front(), by_record);
+  if (!added) return added;
   const auto count = static_cast<int32_t>(stored + dates.size());
   // Up to here no reader can see the new days.
   if (const auto saved = CommitHeader(HeaderFor(count, dates.back())); !saved) return saved;
@@ -100,19 +94,33 @@ base::Status StockStore::State::AppendToCurrentFile(std::span<const base::Date> 
   return status ? sums.Write(static_cast<int32_t>(dates.size()), *files) : status;
 }
 
-base::Status StockStore::State::AppendNewFile(int16_t number, std::span<const base::Date> dates,
+bool StockStore::State::FitsAppend(size_t count) const {
+  const auto position = static_cast<size_t>(prices.PlaceOf(prices.DayCount()).position);
+  return position == 0 ? count == 1 : position + count <= size_t{kDaysPerFile};
+}
+
+base::Status StockStore::State::CheckNewFile(int16_t number) const {
+  const StoreFile file = DailyFile(number);
+  if (number <= master.Header().current_file || number == leftover) return {};
+  if (!Exists(location, file)) return {};
+  return base::Fail("株価ファイル「" + base::PathText(PathOf(location, file)) +
+                    "」がすでにあるので、新しい日のために作れません。別の場所に移してください。");
+}
+
+base::Status StockStore::State::AppendNewFile(int16_t number, base::Date date,
                                               std::span<const base::Bar* const> bars) {
+  if (const base::Status checked = CheckNewFile(number); !checked) return checked;
   // The file has its name only once it is whole; one that a killed writer has left is replaced.
   const std::filesystem::path staged = StagedPathOf(location, DailyFile(number));
   const std::string no_data = NoDataEntries(kDaysPerFile);
-  NewSums sums(number, RecordsPerFile(), static_cast<int32_t>(dates.size()));
+  NewSums sums(number, RecordsPerFile(), 1);
   const auto write = [&]() -> base::Status {
     const auto file = files->Create(staged);
     if (!file) return base::Forward(file);
     StagedWriter writer(**file);
     std::string entries;
     for (int32_t record = 1; record <= RecordsPerFile(); ++record) {
-      entries = record == master.Header().date_record ? EncodeDates(dates) : no_data;
+      entries = record == master.Header().date_record ? EncodeDateEntry(date) : no_data;
       entries.resize(kDailyRecordLength);
       const base::Bar* bar = bars.empty() ? nullptr : bars[static_cast<size_t>(record)];
       if (bar != nullptr) EncodeBar(*bar, entries.data());
@@ -122,6 +130,8 @@ base::Status StockStore::State::AppendNewFile(int16_t number, std::span<const ba
     return writer.Finish();
   };
   base::Status status = write();
+  // From here on the file may be found, and is to be replaced should the append fail.
+  if (status) leftover = number;
   if (status) status = files->Rename(staged, PathOf(location, DailyFile(number)));
   if (!status) {
     static_cast<void>(files->Remove(staged));

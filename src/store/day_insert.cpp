@@ -49,19 +49,24 @@ std::set<int16_t> SourcesOf(const PriceFiles& prices, std::span<const Run> runs)
 /// A daily file that takes the place of an old one, with its sums.
 class NewFile {
  public:
-  NewFile(const StoreLocation& location, const PriceFiles& prices, int32_t date_record,
-          int16_t number, std::span<const base::Date> days)
+  struct Shape {
+    int16_t number;
+    int32_t records;
+    int32_t date_record;
+  };
+
+  NewFile(const StoreLocation& location, const PriceFiles& prices, const Shape& shape,
+          std::span<const base::Date> days)
       : prices_(prices),
-        date_record_(date_record),
-        number_(number),
+        shape_(shape),
         days_(days),
         runs_(RunsOfFile(days, prices.Days())),
         damage_(location, prices, SourcesOf(prices, runs_)),
-        sums_(number, prices.Records(), static_cast<int32_t>(days.size())) {}
+        sums_(shape.number, shape.records, static_cast<int32_t>(days.size())) {}
 
   base::Status Write(base::WritableFile& file) {
     StagedWriter writer(file);
-    for (int32_t record = 1; record <= prices_.Records(); ++record) {
+    for (int32_t record = 1; record <= shape_.records; ++record) {
       const std::string entries = EntriesOf(record);
       if (damage_.IsKnown()) TakeSum(record, entries);
       if (const base::Status added = writer.Add(entries); !added) return added;
@@ -71,7 +76,7 @@ class NewFile {
 
   /// Files of sums that say nothing any more are removed, as a missing one is told by the check.
   base::Status ReplaceSums(const StoreLocation& location, Transaction& transaction) {
-    const StoreFile file = SumsOf(number_);
+    const StoreFile file = SumsOf(shape_.number);
     if (damage_.IsKnown()) return transaction.Replace(file, sums_.Finish(damage_.OfFiles()));
     if (Exists(location, file)) transaction.Remove(file);
     return {};
@@ -79,10 +84,10 @@ class NewFile {
 
  private:
   [[nodiscard]] std::string EntriesOf(int32_t record) const {
-    std::string entries = record == date_record_ ? EncodeDates(days_) : no_data_;
+    std::string entries = record == shape_.date_record ? EncodeDates(days_) : no_data_;
     entries.resize(kDailyRecordLength);
     for (const Run& run : runs_) {
-      if (record == date_record_) break;
+      if (record == shape_.date_record) break;
       const char* from = prices_.Entry(base::SlotRecord(record), run.from);
       std::copy_n(from, static_cast<size_t>(run.count) * kBarLength,
                   entries.data() + static_cast<size_t>(run.position) * kBarLength);
@@ -91,13 +96,12 @@ class NewFile {
   }
 
   void TakeSum(int32_t record, std::string_view entries) {
-    const size_t length = record == date_record_ ? kDateEntryLength : kBarLength;
-    sums_.Take({number_, record, length}, entries, damage_.OfRecord(record, length));
+    const size_t length = record == shape_.date_record ? kDateEntryLength : kBarLength;
+    sums_.Take({shape_.number, record, length}, entries, damage_.OfRecord(record, length));
   }
 
   const PriceFiles& prices_;
-  int32_t date_record_;
-  int16_t number_;
+  Shape shape_;
   std::span<const base::Date> days_;
   std::vector<Run> runs_;
   SumDamage damage_;
@@ -122,8 +126,10 @@ base::Status StockStore::AddDays(std::span<const base::Date> dates) {
   days.erase(std::unique(days.begin(), days.end()), days.end());
   if (days.size() == stored.size()) return {};
   // The usual case, a year of newer days, needs no rewriting.
-  if (std::ranges::equal(stored, std::span(days).first(stored.size()))) {
-    return state_->AppendDays(std::span(days).subspan(stored.size()), {});
+  const size_t more = days.size() - stored.size();
+  if (state_->FitsAppend(more) &&
+      std::ranges::equal(stored, std::span(days).first(stored.size()))) {
+    return state_->AppendDays(std::span(days).last(more), {});
   }
   return state_->RewriteDays(days);
 }
@@ -138,11 +144,13 @@ base::Status StockStore::State::RewriteDays(const std::vector<base::Date>& days)
   int32_t day = static_cast<int32_t>(changed) / kDaysPerFile * kDaysPerFile;
   for (; day < count; day += kDaysPerFile) {
     const int16_t number = prices.PlaceOf(day).file;
+    if (const base::Status checked = CheckNewFile(number); !checked) return checked;
     const auto file = transaction.Stage(DailyFile(number));
     if (!file) return base::Forward(file);
     const auto days_of_file = std::span(days).subspan(
         static_cast<size_t>(day), static_cast<size_t>(std::min(kDaysPerFile, count - day)));
-    NewFile made(location, prices, master.Header().date_record, number, days_of_file);
+    NewFile made(location, prices, {number, RecordsPerFile(), master.Header().date_record},
+                 days_of_file);
     base::Status written = made.Write(**file);
     if (written) written = made.ReplaceSums(location, transaction);
     if (!written) return written;

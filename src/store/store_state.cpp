@@ -2,9 +2,11 @@
 
 #include <algorithm>
 #include <array>
+#include <iterator>
 
 #include "base/record_file.h"
 #include "store/file_names.h"
+#include "store/header_proof.h"
 #include "store/master_format.h"
 #include "store/slot_account.h"
 
@@ -95,6 +97,17 @@ base::Status StockStore::State::LoadPrices() {
   return {};
 }
 
+base::Status StockStore::State::Prove() {
+  const std::span<const base::Date> days = prices.Days();
+  HeaderProof proof =
+      ProveHeader(location, master.Header(), days.empty() ? base::Date() : days.back());
+  leftover = proof.leftover;
+  if (proof.findings.empty()) return {};
+  if (options.access == Access::kWrite) return base::Fail(RefusalFor(proof.findings.front()));
+  std::ranges::move(proof.findings, std::back_inserter(problems));
+  return {};
+}
+
 void StockStore::State::SetCalendar() {
   const std::span<const base::Date> days = prices.Days();
   calendar = Calendar(std::vector<base::Date>(days.begin() + skipped_days, days.end()));
@@ -122,6 +135,7 @@ base::Status StockStore::State::Load() {
   problems = recovery_problems;
   if (const base::Status loaded = LoadMaster(); !loaded) return loaded;
   if (const base::Status loaded = LoadPrices(); !loaded) return loaded;
+  if (const base::Status proven = Prove(); !proven) return proven;
   const SlotAccount account = CountSlots(location, master, prices.LongestRecords());
   if (!account.IsExplained()) problems.push_back(SentenceOf(account, location));
   ExamineCompanions();

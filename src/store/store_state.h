@@ -33,6 +33,8 @@ struct StockStore::State {
   Calendar calendar;         // from the first file chosen
   int32_t skipped_days = 0;  // stored days before the calendar's first
   SplitList splits;
+  /// The file behind the current one that a new file may replace; 0: none.
+  int16_t leftover = 0;
   /// The files as they were before they were loaded.
   std::string fingerprint;
   std::vector<std::string> problems;
@@ -61,6 +63,8 @@ struct StockStore::State {
   base::Status Reload();
   base::Status LoadMaster();
   base::Status LoadPrices();
+  /// Whether header and files agree: a writer refuses otherwise, a reader tells.
+  base::Status Prove();
   base::Status LoadSplits();
   /// For a writer: makes a missing orin.ind anew, and finds out whether orin.ind and orin.add
   /// agree with the master. For a reader: whether there is an orin.ind.
@@ -85,16 +89,21 @@ struct StockStore::State {
 
   using SlotBar = std::pair<base::SlotRecord, base::Bar>;
 
-  /// Adds days behind the last one. `bars` are those of the first of them; every other entry is
-  /// without data.
+  /// Whether so many newer days can be appended: those of more than one file, and several that
+  /// begin one, take RewriteDays, so that all of a stopped append is one day in one new file.
+  [[nodiscard]] bool FitsAppend(size_t count) const;
+  /// Adds days behind the last one, as many as FitsAppend. `bars` are those of the first of them;
+  /// every other entry is without data.
   base::Status AppendDays(std::span<const base::Date> dates, std::span<const SlotBar> bars);
   /// Makes `days` the stored days, with the entries of those stored before. The files from the
   /// first change on are written anew and take the place of the old ones in one transaction.
   base::Status RewriteDays(const std::vector<base::Date>& days);
   base::Status AppendToCurrentFile(std::span<const base::Date> dates,
                                    std::span<const base::Bar* const> bars);
-  base::Status AppendNewFile(int16_t number, std::span<const base::Date> dates,
+  base::Status AppendNewFile(int16_t number, base::Date date,
                              std::span<const base::Bar* const> bars);
+  /// Fails where a file behind the current one lies in the place of a new one and is no leftover.
+  [[nodiscard]] base::Status CheckNewFile(int16_t number) const;
   /// Gives a new daily file its file of sums, and the names in its directory their place on the
   /// disk.
   base::Status PlaceNewSums(int16_t number, std::string_view bytes);

@@ -164,7 +164,7 @@ TEST_F(DamagedStore, CheckTellsWhatIsWrongWithTheMaster) {
   EXPECT_THAT(findings, Contains(AllOf(HasSubstr("orin.ind"), HasSubstr("「B」"))));
   Patch(kMaster, 0, "2020131x");
   Patch(kMaster, kSecondStock, "../x    ");
-  EXPECT_THAT(Findings(), Contains(HasSubstr("日付コード「2020131x」")));
+  EXPECT_THAT(Findings(), Contains(HasSubstr("日付コードが日付ではありません")));
   EXPECT_THAT(Findings(), Contains(HasSubstr("レコード3の銘柄コードが正しくありません")));
 }
 

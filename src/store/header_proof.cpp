@@ -1,0 +1,108 @@
+#include "store/header_proof.h"
+
+#include <algorithm>
+#include <filesystem>
+#include <system_error>
+
+#include "base/file_system.h"
+#include "base/record_file.h"
+#include "store/file_names.h"
+#include "store/findings.h"
+#include "store/price_format.h"
+
+namespace orin::store {
+
+namespace {
+
+std::string Named(const StoreLocation& location, const StoreFile& file) {
+  return "「" + base::PathText(PathOf(location, file)) + "」";
+}
+
+/// The numbers of the daily files that lie there, ascending.
+std::vector<int16_t> DailyNumbers(const StoreLocation& location) {
+  std::vector<int16_t> numbers;
+  std::error_code failure;
+  std::filesystem::directory_iterator entry(location.data_directory, failure);
+  for (; !failure && entry != std::filesystem::directory_iterator(); entry.increment(failure)) {
+    const auto file = ParseFileName(base::PathText(entry->path().filename()));
+    if (file && file->kind == FileKind::kDaily) numbers.push_back(file->number);
+  }
+  std::ranges::sort(numbers);
+  return numbers;
+}
+
+void ProveDateCode(const std::string& master, const MasterHeader& header, base::Date last_day,
+                   Findings& findings) {
+  const bool is_empty = header.current_file == 0;
+  if (header.date.IsNone()) {
+    if (!is_empty) findings.Add(master + "の日付コードが日付ではありません。");
+    return;
+  }
+  const std::string code = master + "の日付コード" + header.date.ToCompact();
+  if (is_empty) {
+    // A damaged file number, or a data directory that is not the store's.
+    findings.Add(code + "に反してカレントファイルが0です。");
+  } else if (!last_day.IsNone() && header.date != last_day) {
+    findings.Add(code + "が株価ファイルの最新日付" + last_day.ToText() + "と違います。");
+  }
+}
+
+/// Whether `number` is the file that the next day begins and that day is the one date in it.
+bool IsLeftover(const StoreLocation& location, const MasterHeader& header, base::Date last_day,
+                int16_t number) {
+  const bool is_empty = header.current_file == 0;
+  const int32_t next = is_empty ? header.first_file : header.current_file + 1;
+  const int32_t full = is_empty ? 0 : kDaysPerFile;
+  if (number != next || header.current_record != full || header.date != last_day) return false;
+  const auto map = base::MappedFile::Open(PathOf(location, {FileKind::kDaily, number}));
+  if (!map) return false;
+  const auto dates = base::RecordView(map->Bytes(), kDailyRecordLength).Record(header.date_record);
+  if (!dates) return false;
+  const auto first = DecodeDateEntry(dates->data());
+  const std::string_view others = dates->substr(kDateEntryLength);
+  // An append writes its days and nothing else; more than one of them begins no file without a
+  // journal.
+  return first && !first->IsNone() && *first > last_day &&
+         others.find_first_not_of('\0') == std::string_view::npos;
+}
+
+}  // namespace
+
+HeaderProof ProveHeader(const StoreLocation& location, const MasterHeader& header,
+                        base::Date last_day) {
+  const std::string master = Named(location, {FileKind::kMaster, 0});
+  HeaderProof proof;
+  Findings findings;
+  ProveDateCode(master, header, last_day, findings);
+  // Nothing in the files speaks for another number yet, and a high one would make them huge.
+  if (header.current_file == 0 && header.date_record != 1) {
+    findings.Add(master + "の日付レコード" + std::to_string(header.date_record) +
+                 "が、株価ファイルのないときの1と違います。");
+  }
+  for (const int16_t number : DailyNumbers(location)) {
+    const std::string file = "株価ファイル" + Named(location, {FileKind::kDaily, number});
+    if (number < header.first_file) {
+      findings.AddOfKind("before", file + "の番号が" + master + "の先頭ファイル" +
+                                       std::to_string(header.first_file) + "より前です。");
+    } else if (number <= header.current_file) {
+      continue;
+    } else if (IsLeftover(location, header, last_day, number)) {
+      proof.leftover = number;
+    } else {
+      findings.AddOfKind("behind", file + "の番号が" + master + "のカレントファイル" +
+                                       std::to_string(header.current_file) + "より後です。");
+    }
+  }
+  findings.EndGroup();
+  proof.findings = findings.Take();
+  return proof;
+}
+
+std::string RefusalFor(const std::string& finding) {
+  return finding +
+         "このまま更新すると株価が失われるおそれがあるので、更新しません。orin."
+         "sysを控えから戻すか、"
+         "使っていない株価ファイルを別の場所に移すかしてください。";
+}
+
+}  // namespace orin::store
