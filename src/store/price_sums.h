@@ -1,14 +1,12 @@
 #pragma once
 
-#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 
-#include "base/date.h"
-#include "base/result.h"
 #include "store/file_names.h"
 #include "store/price_format.h"
 #include "store/store_location.h"

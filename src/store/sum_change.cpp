@@ -2,8 +2,6 @@
 
 #include <algorithm>
 
-#include "store/stored_file.h"
-
 namespace orin::store {
 
 int32_t CommittedDays(const PriceFiles& prices, int16_t file) {
