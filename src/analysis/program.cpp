@@ -113,8 +113,8 @@ class ProgramBuilder {
       auto& columns = program_.item_columns_;
       int32_t back = 0;
       if (i > 0 && item.IsShiftOf(columns.back().call)) {
-        const int32_t days = columns.back().call.Offset() - item.Offset();
-        if (days - columns.back().span <= kLargestStep) back = days;
+        const int64_t days = int64_t{columns.back().call.Offset()} - item.Offset();
+        if (days - columns.back().span <= kLargestStep) back = static_cast<int32_t>(days);
       }
       if (back == 0) columns.push_back({item, 0});
       columns.back().span = std::max(columns.back().span, back);
