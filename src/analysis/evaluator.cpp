@@ -39,7 +39,9 @@ Evaluator::Evaluator(const Program& program)
 
 bool Evaluator::EvaluateCondition(StockContext& context, base::DayIndex day) {
   if (program_.is_value_) return false;
-  EvaluateTruths({context, day, day, true});
+  const Block block = {context, day, day};
+  EvaluateTruths(block);
+  if (program_.StoresPrices()) StorePrices(block);
   return true_days_[0] != 0;
 }
 
@@ -93,10 +95,7 @@ void Evaluator::EvaluateTruths(const Block& block) {
     for (size_t i = 0; i < count; ++i) open_[i] = ~true_days_[i];
     bool any_open = true;
     for (uint32_t i = or_term.begin; i < or_term.end && any_open; ++i) {
-      const Program::Comparison& comparison = program_.comparisons_[i];
-      any_open = Narrow(block, comparison);
-      const bool stores = comparison.stores_buy || comparison.stores_sell;
-      if (any_open && stores && block.stores_prices) StorePrice(block, comparison);
+      any_open = Narrow(block, program_.comparisons_[i]);
     }
     if (!any_open) continue;
     for (size_t i = 0; i < count; ++i) true_days_[i] |= open_[i];
@@ -105,14 +104,21 @@ void Evaluator::EvaluateTruths(const Block& block) {
   }
 }
 
-void Evaluator::StorePrice(const Block& block, const Program::Comparison& comparison) {
-  const auto price = static_cast<float>(Compute(block, comparison.left)->ToDouble());
-  TradePrices& trade = block.context.Trade();
-  if (comparison.stores_buy) trade.buy = price;
-  if (comparison.stores_sell) trade.sell = price;
-  // What rests on the old price is out of date. Finding out which nodes do would cost every
-  // program; computing all of them anew costs the one day.
-  ++round_;
+// Apart from the truths, which end as soon as they are decided: the price a trade gets must not
+// depend on the order of the terms. No price changes before the last operand is computed.
+void Evaluator::StorePrices(const Block& block) {
+  TradePrices after = block.context.Trade();
+  for (const Program::StoringComparison& storing : program_.storing_) {
+    const Program::Comparison& comparison = program_.comparisons_[storing.comparison];
+    const Currency left = *Compute(block, comparison.left);
+    const Currency right = *Compute(block, comparison.right);
+    const bool both = left != kNoValue && right != kNoValue;
+    if (!both || !CompareValues(left, comparison.relation, right)) continue;
+    const auto price = static_cast<float>(left.ToDouble());
+    if (storing.stores_buy) after.buy = price;
+    if (storing.stores_sell) after.sell = price;
+  }
+  block.context.Trade() = after;
 }
 
 // Closes the days on which the relation is false; tells whether any stays open.

@@ -14,15 +14,16 @@ namespace orin::analysis {
 
 /// The scratch memory of a run. One object serves any number of stocks for one program, which
 /// must outlive it. Relations are evaluated from left to right and no further than the outcome
-/// needs; an operand that fails makes its relation false.
+/// needs, but for those that store a price; an operand that fails makes its relation false.
 class Evaluator {
  public:
   explicit Evaluator(const Program& program);
   explicit Evaluator(Program&&) = delete;
 
-  /// The condition's truth on one day. A bare operand is no truth: false. Each relation found true
-  /// whose first operand contains 買い値 (売り値) stores that operand's value as the buy (sell)
-  /// price of the context's trade, in single precision; items evaluated later read the new price.
+  /// The condition's truth on one day. A bare operand is no truth: false. Each true relation whose
+  /// first operand contains 買い値 (売り値) stores that operand's value as the buy (sell) price of
+  /// the context's trade, in single precision, wherever in the condition it stands. All of them
+  /// read the prices from before; of several that store a price the last one of the text wins.
   bool EvaluateCondition(StockContext& context, base::DayIndex day);
   /// The value of a program that is one bare operand; of a condition: failed.
   Value EvaluateOperand(StockContext& context, base::DayIndex day);
@@ -41,7 +42,6 @@ class Evaluator {
     StockContext& context;
     base::DayIndex first;
     base::DayIndex last;
-    bool stores_prices = false;
     [[nodiscard]] size_t Count() const {
       return static_cast<size_t>(int64_t{last.Value()} - first.Value() + 1);
     }
@@ -63,7 +63,8 @@ class Evaluator {
   void ComputeItemColumn(const Block& block, uint32_t number);
   void FillLiteral(uint32_t number, size_t count);
   [[nodiscard]] const base::Currency* ValuesOf(uint32_t number) const;
-  void StorePrice(const Block& block, const Program::Comparison& comparison);
+  /// For a block of one day whose truths have been evaluated.
+  void StorePrices(const Block& block);
   bool Narrow(const Block& block, const Program::Comparison& comparison);
 
   const Program& program_;

@@ -99,13 +99,11 @@ class Explainer {
       explanation.value = ExplainOperand(condition.or_terms[0][0][0]);
       return explanation;
     }
-    const TradePrices before = context_.Trade();
     for (const OrTerm& or_term : condition.or_terms) {
       needed_ = !explanation.truth;
       explanation.or_terms.push_back(ExplainOrTerm(or_term));
       explanation.truth = explanation.truth || explanation.or_terms.back().truth;
     }
-    context_.Trade() = before;
     return explanation;
   }
 
@@ -157,19 +155,19 @@ class Explainer {
       explained.relation = pieces[1].text;
       explained.right = ExplainOperand(pieces[2]);
       Compare(explained);
-      explained.truth = IsTrue(pieces);
+      FindTruth(pieces, explained);
     }
     needed_ = needed_ && explained.truth;
     return explained;
   }
 
-  /// As the evaluator finds it, which may store a price of the trade.
-  bool IsTrue(const AndTerm& pieces) {
+  /// As the evaluator finds it. Every relation reads the prices of the trade as they were.
+  void FindTruth(const AndTerm& pieces, ExplainedRelation& relation) {
     const TradePrices before = context_.Trade();
     const Program program = Program::Build(OneTerm(pieces));
-    const bool truth = Evaluator(program).EvaluateCondition(context_, day_);
-    if (!needed_) context_.Trade() = before;
-    return truth;
+    relation.truth = Evaluator(program).EvaluateCondition(context_, day_);
+    relation.needed = relation.needed || program.StoresPrices();
+    context_.Trade() = before;
   }
 
   static void Compare(ExplainedRelation& relation) {
@@ -248,7 +246,7 @@ class Explainer {
   std::vector<std::pair<Stretch, std::string>> misread_;
   StockContext& context_;
   DayIndex day_;
-  bool needed_ = true;  // of the relation under way
+  bool needed_ = true;  // whether the outcome hangs on the relation under way
 };
 
 }  // namespace

@@ -44,8 +44,9 @@ struct ExplainedRelation {
   std::string relation;  // empty for a bare operand, which is no truth
   ExplainedOperand right;
   bool truth = false;
-  /// Whether the outcome of the condition hangs on it. The others, behind a false relation or a
-  /// true Or-term, are not looked at by an evaluation; here they have their truth all the same.
+  /// Whether an evaluation looks at it: because the outcome of the condition hangs on it, or for
+  /// the price of the trade that it may store. The others, behind a false relation or a true
+  /// Or-term, have their truth here all the same.
   bool needed = true;
   /// left - right, where both sides have a value.
   std::optional<base::Currency> difference;

@@ -32,7 +32,7 @@ class ProgramBuilder {
       program_.needs_ = program_.needs_.Union(item.Needs());
       program_.needs_second_stock_ = program_.needs_second_stock_ || item.ReadsSecondStock();
     }
-    MarkStoringComparisons();
+    ListStoringComparisons();
     ShareItemColumns();
     std::stable_sort(program_.notes_.begin(), program_.notes_.end(),
                      [](const Note& a, const Note& b) { return a.position < b.position; });
@@ -80,21 +80,22 @@ class ProgramBuilder {
     }
   }
 
-  // Once for the program, so that an evaluation asks a flag and never the tree.
-  void MarkStoringComparisons() {
+  void ListStoringComparisons() {
     const auto holds_price = [](const ItemCall& item) {
       return item.IsBuyPrice() || item.IsSellPrice();
     };
     if (std::none_of(items_.begin(), items_.end(), holds_price)) return;
-    for (Program::Comparison& comparison : program_.comparisons_) {
-      const Program::Operand& left = program_.operands_[comparison.left];
+    for (uint32_t number = 0; number < program_.comparisons_.size(); ++number) {
+      Program::StoringComparison storing = {number};
+      const Program::Operand& left = program_.operands_[program_.comparisons_[number].left];
       for (uint32_t i = left.needed_begin; i < left.needed_end; ++i) {
         const Node& node = program_.nodes_[program_.needed_[i]];
         if (node.kind != Node::Kind::kItem) continue;
         const ItemCall& item = items_[node.left];
-        comparison.stores_buy = comparison.stores_buy || item.IsBuyPrice();
-        comparison.stores_sell = comparison.stores_sell || item.IsSellPrice();
+        storing.stores_buy = storing.stores_buy || item.IsBuyPrice();
+        storing.stores_sell = storing.stores_sell || item.IsSellPrice();
       }
+      if (storing.stores_buy || storing.stores_sell) program_.storing_.push_back(storing);
     }
   }
 
@@ -113,8 +114,8 @@ class ProgramBuilder {
       auto& columns = program_.item_columns_;
       int32_t back = 0;
       if (i > 0 && item.IsShiftOf(columns.back().call)) {
-        const int32_t days = columns.back().call.Offset() - item.Offset();
-        if (days - columns.back().span <= kLargestStep) back = days;
+        const int64_t days = int64_t{columns.back().call.Offset()} - item.Offset();
+        if (days - columns.back().span <= kLargestStep) back = static_cast<int32_t>(days);
       }
       if (back == 0) columns.push_back({item, 0});
       columns.back().span = std::max(columns.back().span, back);

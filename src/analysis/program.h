@@ -24,6 +24,9 @@ class Program {
   [[nodiscard]] const History& Needs() const { return needs_; }
   /// Whether an item reads the second stock: 第二銘柄... or さや... Without one those items fail.
   [[nodiscard]] bool NeedsSecondStock() const { return needs_second_stock_; }
+  /// Whether the first operand of a relation contains 買い値 or 売り値, whose price it then stores
+  /// where it is true.
+  [[nodiscard]] bool StoresPrices() const { return !storing_.empty(); }
   /// The condition's notes and those of its operands, by position. At most 100.
   [[nodiscard]] const std::vector<Note>& Notes() const { return notes_; }
 
@@ -43,7 +46,10 @@ class Program {
     uint32_t left = 0;
     Relation relation = Relation::kEqual;
     uint32_t right = 0;
-    // Whether the left operand contains 買い値 or 売り値, whose price a true relation stores.
+  };
+  /// A comparison whose left operand contains 買い値 or 売り値.
+  struct StoringComparison {
+    uint32_t comparison = 0;
     bool stores_buy = false;
     bool stores_sell = false;
   };
@@ -71,6 +77,7 @@ class Program {
   uint32_t value_operand_ = 0;     // of a value
   std::vector<Comparison> comparisons_;
   std::vector<ComparisonRange> or_terms_;
+  std::vector<StoringComparison> storing_;  // in the order of the text
 };
 
 /// Compiles and builds in one step.

@@ -45,6 +45,8 @@ struct TradePrices {
   // The days of the trade, as 買い日付 and 売り日付 read them.
   std::optional<base::Date> buy_date;
   std::optional<base::Date> sell_date;
+
+  bool operator==(const TradePrices&) const = default;
 };
 
 /// What the items of a run may read beside prices; empty where nothing needs it.

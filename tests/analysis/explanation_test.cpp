@@ -132,7 +132,7 @@ TEST(Explanation, PricesOfTheTradeDecideAsInAnEvaluationAndStayAsTheyAre) {
   for (const std::string_view text :
        {"買い値 * 1.1 < 終値(0) And 買い値 > 100", "買い値 * 1.1 > 終値(0) And 買い値 < 105",
         "終値(0) > 1 Or 買い値 * 2 > 1 And 買い値 > 150", "買い値 * 2 > 1 And 買い値 > 150",
-        "買い値 < 1 Or 買い値 * 2 > 1 And 買い値 > 150"}) {
+        "買い値 < 1 Or 買い値 * 2 > 1 And 買い値 > 150", "1 > 2 And 買い値 > 1 And 買い値 > 150"}) {
     StockContext context(bars, nullptr);
     context.Trade().buy = 100.0F;
     const Explanation explanation = Explained(text, context, 2);
@@ -192,7 +192,12 @@ TEST(Explanation, RelationsTheOutcomeDoesNotHangOnAreMarkedAndHaveTheirTruth) {
       {"1 > 2 And 1 > 0 Or 3 > 2 Or 1 > 5", "F t|T|f"},
       {"1 > 0 And 終値(0) And 2 > 1", "T F t"},
       {"1 > 0 And 終値(-1) > 0", "T F"},
+      // Those that can store a price of the trade are looked at all the same.
+      {"1 > 2 And 買い値 > 2 And 3 > 2", "F T t"},
+      {"1 > 0 Or 2 > 買い値 Or 2 > 1 < 買い値 * 2 < 9", "T|f|ttT"},
+      {"1 > 2 And 売り値 > 1", "F F"},
   };
+  context.Trade().buy = 4.0F;
   for (const auto& [text, outline] : cases) {
     EXPECT_EQ(Outline(Explained(text, context, 1)), outline) << text;
   }

@@ -75,6 +75,20 @@ TEST(ItemNeeds, ParametersThatNeverGiveAValueNeedNothingLoaded) {
   }
 }
 
+TEST(ItemNeeds, ExtremeArgumentsLoadNoMoreThanThereIs) {
+  const store::StockStore store = OpenMarket("item_needs_extreme");
+  for (const char* text :
+       {"終値(-2147483648)", "移動平均(2147483647,-2147483648)", "ＶＲ(2147483647,-1000001)",
+        "週間先行スパン１(2147483647,2147483647,2147483647,-2147483648)",
+        "月間出来高比率合計(2147483647,-2147483647)", "第二銘柄％Ｄ(1000000,2147483647,-1)",
+        "さや最大値(2147483647,-2147483648)", "遅行スパン(2147483647,-2147483647)"}) {
+    const ItemCall call = *ItemCall::Bind(text);
+    EXPECT_EQ(EvaluateWith(store, call.Needs(), call, DayIndex(1), DayIndex(kDays)),
+              EvaluateWith(store, kWholeHistory, call, DayIndex(1), DayIndex(kDays)))
+        << text;
+  }
+}
+
 TEST(ItemNeeds, NoBarMoreThanNeededIsCounted) {
   const store::StockStore store = OpenMarket("item_needs_least");
   const auto fails_with = [&store](const char* text, const History& less) {

@@ -112,6 +112,9 @@ std::string RandomExpression::Function() {
 }
 
 std::string RandomExpression::Item() {
+  if (of_trades_ && random_.Below(2) == 0) {
+    return random_.OneOf({"買い値", "買い値(0)", "売り値", "売り値(0)", "買い日付", "売り日付(0)"});
+  }
   if (random_.Below(3) == 0) return AnyItem(8);
   const std::string offset = random_.Below(2) == 0 ? "0" : "-" + std::to_string(random_.Below(6));
   const std::string period = std::to_string(1 + random_.Below(6));

@@ -38,7 +38,9 @@ class RandomMarket {
 /// Texts of the expression language, most of which have values on most days.
 class RandomExpression {
  public:
-  explicit RandomExpression(RandomMarket& random) : random_(random) {}
+  /// `of_trades`: the prices and dates of the trade are among the items.
+  explicit RandomExpression(RandomMarket& random, bool of_trades = false)
+      : random_(random), of_trades_(of_trades) {}
 
   std::string Condition();
   std::string Operand(int depth);
@@ -54,6 +56,7 @@ class RandomExpression {
   std::string Item();
 
   RandomMarket& random_;
+  bool of_trades_;
 };
 
 }  // namespace orin::analysis

@@ -137,6 +137,45 @@ TEST(RangeProperty, FragmentsInAnyOrderEqualThePlainEvaluation) {
   EXPECT_GT(successes.values, 200);
 }
 
+TradePrices RandomTrade(RandomMarket& random) {
+  TradePrices trade;
+  if (random.Below(4) != 0) trade.buy = static_cast<float>(random.Below(100000)) / 64;
+  if (random.Below(4) != 0) trade.sell = static_cast<float>(random.Below(100000)) / 64;
+  if (random.Below(2) != 0) trade.buy_date = base::Date::FromSerial(43000 + random.Below(500));
+  return trade;
+}
+
+// A range reads the prices of the trade like each day alone, which then stores its own.
+TEST(RangeProperty, PricesOfTheTradeAreReadAndStoredAsPlainly) {
+  constexpr int32_t kDays = 12;
+  int stored = 0;
+  for (uint32_t seed = FirstSeed(); seed < FirstSeed() + 1500; ++seed) {
+    RandomMarket random(seed);
+    const base::BarColumns bars = random.Bars(kDays);
+    const std::string text = RandomExpression(random, true).Condition();
+    const auto condition = CompileCondition(text);
+    if (!condition) continue;  // a chain of too many relations
+    StockContext context(bars, nullptr);
+    const TradePrices before = RandomTrade(random);
+    context.Trade() = before;
+    const Program program = Program::Build(*condition);
+    Evaluator evaluator(program);
+    std::vector<uint8_t> truths;
+    evaluator.EvaluateConditionRange(context, DayIndex(1), DayIndex(kDays), truths);
+    ASSERT_EQ(context.Trade(), before) << Drawn(seed, text);
+    for (int32_t day = 1; day <= kDays; ++day) {
+      context.Trade() = before;
+      const bool truth = ReferenceCondition(*condition, context, DayIndex(day));
+      const TradePrices after = ReferencePrices(*condition, context, DayIndex(day));
+      ASSERT_EQ(truths[static_cast<size_t>(day - 1)] != 0, truth) << Drawn(seed, text);
+      ASSERT_EQ(evaluator.EvaluateCondition(context, DayIndex(day)), truth) << Drawn(seed, text);
+      ASSERT_EQ(context.Trade(), after) << Drawn(seed, text) << " day " << day;
+      stored += after == before ? 0 : 1;
+    }
+  }
+  EXPECT_GT(stored, 1000);
+}
+
 TEST(RangeProperty, DaysToComeChangeNothing) {
   ForEachDraw(900, 40,
               [](uint32_t, RandomMarket& random, const auto& bars, const auto& second,

@@ -70,6 +70,21 @@ bool ApplyPass(std::vector<Entry>& list, const Codes& codes) {
   return true;
 }
 
+bool RelationHolds(const AndTerm& pieces, size_t relation, StockContext& context,
+                   base::DayIndex day) {
+  const Value left = ReferenceOperand(pieces[relation - 1].text, context, day);
+  const Value right = ReferenceOperand(pieces[relation + 1].text, context, day);
+  return left.ok && right.ok && CompareValues(left.value, pieces[relation].text, right.value);
+}
+
+bool HasItem(std::string_view operand, bool (ItemCall::*is_item)() const) {
+  const auto tokens = TokenizeOperand(operand);
+  return std::any_of(tokens.begin(), tokens.end(), [is_item](const Token& token) {
+    const auto call = ItemCall::Bind(token.text, false);
+    return token.kind == Token::Kind::kOperand && call && ((*call).*is_item)();
+  });
+}
+
 }  // namespace
 
 Value ReferenceOperand(std::string_view text, StockContext& context, base::DayIndex day) {
@@ -89,15 +104,28 @@ Value ReferenceOperand(std::string_view text, StockContext& context, base::DayIn
   return list.size() == 1 ? list[0].value : Value::Failed();
 }
 
+TradePrices ReferencePrices(const CompiledCondition& condition, StockContext& context,
+                            base::DayIndex day) {
+  TradePrices after = context.Trade();
+  for (const OrTerm& and_terms : condition.or_terms) {
+    for (const AndTerm& pieces : and_terms) {
+      for (size_t i = 1; i + 1 < pieces.size(); i += 2) {
+        const Value left = ReferenceOperand(pieces[i - 1].text, context, day);
+        if (!RelationHolds(pieces, i, context, day)) continue;
+        const auto price = static_cast<float>(left.value.ToDouble());
+        if (HasItem(pieces[i - 1].text, &ItemCall::IsBuyPrice)) after.buy = price;
+        if (HasItem(pieces[i - 1].text, &ItemCall::IsSellPrice)) after.sell = price;
+      }
+    }
+  }
+  return after;
+}
+
 bool ReferenceCondition(const CompiledCondition& condition, StockContext& context,
                         base::DayIndex day) {
   const auto and_term_holds = [&](const AndTerm& pieces) {
     for (size_t i = 1; i + 1 < pieces.size(); i += 2) {
-      const Value left = ReferenceOperand(pieces[i - 1].text, context, day);
-      const Value right = ReferenceOperand(pieces[i + 1].text, context, day);
-      if (!left.ok || !right.ok || !CompareValues(left.value, pieces[i].text, right.value)) {
-        return false;
-      }
+      if (!RelationHolds(pieces, i, context, day)) return false;
     }
     return pieces.size() > 1;
   };

@@ -16,5 +16,9 @@ namespace orin::analysis {
 Value ReferenceOperand(std::string_view text, StockContext& context, base::DayIndex day);
 bool ReferenceCondition(const CompiledCondition& condition, StockContext& context,
                         base::DayIndex day);
+/// The prices of the trade after the condition has been looked at on the day; those of the context
+/// stay.
+TradePrices ReferencePrices(const CompiledCondition& condition, StockContext& context,
+                            base::DayIndex day);
 
 }  // namespace orin::analysis

@@ -1,5 +1,9 @@
+#include <algorithm>
+#include <array>
 #include <gtest/gtest.h>
+#include <string>
 #include <string_view>
+#include <utility>
 
 #include "analysis/evaluator.h"
 #include "analysis/items/item_call.h"
@@ -97,12 +101,41 @@ TEST_F(TradePriceTest, OnlyTheFirstOperandOfARelationCounts) {
   EXPECT_EQ(Trade().buy, 201.0F);
 }
 
-TEST_F(TradePriceTest, LaterRelationsReadThePriceJustStored) {
-  EXPECT_TRUE(Holds("買い値 + 1 > 0 And 買い値 = 101.5 And 買い値 + 1 = 102.5 And 買い値 = 102.5"));
+TEST_F(TradePriceTest, AllRelationsOfAnEvaluationReadThePricesFromBefore) {
+  EXPECT_TRUE(Holds("買い値 + 1 > 0 And 100.5 = 買い値 And 買い値 + 2 = 102.5"));
   EXPECT_EQ(Trade().buy, 102.5F);
-  // What was stored before another relation turned out false stays stored.
-  EXPECT_FALSE(Holds("買い値 + 1 > 0 And 終値(0) < 0"));
+  EXPECT_FALSE(Holds("買い値 + 1 > 0 And 103.5 = 買い値"));
   EXPECT_EQ(Trade().buy, 103.5F);
+  EXPECT_TRUE(Holds("買い値 = 103.5"));
+}
+
+TEST_F(TradePriceTest, RelationsBehindADecidedTermStore) {
+  for (const char* text :
+       {"終値(0) < 0 And 買い値 + 1 > 0", "終値(0) > 0 Or 買い値 + 1 > 0",
+        "終値(0) < 0 And 1 > 0 And 買い値 + 1 > 0 And 2 > 1", "終値(0) > 買い値 + 1 < 1000"}) {
+    Trade().buy = 100.5F;
+    Holds(text);
+    EXPECT_EQ(Trade().buy, 101.5F) << text;
+  }
+}
+
+TEST_F(TradePriceTest, TheLastTrueRelationOfTheTextStores) {
+  EXPECT_TRUE(Holds("買い値 + 1 > 0 Or 買い値 + 2 > 0 And 買い値 + 3 < 0 And 売り値 + 買い値 > 0"));
+  EXPECT_EQ(Trade().buy, 102.5F);
+  EXPECT_FALSE(Trade().sell);
+}
+
+TEST_F(TradePriceTest, TheOrderOfTermsChangesNothing) {
+  std::array<std::string, 3> terms = {"買い値 * 2 > 終値(0)", "150 > 買い値", "終値(0) > 100"};
+  std::sort(terms.begin(), terms.end());
+  do {
+    for (const auto& [word, truth] : {std::pair(" And ", false), std::pair(" Or ", true)}) {
+      Trade().buy = 100.5F;
+      const std::string text = terms[0] + word + terms[1] + word + terms[2];
+      EXPECT_EQ(Holds(text), truth) << text;
+      EXPECT_EQ(Trade().buy, 201.0F) << text;
+    }
+  } while (std::next_permutation(terms.begin(), terms.end()));
 }
 
 TEST_F(TradePriceTest, AnOperandWithBothItemsStoresBoth) {

@@ -22,6 +22,16 @@ expect "before the first day" 1 "1999/01/04" cli eval --code AAPL --date 1999/01
 expect "not a system file" 1 "orin.xyzはシステムファイルではありません。" cli system-file orin.xyz
 expect "wrong period" 2 "使い方" cli bars AAPL --period year
 expect "offset before the first day" 0 "fail" cli eval --code AAPL '終値(-5000)'
+for extreme in '終値(0) > 終値(-2147483648)' '移動平均(25,0) > 移動平均(25,-2147483648)' \
+    '移動平均(2147483647,0) > 終値(2147483647)' '終値(99999999999999999999) > 終値(0)'; do
+  expect "eval $extreme" 0 "false" cli eval --code AAPL "$extreme"
+  expect "series $extreme" 0 "2020/01/10,false" cli series --code AAPL "$extreme"
+  expect "signals $extreme" 0 "0" cli signals --count "$extreme"
+  expect "explain $extreme" 0 "選ばれません。" cli explain --code AAPL "$extreme"
+  printf 'タイトル：x\n分析結果格納場所：patrol\\\n分析項目：%s\n' "$extreme" >"$home/extreme.txt"
+  expect "screen $extreme" 0 $'\t0' cli screen "$home/extreme.txt"
+done
+rm "$home"/patrol/k*.txt
 expect "future" 0 "fail" cli eval --code AAPL '終値(1)'
 expect "series without expressions" 2 "EXPR" cli series --code AAPL
 expect "series of an expression beyond the limits" 2 "の698文字目：" \
