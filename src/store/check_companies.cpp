@@ -77,7 +77,9 @@ bool CheckCreditNumbers(const CheckedStore& store, Findings& findings) {
     findings.Add(name + "の信用カレント" + std::to_string(current) + "が0から" +
                  std::to_string(kLastFileNumber) + "の範囲にありません。");
   }
-  if (first > current) {
+  // As with price files, a store without credit files may say that the first one will be number 1.
+  const bool has_none = current == 0 && first == 1;
+  if (first > current && !has_none) {
     findings.Add(name + "の信用先頭" + std::to_string(first) + "が信用カレント" +
                  std::to_string(current) + "より後です。");
   } else if (first < 0 || (first == 0 && current > 0)) {
