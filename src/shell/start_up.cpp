@@ -16,7 +16,7 @@ constexpr const char* kDefaultsUsed =
 void LoadFromStore(StartUpRun& run) {
   ChooseInitialStock(run);
   LoadRankings(run);
-  CheckPriceCompanions(run);
+  LoadPriceCompanions(run);
   UseRamDisk(run);
 }
 
