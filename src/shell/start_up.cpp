@@ -20,6 +20,12 @@ void LoadFromStore(StartUpRun& run) {
   UseRamDisk(run);
 }
 
+void AdoptSimulation(StartUpRun& run) {
+  const auto adopted = AdoptSimulationFile(*run.state.files, run.state.places);
+  run.problems.AddFailure(StartUpStep::kSettings, adopted);
+  if (adopted && *adopted) run.screen.Questions().Inform(**adopted);
+}
+
 }  // namespace
 
 void LoadSettingsAndClaim(StartUpRun& run, base::FileSystem& files) {
@@ -32,6 +38,7 @@ void LoadSettingsAndClaim(StartUpRun& run, base::FileSystem& files) {
   }
   state.program_marker = RunMarker(state.places.program_directory / "orin.act");
   run.problems.AddFailure(StartUpStep::kProgramMarker, state.program_marker.Claim(files));
+  AdoptSimulation(run);
   LoadedSettings loaded = LoadWhatIsReadable(state.places);
   state.are_settings_readable = base::ProfileFile::Load(state.places.ini_file).has_value();
   state.settings = std::move(loaded.settings);
