@@ -105,7 +105,7 @@ base::Result<store::TrendLines> ChartSource::TrendLines() const {
 }
 
 base::Result<store::IntradayDay> ChartSource::Intraday(base::Date last) const {
-  return store::LoadIntraday(store_.Location(), stock_.slot, last);
+  return store_.Intraday().Newest(stock_.slot, last);
 }
 
 int32_t ChartSource::BarOf(base::Date date) {

@@ -122,9 +122,11 @@ void AddTrendLines(const PlotRequest& request, Plot& result, TimePlot& plot) {
     return;
   }
   for (const store::TrendLine& line : *lines) {
-    if (line.first_date.IsNone() || line.second_date.IsNone()) continue;
-    plot.segments.push_back({request.source.BarOf(line.first_date), line.first_price,
-                             request.source.BarOf(line.second_date), line.second_price,
+    const base::Date first = line.first_date.Day();
+    const base::Date second = line.second_date.Day();
+    if (first.IsNone() || second.IsNone()) continue;
+    plot.segments.push_back({request.source.BarOf(first), line.first_price,
+                             request.source.BarOf(second), line.second_price,
                              request.colors.Of(request.common.charttrendline_color)});
   }
 }

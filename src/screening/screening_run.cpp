@@ -31,6 +31,7 @@ tl::unexpected<RunFailure> Failure(std::string message,
 
 constexpr std::string_view kDefaultDirectoryFile = "workresultfilename.txt";
 constexpr int64_t kStocksPerReport = 4;
+constexpr const char* kFewFiles = "データファイルは４ファイル以上必要です。";
 
 std::string StageCaption(const std::string& title) { return "ミルテ（株価分析：" + title + "）"; }
 
@@ -252,10 +253,22 @@ base::Status WriteAnalysisDay(base::FileSystem& files, const fs::path& analysis_
   return base::ReplaceFile(files, analysis_file.parent_path() / "analysisday.txt", *bytes);
 }
 
-base::Status CheckFirstFile(const store::MasterHeader& header, int16_t first_file) {
-  const bool all_files = first_file <= header.first_file;
-  if (all_files || header.current_file - first_file + 1 >= kFewestPriceFiles) return {};
-  return Fail("データファイルは４ファイル以上必要です。");
+Result<std::optional<int16_t>> FirstFileOfRun(const store::MasterHeader& header, int32_t setting,
+                                              std::optional<int32_t> option) {
+  if (!option && setting == 0) return std::nullopt;
+  const int32_t first = header.first_file;
+  const int32_t last = std::max(first, header.current_file - kFewestPriceFiles + 1);
+  const int32_t number = option.value_or(setting);
+  if (number >= first && number <= last) return static_cast<int16_t>(number);
+  const std::string range = std::to_string(first) + "から" + std::to_string(last) + "までの番号";
+  const bool is_file = number >= first && number <= header.current_file;
+  if (is_file && option) return Fail(kFewFiles);
+  if (option) {
+    return Fail("先頭ファイルの番号" + std::to_string(number) + "は" + range + "ではありません。");
+  }
+  return Fail((is_file ? std::string(kFewFiles) + "\n" : "") + "設定 AnalysisSystemFirstFile の値" +
+              std::to_string(number) + "では株価分析を始められません。先頭ファイルには" + range +
+              "か、すべてのファイルを読む0を指定してください。");
 }
 
 Result<std::string> ExplainFirstFile(const store::StockStore& store, int16_t first_file) {

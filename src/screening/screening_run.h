@@ -111,9 +111,12 @@ base::Status WriteAnalysisDay(base::FileSystem& files, const std::filesystem::pa
 /// At least this many price files must remain readable when the first one is chosen.
 inline constexpr int16_t kFewestPriceFiles = 4;
 
-/// Whether enough price files remain when the store is opened with `first_file`, one of its
-/// files; the sentence where not. All there are is enough.
-base::Status CheckFirstFile(const store::MasterHeader& header, int16_t first_file);
+/// The first price file of a run: `option`, else the setting AnalysisSystemFirstFile; none for the
+/// master's own. Fails with a sentence for a number that is none of the store's files or leaves
+/// fewer than kFewestPriceFiles of them. All there are is enough.
+base::Result<std::optional<int16_t>> FirstFileOfRun(const store::MasterHeader& header,
+                                                    int32_t setting,
+                                                    std::optional<int32_t> option = {});
 /// What the choice of one of the store's files means, in four lines.
 base::Result<std::string> ExplainFirstFile(const store::StockStore& store, int16_t first_file);
 

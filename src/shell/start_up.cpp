@@ -16,8 +16,14 @@ constexpr const char* kDefaultsUsed =
 void LoadFromStore(StartUpRun& run) {
   ChooseInitialStock(run);
   LoadRankings(run);
-  CheckPriceCompanions(run);
+  LoadPriceCompanions(run);
   UseRamDisk(run);
+}
+
+void AdoptSimulation(StartUpRun& run) {
+  const auto adopted = AdoptSimulationFile(*run.state.files, run.state.places);
+  run.problems.AddFailure(StartUpStep::kSettings, adopted);
+  if (adopted && *adopted) run.screen.Questions().Inform(**adopted);
 }
 
 }  // namespace
@@ -32,6 +38,7 @@ void LoadSettingsAndClaim(StartUpRun& run, base::FileSystem& files) {
   }
   state.program_marker = RunMarker(state.places.program_directory / "orin.act");
   run.problems.AddFailure(StartUpStep::kProgramMarker, state.program_marker.Claim(files));
+  AdoptSimulation(run);
   LoadedSettings loaded = LoadWhatIsReadable(state.places);
   state.are_settings_readable = base::ProfileFile::Load(state.places.ini_file).has_value();
   state.settings = std::move(loaded.settings);

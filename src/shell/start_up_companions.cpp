@@ -29,19 +29,6 @@ bool HasPrices(const store::StockStore& store, const store::StockRecord& stock) 
   return false;
 }
 
-/// A file that is there must be readable and of whole records.
-void CheckCompanion(StartUpRun& run, const StoreFile& file, size_t record_length) {
-  const std::filesystem::path path = PathOf(run.state.StoreLocation(), file);
-  if (!store::Exists(path)) return;
-  const auto mapped = base::MappedFile::Open(path);
-  run.problems.AddFailure(StartUpStep::kPriceCompanions, mapped);
-  if (!mapped || mapped->Bytes().size() % record_length == 0) return;
-  run.problems.Add(StartUpStep::kPriceCompanions,
-                   "「" + base::PathText(path) + "」の長さ" +
-                       std::to_string(mapped->Bytes().size()) + "バイトがレコード長" +
-                       std::to_string(record_length) + "で割り切れません。");
-}
-
 }  // namespace
 
 void LoadTrades(StartUpRun& run) {
@@ -78,13 +65,8 @@ void LoadRankings(StartUpRun& run) {
   run.problems.Show();
 }
 
-void CheckPriceCompanions(StartUpRun& run) {
-  const store::MasterHeader& header = run.state.store->Master().Header();
-  for (int16_t number = 1; number <= store::kLastFileNumber; ++number) {
-    CheckCompanion(run, {FileKind::kIntraday, number}, store::kIntradayRecordLength);
-    if (number < header.credit_first || number > header.credit_current) continue;
-    CheckCompanion(run, {FileKind::kCredit, number}, store::kCreditRecordLength);
-  }
+void LoadPriceCompanions(StartUpRun& run) {
+  run.problems.AddAll(StartUpStep::kPriceCompanions, run.state.store->LoadPriceCompanions());
   run.problems.Show();
 }
 

@@ -22,7 +22,7 @@ constexpr std::array kTitles = {
     StepTitle{StartUpStep::kMultipleStart, "異常状態の回復"},
     StepTitle{StartUpStep::kInitialStock, "最初の銘柄の読み込み"},
     StepTitle{StartUpStep::kRankings, "ランキング情報の読み込み"},
-    StepTitle{StartUpStep::kPriceCompanions, "日中の足と信用残高の確認"},
+    StepTitle{StartUpStep::kPriceCompanions, "日中の足と信用残高の読み込み"},
     StepTitle{StartUpStep::kRamDisk, "ＲＡＭディスクへのコピー"},
     StepTitle{StartUpStep::kShutDown, "終了"},
 };

@@ -31,8 +31,9 @@ void CheckMultipleStart(StartUpRun& run);
 // The stages behind the question, each for a store that is open.
 void ChooseInitialStock(StartUpRun& run);
 void LoadRankings(StartUpRun& run);
-/// The intraday files that are there and the credit files that the master's header names.
-void CheckPriceCompanions(StartUpRun& run);
+/// The intraday files that are there and the credit files that the master's header names: reads
+/// their dates, which charts and conditions find them by.
+void LoadPriceCompanions(StartUpRun& run);
 /// Where a RAM disk is configured, copies the store to it and reads it from there.
 void UseRamDisk(StartUpRun& run);
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <filesystem>
 #include <string>
 #include <vector>
 
@@ -19,10 +20,30 @@ struct IntradayDay {
   bool operator==(const IntradayDay&) const = default;
 };
 
-/// The newest day up to `last` of which the intraday files have bars of the stock. A file that is
-/// missing or shorter than its record is one without bars; fails where one cannot be read.
-base::Result<IntradayDay> LoadIntraday(const StoreLocation& location, base::SlotRecord slot,
-                                       base::Date last);
+/// The intraday files of a store by their dates. The bars of a stock are read from its record when
+/// they are asked for.
+class IntradayFiles {
+ public:
+  /// Reads the first record of each file that is there.
+  static IntradayFiles Open(const StoreLocation& location);
+
+  /// A sentence for each file that cannot be read, ends within a record or has a date that is none.
+  [[nodiscard]] const std::vector<std::string>& Problems() const { return problems_; }
+  /// The newest day up to `last` of which the files have bars of the stock. A file that is damaged
+  /// or shorter than the record is one without bars; fails where one cannot be read.
+  [[nodiscard]] base::Result<IntradayDay> Newest(base::SlotRecord slot, base::Date last) const;
+
+ private:
+  struct DatedFile {
+    base::Date date;
+    std::filesystem::path path;
+  };
+  void Add(const std::filesystem::path& path);
+
+  std::vector<DatedFile> files_;  // newest first, of one date the last number first
+  base::Status readable_;         // the failure of the first file that cannot be read
+  std::vector<std::string> problems_;
+};
 
 /// The image of an intraday file of `date` with the bars of each slot from 2 on, each at most
 /// kIntradayEntries.

@@ -55,8 +55,20 @@ base::Result<std::string> EncodeRanking(const RankingContent& content) {
   return bytes;
 }
 
+namespace {
+
+/// The mark of a version before this one, and behind it at least a header.
+bool IsOfEarlierVersion(std::string_view bytes) {
+  constexpr size_t kVersion = kRankingMark.size() - 1;
+  return bytes.size() >= kRankingRecordLength &&
+         bytes.starts_with(kRankingMark.substr(0, kVersion)) && bytes[kVersion] >= '0' &&
+         bytes[kVersion] < kRankingMark[kVersion];
+}
+
+}  // namespace
+
 base::Status CheckRankingBytes(const std::string& name, std::string_view bytes) {
-  if (!bytes.starts_with(kRankingMark)) {
+  if (IsOfEarlierVersion(bytes)) {
     return base::Fail(name +
                       " のランキングファイルは以前のバージョンで作成されたランキングファイルのため"
                       "使用できません");
@@ -67,8 +79,10 @@ base::Status CheckRankingBytes(const std::string& name, std::string_view bytes) 
                         .value_or(base::Date()) != base::Date();
   const uint64_t count =
       header ? base::GetUint32(header->data() + ranking_header_offset::kCount) : 0;
-  if (has_date && bytes.size() == (count + kFirstRankedRecord - 1) * kRankingRecordLength)
+  if (bytes.starts_with(kRankingMark) && has_date &&
+      bytes.size() == (count + kFirstRankedRecord - 1) * kRankingRecordLength) {
     return {};
+  }
   return base::Fail(name + " のランキングファイルは壊れているため使用できません。");
 }
 

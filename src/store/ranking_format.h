@@ -69,7 +69,8 @@ struct RankingContent {
 base::Result<std::string> EncodeRanking(const RankingContent& content);
 
 /// Fails, with a sentence that begins with `name`, unless the bytes are a ranking file of this
-/// version whose length agrees with its header.
+/// version whose length agrees with its header. A file of an earlier version has a sentence of its
+/// own; everything else is damaged.
 base::Status CheckRankingBytes(const std::string& name, std::string_view bytes);
 
 }  // namespace orin::store

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 
+#include "store/check_parts.h"
 #include "store/file_names.h"
 #include "store/store_state.h"
 
@@ -81,16 +82,37 @@ void StockStore::LoadAdjustedBars(const StockRecord& stock, base::DayIndex first
   for (const SplitEvent& event : events) AdjustForSplit(event, bars);
 }
 
-void StockStore::LoadCreditBalances(base::SlotRecord slot, base::DayIndex first,
-                                    base::DayIndex last,
-                                    std::vector<CreditBalance>& balances) const {
+const CreditFiles& StockStore::Credit() const {
   std::optional<CreditFiles>& credit = state_->credit;
   if (!credit || credit->DayCount() != state_->prices.DayCount()) {
     credit = CreditFiles::Open(state_->location, state_->master.Header(), state_->prices.Days());
   }
+  return *credit;
+}
+
+const IntradayFiles& StockStore::Intraday() const {
+  std::optional<IntradayFiles>& intraday = state_->intraday;
+  if (!intraday) intraday = IntradayFiles::Open(state_->location);
+  return *intraday;
+}
+
+std::vector<std::string> StockStore::LoadPriceCompanions() const {
+  std::vector<std::string> problems = Intraday().Problems();
+  static_cast<void>(Credit());
+  // The files alone are looked at; no stock is needed for it.
+  Findings findings;
+  CheckCreditFiles({state_->location, state_->master.Header(), {}}, findings);
+  const std::vector<std::string> found = findings.Take();
+  problems.insert(problems.end(), found.begin(), found.end());
+  return problems;
+}
+
+void StockStore::LoadCreditBalances(base::SlotRecord slot, base::DayIndex first,
+                                    base::DayIndex last,
+                                    std::vector<CreditBalance>& balances) const {
   const int32_t offset = state_->skipped_days - 1;
-  credit->Load(slot, std::max(first.Value(), 1) + offset,
-               std::min(last.Value(), state_->calendar.Count()) + offset, balances);
+  Credit().Load(slot, std::max(first.Value(), 1) + offset,
+                std::min(last.Value(), state_->calendar.Count()) + offset, balances);
 }
 
 }  // namespace orin::store

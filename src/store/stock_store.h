@@ -22,6 +22,9 @@
 
 namespace orin::store {
 
+class CreditFiles;
+class IntradayFiles;
+
 enum class Access { kRead, kWrite };
 
 struct OpenOptions {
@@ -99,6 +102,11 @@ class StockStore {
   /// for splits. The first call maps the files.
   void LoadCreditBalances(base::SlotRecord slot, base::DayIndex first, base::DayIndex last,
                           std::vector<CreditBalance>& balances) const;
+  /// The intraday files as the first call finds them.
+  [[nodiscard]] const IntradayFiles& Intraday() const;
+  /// Makes those first calls for the credit and the intraday files. Gives a sentence for each file
+  /// that is missing, cannot be read or is damaged, as CheckStore does.
+  [[nodiscard]] std::vector<std::string> LoadPriceCompanions() const;
 
   // What follows needs Access::kWrite.
 
@@ -132,6 +140,8 @@ class StockStore {
  private:
   struct State;
   explicit StockStore(std::unique_ptr<State> state);
+
+  [[nodiscard]] const CreditFiles& Credit() const;
 
   std::unique_ptr<State> state_;
 };

@@ -1,6 +1,7 @@
 #include "store/store_check.h"
 
 #include "store/check_parts.h"
+#include "store/intraday_files.h"
 #include "store/stored_file.h"
 #include "store/transaction.h"
 
@@ -68,6 +69,8 @@ base::Result<std::vector<std::string>> CheckFiles(const StoreLocation& location,
   CheckSplits(store, findings);
   CheckCompanyFiles(store, findings);
   CheckCreditFiles(store, findings);
+  const IntradayFiles intraday = IntradayFiles::Open(location);
+  for (const std::string& problem : intraday.Problems()) findings.Add(problem);
   if (scope == CheckScope::kAll) {
     const base::Status sums = CheckSums(store, progress, findings);
     if (!sums) return base::Forward(sums);

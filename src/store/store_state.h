@@ -11,6 +11,7 @@
 
 #include "base/file_system.h"
 #include "store/credit_files.h"
+#include "store/intraday_files.h"
 #include "store/price_files.h"
 #include "store/price_sums.h"
 #include "store/stock_store.h"
@@ -30,8 +31,9 @@ struct StockStore::State {
   PriceFiles prices;  // all files of the header
   /// Opened by the first who asks, for the days there are then.
   std::optional<CreditFiles> credit;
-  Calendar calendar;         // from the first file chosen
-  int32_t skipped_days = 0;  // stored days before the calendar's first
+  std::optional<IntradayFiles> intraday;  // likewise
+  Calendar calendar;                      // from the first file chosen
+  int32_t skipped_days = 0;               // stored days before the calendar's first
   SplitList splits;
   /// The file behind the current one that a new file may replace; 0: none.
   int16_t leftover = 0;

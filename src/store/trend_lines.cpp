@@ -1,5 +1,6 @@
 #include "store/trend_lines.h"
 
+#include <cmath>
 #include <limits>
 
 #include "base/coding.h"
@@ -15,22 +16,26 @@ constexpr StoreFile kFile = {FileKind::kTrendLines, 0};
 
 TrendLine DecodeLine(const char* bytes) {
   namespace at = trend_offset;
-  const auto first = base::Date::FromFile(base::GetDouble(bytes + at::kFirstDate));
-  const auto second = base::Date::FromFile(base::GetDouble(bytes + at::kSecondDate));
-  if (!first || !second || first->IsNone()) return {};
-  return TrendLine{*first, base::GetCurrency(bytes + at::kFirstPrice), *second,
+  const StoredDate first(base::GetDouble(bytes + at::kFirstDate));
+  if (first.Day().IsNone()) return {};
+  return TrendLine{first, base::GetCurrency(bytes + at::kFirstPrice),
+                   StoredDate(base::GetDouble(bytes + at::kSecondDate)),
                    base::GetCurrency(bytes + at::kSecondPrice)};
 }
 
 void EncodeLine(const TrendLine& line, char* bytes) {
   namespace at = trend_offset;
-  base::PutDouble(bytes + at::kFirstDate, line.first_date.Serial());
+  base::PutDouble(bytes + at::kFirstDate, line.first_date.Days());
   base::PutCurrency(bytes + at::kFirstPrice, line.first_price);
-  base::PutDouble(bytes + at::kSecondDate, line.second_date.Serial());
+  base::PutDouble(bytes + at::kSecondDate, line.second_date.Days());
   base::PutCurrency(bytes + at::kSecondPrice, line.second_price);
 }
 
 }  // namespace
+
+base::Date StoredDate::Day() const {
+  return base::Date::FromFile(std::trunc(Days())).value_or(base::Date());
+}
 
 TrendLines DecodeTrendLines(std::string_view record) {
   TrendLines lines;

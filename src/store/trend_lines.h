@@ -1,7 +1,9 @@
 #pragma once
 
 #include <array>
+#include <bit>
 #include <cstddef>
+#include <cstdint>
 #include <string>
 #include <string_view>
 
@@ -26,10 +28,30 @@ inline constexpr size_t kSecondDate = 16;   // 8
 inline constexpr size_t kSecondPrice = 24;  // 8
 }  // namespace trend_offset
 
+/// A date as a line's record has it, which may be within a day or no date at all. It is written as
+/// it was read.
+class StoredDate {
+ public:
+  StoredDate() = default;
+  StoredDate(base::Date day)  // NOLINT(google-explicit-constructor): every date can be stored
+      : StoredDate(static_cast<double>(day.Serial())) {}
+  /// Days since 1899-12-30, any number.
+  explicit StoredDate(double days) : bits_(std::bit_cast<uint64_t>(days)) {}
+
+  [[nodiscard]] double Days() const { return std::bit_cast<double>(bits_); }
+  /// Without the fraction; none for a number out of the range of dates.
+  [[nodiscard]] base::Date Day() const;
+
+  bool operator==(const StoredDate&) const = default;
+
+ private:
+  uint64_t bits_ = 0;  // numbers that are none keep their bytes
+};
+
 struct TrendLine {
-  base::Date first_date;  // none: no line
+  StoredDate first_date;  // without a day: no line
   base::Currency first_price;
-  base::Date second_date;
+  StoredDate second_date;  // without a day: a line that cannot be drawn
   base::Currency second_price;
 
   bool operator==(const TrendLine&) const = default;
@@ -37,7 +59,8 @@ struct TrendLine {
 
 using TrendLines = std::array<TrendLine, kTrendLinesPerStock>;
 
-/// `record` is kTrendRecordLength bytes. A line one of whose dates is no date is cleared.
+/// `record` is kTrendRecordLength bytes. A line whose first date is no date is cleared; others
+/// are encoded as they were.
 TrendLines DecodeTrendLines(std::string_view record);
 /// Exactly kTrendRecordLength bytes.
 std::string EncodeTrendLines(const TrendLines& lines);

@@ -132,6 +132,11 @@ TEST_F(LayoutOfRealQuotes, TrendLinesAndSplitsAreDrawnWhereTheSettingsSaySo) {
   store::TrendLines lines;
   lines[0] = {source_.Bars().DateOf(250), base::Currency::FromInt(200), source_.Bars().DateOf(290),
               base::Currency::FromInt(300)};
+  // Drawn at noon, and one without an end.
+  lines[3] = lines[0];
+  lines[3].first_date = store::StoredDate(lines[0].first_date.Days() + 0.5);
+  lines[6] = lines[0];
+  lines[6].second_date = store::StoredDate(1e9);
   ASSERT_TRUE(store::SaveTrendLines(store_.Location(), source_.Stock().slot, lines,
                                     base::NativeFileSystem()));
   const auto segments = [&] {
@@ -140,11 +145,12 @@ TEST_F(LayoutOfRealQuotes, TrendLinesAndSplitsAreDrawnWhereTheSettingsSaySo) {
   settings_.common.show_trendline = false;
   EXPECT_EQ(segments(), 0U);
   settings_.common.show_trendline = true;
-  EXPECT_EQ(segments(), 1U);
+  ASSERT_EQ(segments(), 2U);
   const Chart chart = Build({});
-  const auto& segment = std::get<TimePlot>(chart.panes[0].content).segments[0];
-  EXPECT_EQ(segment.first_bar, 250);
-  EXPECT_EQ(segment.second_bar, 290);
+  for (const auto& segment : std::get<TimePlot>(chart.panes[0].content).segments) {
+    EXPECT_EQ(segment.first_bar, 250);
+    EXPECT_EQ(segment.second_bar, 290);
+  }
 }
 
 TEST(SplitMarks, StandAtTheFirstBarWithNewShares) {

@@ -18,6 +18,7 @@ using support::NoBar;
 using support::StoreBuilder;
 using support::Weekdays;
 using ::testing::HasSubstr;
+using ::testing::StartsWith;
 
 store::NewStock Stock(const char* code, const char* name, int16_t listing) {
   store::NewStock stock;
@@ -242,15 +243,33 @@ TEST_F(ScreeningRunTest, FirstFileIsExplained) {
       "い。");
 }
 
-TEST_F(ScreeningRunTest, FirstFileMustLeaveFourFiles) {
+TEST(FirstFileOfRun, IsAFileOfTheStoreThatLeavesFour) {
   store::MasterHeader header;
   header.first_file = 2;
   header.current_file = 10;
-  EXPECT_TRUE(CheckFirstFile(header, 2));
-  EXPECT_TRUE(CheckFirstFile(header, 7));
-  EXPECT_FALSE(CheckFirstFile(header, 8));
+  EXPECT_EQ(*FirstFileOfRun(header, 0), std::nullopt);
+  EXPECT_EQ(*FirstFileOfRun(header, 7), 7);
+  EXPECT_EQ(*FirstFileOfRun(header, 99, 2), 2) << "the setting does not count";
+  const auto sentence = [&header](int32_t setting, std::optional<int32_t> option) {
+    return FirstFileOfRun(header, setting, option).error().message;
+  };
+  EXPECT_EQ(sentence(0, 8), "データファイルは４ファイル以上必要です。");
+  EXPECT_EQ(sentence(0, 11), "先頭ファイルの番号11は2から7までの番号ではありません。");
+  EXPECT_EQ(sentence(0, 70000), "先頭ファイルの番号70000は2から7までの番号ではありません。");
+  EXPECT_THAT(sentence(10, {}), StartsWith("データファイルは４ファイル以上必要です。\n設定 "
+                                           "AnalysisSystemFirstFile の値10では"));
+  for (const int32_t number : {-1, 1, 11, 1000}) {
+    EXPECT_EQ(sentence(number, {}),
+              "設定 AnalysisSystemFirstFile の値" + std::to_string(number) +
+                  "では株価分析を始められません。先頭ファイルには2から7までの番号か、すべての"
+                  "ファイルを読む0を指定してください。");
+  }
   header.current_file = 3;
-  EXPECT_TRUE(CheckFirstFile(header, 2)) << "all there is";
+  EXPECT_EQ(*FirstFileOfRun(header, 2), 2) << "all there is";
+  EXPECT_EQ(sentence(0, 3), "データファイルは４ファイル以上必要です。");
+  header.current_file = 0;
+  EXPECT_EQ(*FirstFileOfRun(header, 2), 2);
+  EXPECT_FALSE(FirstFileOfRun(header, 3));
 }
 
 }  // namespace

@@ -11,6 +11,7 @@ namespace orin::shell {
 namespace {
 
 using base::ProfileFile;
+using support::Bytes;
 using support::PutFile;
 using ::testing::ElementsAre;
 using ::testing::HasSubstr;
@@ -35,8 +36,8 @@ TEST(Settings, EveryGroupComesFromItsFile) {
   PutFile(places.ini_file,
           "[bus]\r\ndatasave_dir=d\r\n[COMMON]\r\nanalysissystemfirstfile=3\r\n"
           "AnalysisGroupFile=lists\\my.chk\r\n[chartaction]\r\nbunkatsu_auto_check=0\r\n");
-  PutFile(scratch / "orinsim.ini", "[OrinSimulation]\r\nsim_start_date=2010/2/3\r\n");
   std::filesystem::create_directories(scratch / "p/lists");
+  PutFile(scratch / "p/orinsim.ini", "[OrinSimulation]\r\nsim_start_date=2010/2/3\r\n");
   PutFile(scratch / "p/lists/my.chk", "[Title]\r\nchecktitle2=b\r\n");
   const auto settings = LoadSettings(places);
   ASSERT_TRUE(settings.has_value());
@@ -46,6 +47,37 @@ TEST(Settings, EveryGroupComesFromItsFile) {
   EXPECT_FALSE(settings->chart_action.bunkatsu_auto_check);
   EXPECT_EQ(settings->orin_simulation.sim_start_date.ToText(), "2010/02/03");
   EXPECT_EQ(settings->analysis_group.entries[1].title, "b");
+}
+
+TEST(Settings, SimulationFileBesideAnotherSettingsFileIsUsedAndCopiedOnce) {
+  const support::ScratchDirectory scratch;
+  const SettingsPlaces places{scratch / "program", scratch / "user/orin.ini"};
+  std::filesystem::create_directories(places.program_directory);
+  std::filesystem::create_directories(scratch / "user");
+  const std::string text = "[OrinSimulation]\r\nsim_start_date=2010/2/3\r\nmine=1\r\n";
+  PutFile(scratch / "user/orinsim.ini", text);
+  const auto start = [&] { return LoadSettings(places)->orin_simulation.sim_start_date.ToText(); };
+  EXPECT_EQ(start(), "2010/02/03");
+
+  // Without a copy a change goes to the program directory, with all that the file held.
+  auto& files = base::NativeFileSystem();
+  const Settings before = *LoadSettings(places);
+  Settings after = before;
+  after.orin_simulation.sim_start_date = *base::Date::FromYmd(2011, 4, 5);
+  ASSERT_TRUE(SaveSettings(files, places, before, after));
+  EXPECT_THAT(Bytes(SimulationFile(places)), HasSubstr("mine=1"));
+  EXPECT_EQ(start(), "2011/04/05");
+  EXPECT_EQ(Bytes(scratch / "user/orinsim.ini"), text);
+  EXPECT_EQ(*AdoptSimulationFile(files, places), std::nullopt);
+
+  std::filesystem::remove(SimulationFile(places));
+  const auto adopted = AdoptSimulationFile(files, places);
+  ASSERT_TRUE(adopted && *adopted);
+  EXPECT_THAT(**adopted, HasSubstr((scratch / "user/orinsim.ini").string()));
+  EXPECT_EQ(Bytes(SimulationFile(places)), text);
+  EXPECT_EQ(*AdoptSimulationFile(files, places), std::nullopt);
+  std::filesystem::remove(scratch / "user/orinsim.ini");
+  EXPECT_EQ(start(), "2010/02/03");
 }
 
 TEST(Settings, FilesThatCannotBeReadAreNamedAndHaveDefaults) {

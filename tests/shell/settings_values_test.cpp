@@ -87,6 +87,13 @@ TEST(SettingValues, TextsThatMeanNothingOrTooMuchGiveTheDefault) {
   for (const ReadCase& c : kCases) EXPECT_EQ(Read(c.key, c.text), c.value) << c.key << c.text;
 }
 
+TEST(SettingValues, FirstPriceFileThatCannotBeIsKeptForWhoeverUsesIt) {
+  for (const char* text : {"1000", "-1", "999"}) {
+    EXPECT_EQ(Read("AnalysisSystemFirstFile", text), text);
+  }
+  EXPECT_EQ(Read("AnalysisSystemFirstFile", "x"), "0");
+}
+
 TEST(SettingValues, BoxesAreTickedByOneTrueAndOtherNumbers) {
   for (const char* text : {"1", "True", "TRUE", "true ", "-1", "2", "0.5", "65535"}) {
     EXPECT_EQ(Read("original2_check", text), "1") << text;

@@ -13,6 +13,7 @@ using support::PutFile;
 using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 using ::testing::IsEmpty;
+using ::testing::SizeIs;
 
 /// A store where the settings name none.
 void PutStoreIntoProgramDirectory(const ProgramHome& home) {
@@ -92,6 +93,29 @@ TEST(StartUpSettings, SettingsThatCannotBeSavedAreToldAndTheMarkersGo) {
   EXPECT_FALSE(std::filesystem::exists(home.Program() / "orin.act"));
   EXPECT_FALSE(std::filesystem::exists(home.SettingsDirectory() / "orinuser.act"));
   EXPECT_NE(state->settings, state->saved_settings);
+}
+
+TEST(StartUpSettings, SimulationFileBesideTheSettingsIsCopiedAndToldOnce) {
+  ProgramHome home;
+  PutFile(home.SettingsDirectory() / "orinsim.ini", "[OrinSimulation]\r\nsim_start_date=2010/2/3");
+  const auto state = home.Start();
+  EXPECT_EQ(state->settings.orin_simulation.sim_start_date.ToText(), "2010/02/03");
+  ASSERT_THAT(home.Screen().Texts(), SizeIs(1));
+  EXPECT_EQ(home.Screen().Questions().Shown()[0].icon, Icon::kInformation);
+  EXPECT_TRUE(ShutDown(*state));
+  home.Start();
+  EXPECT_THAT(home.Screen().Texts(), SizeIs(1));
+}
+
+TEST(StartUpSettings, SimulationFileThatCannotBeCopiedIsUsedWhereItIs) {
+  ProgramHome home;
+  PutFile(home.SettingsDirectory() / "orinsim.ini", "[OrinSimulation]\r\nsim_start_date=2010/2/3");
+  support::FaultyFileSystem files;
+  files.LimitGrowth(4);  // enough for the two run markers
+  const auto state = home.Start(files);
+  EXPECT_EQ(state->settings.orin_simulation.sim_start_date.ToText(), "2010/02/03");
+  ASSERT_THAT(home.Screen().Texts(), SizeIs(1));
+  EXPECT_THAT(home.Screen().Texts()[0], HasSubstr("orinsim.ini」のものを使います。"));
 }
 
 }  // namespace

@@ -6,6 +6,7 @@
 
 #include "program_home.h"
 #include "store/ranking_files.h"
+#include "support/credit_files.h"
 #include "support/faulty_file_system.h"
 
 namespace orin::shell {
@@ -105,12 +106,23 @@ TEST(StartUp, ManyProblemsAreOneWarningOfTenLines) {
   EXPECT_TRUE(warning.text.starts_with("25件のうち10件を示します。")) << warning.text;
 }
 
-TEST(StartUp, PriceCompanionsThatAreCutAreTold) {
+TEST(StartUp, PriceCompanionsThatAreDamagedOrMissingAreTold) {
   ProgramHome home;
   PutFile(home.Store().data_directory / "orint002.dat", std::string(3521, '\0'));
   PutFile(home.Store().data_directory / "orint003.dat", std::string(3520, '\0'));
+  PutFile(home.Store().data_directory / "orint004.dat", std::string(3520, '\xff'));
+  support::NameCreditFiles(home.Store(), 1, 3);
+  PutFile(home.Store().data_directory / "orins001.dat", std::string(1600, '\xff'));
+  support::WriteCreditFile(home.Store(), 3, support::Weekdays("2020/01/06", 1), {});
   home.Start();
-  EXPECT_THAT(home.Screen().Texts(), ElementsAre(HasSubstr("orint002.dat」の長さ3521バイト")));
+  ASSERT_THAT(home.Screen().Texts(), SizeIs(1));
+  const std::string warning = home.Screen().Texts()[0];
+  EXPECT_EQ(std::ranges::count(warning, '\n'), 3) << warning;
+  for (const char* part : {"orint002.dat」の長さ3521バイト", "orint004.dat」の日付が",
+                           "orins001.dat", "orins002.dat」がありません。"}) {
+    EXPECT_THAT(warning, HasSubstr(part));
+  }
+  EXPECT_THAT(home.Log(), HasSubstr("ミルテエラーＮＯ：120\r\n"));
 }
 
 TEST(StartUp, GarbageInEveryCompanionIsToldOnceAndTheStoreIsUsed) {

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "base/coding.h"
+#include "base/file_system.h"
 #include "base/value_column.h"
 #include "store/file_names.h"
 #include "support/faulty_file_system.h"
@@ -160,11 +161,20 @@ TEST_F(RankingFilesTest, OtherVersionsAndDamagedFilesAreNamedAndLeftOut) {
   base::PutDouble(no_date.data() + ranking_header_offset::kDate, 0.5);
   std::string many = good;
   base::PutUint32(many.data() + ranking_header_offset::kCount, 0xffffffff);
-  for (const std::string& bytes : {std::string(), good.substr(0, 8), good.substr(0, 192),
-                                   good.substr(0, good.size() - 1), good + "x", no_date, many}) {
+  std::string other_mark = good;
+  other_mark[3] = 'X';
+  std::string later = good;
+  later[7] = '2';
+  for (const std::string& bytes :
+       {std::string(), good.substr(0, 8), good.substr(0, 192), good.substr(0, good.size() - 1),
+        good + "x", no_date, many, other_mark, later, std::string(good.size(), 'x'),
+        old.substr(0, 100)}) {
     Replace("orinm001.rnk", bytes);
-    EXPECT_EQ(RankingFiles::Open(location_).Count(), 1U);
-    EXPECT_EQ(RankingFiles::Open(location_).Problems().size(), 1U);
+    const RankingFiles rest = RankingFiles::Open(location_);
+    EXPECT_EQ(rest.Count(), 1U);
+    ASSERT_EQ(rest.Problems().size(), 1U);
+    EXPECT_EQ(rest.Problems()[0], base::PathText(Path("orinm001.rnk")) +
+                                      " のランキングファイルは壊れているため使用できません。");
   }
 }
 

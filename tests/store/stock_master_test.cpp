@@ -2,7 +2,10 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <initializer_list>
+#include <limits>
 
+#include "base/coding.h"
 #include "store/file_names.h"
 #include "store/name_index.h"
 #include "store/store_check.h"
@@ -129,7 +132,7 @@ TEST(NameIndex, IsInSyllabaryOrderAndKeepsKnownReadings) {
   EXPECT_EQ(entries[8].reading, "ｦ会社");
 }
 
-TEST(TrendLines, AreKeptByStockAndClearedWhereTheDateIsNone) {
+TEST(TrendLines, AreKeptByStock) {
   const orin::support::ScratchDirectory scratch;
   const StoreLocation location = {scratch.Path(), scratch.Path()};
   TrendLines lines;
@@ -142,12 +145,50 @@ TEST(TrendLines, AreKeptByStockAndClearedWhereTheDateIsNone) {
   EXPECT_EQ(LoadTrendLines(location, base::SlotRecord(4)).value(), TrendLines());
   EXPECT_EQ(LoadTrendLines(location, base::SlotRecord(6)).value(), TrendLines());
   EXPECT_FALSE(SaveTrendLines(location, base::SlotRecord(0), lines, files));
-  std::string record = EncodeTrendLines(lines);
-  EXPECT_EQ(record.size(), kTrendRecordLength);
-  record.replace(0, 8, "garbage!");
-  TrendLines expected = lines;
-  expected[0] = TrendLine();
-  EXPECT_EQ(DecodeTrendLines(record), expected);
+}
+
+TEST(TrendLines, AreClearedForTheirFirstDateAloneAndElseWrittenAsTheyWereRead) {
+  constexpr double kMonday = 43836;  // 2020/01/06
+  const double nan = std::numeric_limits<double>::quiet_NaN();
+  struct Case {
+    double first;
+    double second;
+    const char* first_day;  // null: cleared
+    const char* second_day = nullptr;
+  };
+  for (const Case& each :
+       std::initializer_list<Case>{{kMonday + 0.99, kMonday + 4.5, "2020/01/06", "2020/01/10"},
+                                   {2958465.75, -657434.75, "9999/12/31", "0100/01/01"},
+                                   {kMonday, 2958466, "2020/01/06"},
+                                   {kMonday, -1e300, "2020/01/06"},
+                                   {kMonday, nan, "2020/01/06"},
+                                   {kMonday, 0, "2020/01/06"},
+                                   {2958466, kMonday, nullptr},
+                                   {-657435, kMonday, nullptr},
+                                   {nan, kMonday, nullptr},
+                                   {0, kMonday, nullptr}}) {
+    std::string record(kTrendRecordLength, '\0');
+    base::PutDouble(record.data() + trend_offset::kFirstDate, each.first);
+    base::PutCurrency(record.data() + trend_offset::kFirstPrice, Price(10));
+    base::PutDouble(record.data() + trend_offset::kSecondDate, each.second);
+    base::PutCurrency(record.data() + trend_offset::kSecondPrice, Price(12.5));
+    TrendLines lines = DecodeTrendLines(record);
+    const TrendLine& line = lines[0];
+    if (each.first_day == nullptr) {
+      EXPECT_EQ(line, TrendLine()) << each.first;
+      EXPECT_EQ(EncodeTrendLines(lines), std::string(kTrendRecordLength, '\0'));
+      continue;
+    }
+    EXPECT_EQ(line.first_date.Day(), Day(each.first_day));
+    EXPECT_EQ(line.second_date.Day(),
+              each.second_day == nullptr ? base::Date() : Day(each.second_day));
+    EXPECT_EQ(line.second_price, Price(12.5));
+    // Another line of the stock is drawn.
+    lines[1] = {Day("2020/01/06"), Price(1), Day("2020/01/10"), Price(2)};
+    EXPECT_EQ(EncodeTrendLines(lines).substr(0, kTrendLineLength),
+              record.substr(0, kTrendLineLength))
+        << each.second;
+  }
 }
 
 TEST(Purge, TakesMarkedStocksOutOfEveryListAndKeepsTheSlotsOfTheOthers) {

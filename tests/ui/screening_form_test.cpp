@@ -334,6 +334,26 @@ TEST_F(AnalysisWindow, FirstPriceFileIsExplainedAndLeavesFourFiles) {
   EXPECT_EQ(number->value(), 2);
 }
 
+TEST_F(AnalysisWindow, FirstPriceFileOutOfRangeIsShownAsItIsAndStopsTheRun) {
+  check2_Form& window = WindowWith({WriteAnalysis("全部", "終値(0) > 0")});
+  auto* number = window.findChild<QSpinBox*>();
+  const int last = number->maximum();
+  for (const int setting : {last, last + 1, 1000}) {
+    program_.state->settings.common.analysis_system_first_file = setting;
+    window.Reload();
+    EXPECT_EQ(number->value(), setting);
+    const QString sentence = QStringLiteral("AnalysisSystemFirstFile の値%1では").arg(setting);
+    EXPECT_NE(FindByText<QLabel>(window, sentence), nullptr);
+    window.Command1_Click();
+    ASSERT_FALSE(messages_.Texts().empty());
+    EXPECT_THAT(messages_.Texts().back(), HasSubstr(Utf8(sentence)));
+    EXPECT_EQ(ListsOf("全部"), 0U);
+  }
+  number->setValue(1);
+  window.Command1_Click();
+  EXPECT_EQ(ListsOf("全部"), 1U);
+}
+
 TEST_F(AnalysisWindow, GroupIsChangedAndSavedWithWhatElseItsFileHolds) {
   const fs::path other = home_ / "other.chk";
   std::ofstream(other) << "[Title]\nchecktitle1=x\n[File]\ncheckfile1=none.txt\n[Mine]\nkey=1\n";

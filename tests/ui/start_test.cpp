@@ -127,5 +127,26 @@ TEST_F(StartJourney, PlacementIsRestored) {
   again.window->close();
 }
 
+TEST_F(StartJourney, MinimizedWindowStartsMinimizedAndKeepsItsPlace) {
+  Program program = Start(messages_);
+  program.window->setGeometry(40, 30, 640, 480);
+  program.window->showMinimized();
+  QCoreApplication::processEvents();
+  program.window->close();
+  // A start that is closed at once changes nothing.
+  for (int i = 0; i < 2; ++i) {
+    Program again = Start(messages_);
+    EXPECT_EQ(again.state->settings.orin.window_state, 1);
+    EXPECT_TRUE(again.window->isMinimized());
+    again.window->close();
+  }
+  Program last = Start(messages_);
+  last.window->showNormal();
+  QCoreApplication::processEvents();
+  EXPECT_EQ(last.window->geometry(), QRect(40, 30, 640, 480));
+  last.window->close();
+  EXPECT_EQ(last.state->settings.orin.window_state, 0);
+}
+
 }  // namespace
 }  // namespace orin::test

@@ -1,8 +1,5 @@
 #pragma once
 
-#include <cstdint>
-#include <optional>
-
 #include "app/orin_cli/command.h"
 #include "base/date.h"
 #include "base/ordinal.h"
@@ -17,8 +14,7 @@ struct OpenedStore {
   store::StockStore store;
 };
 
-base::Result<OpenedStore> OpenStore(const Session& session, store::Access access,
-                                    std::optional<int16_t> first_file = std::nullopt);
+base::Result<OpenedStore> OpenStore(const Session& session, store::Access access);
 
 /// The stock of a code as typed; the sentence names it where the master lacks it.
 base::Result<const store::StockRecord*> FindStock(const store::StockStore& store,

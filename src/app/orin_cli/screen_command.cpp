@@ -2,14 +2,13 @@
 #include <iostream>
 #include <memory>
 #include <optional>
+#include <utility>
 #include <vector>
 
 #include "app/orin_cli/open_store.h"
 #include "app/orin_cli/terminal_progress.h"
 #include "screening/screening_run.h"
 #include "shell/analysis_group_files.h"
-#include "shell/store_places.h"
-#include "store/file_names.h"
 
 namespace orin::app {
 
@@ -47,32 +46,27 @@ int RunOne(const store::StockStore& store, const fs::path& file,
   return kDone;
 }
 
-/// The first price file of the command line, else of the settings; none for the master's own.
-base::Result<std::optional<int16_t>> ChooseFirstFile(const Session& session,
-                                                     std::optional<int32_t> option) {
-  if (!option) {
-    const auto settings = shell::LoadSettings(session.places);
-    if (!settings) return base::Forward(settings);
-    return shell::ChosenFirstFile(settings->common);
-  }
-  if (*option < 1 || *option > store::kLastFileNumber) {
-    return base::Fail("先頭ファイルの番号" + std::to_string(*option) + "は1から" +
-                      std::to_string(store::kLastFileNumber) + "までの番号ではありません。");
-  }
-  return static_cast<int16_t>(*option);
+/// Lets the run begin at the first price file of the command line, else of the settings.
+base::Status StartAtFirstFile(OpenedStore& opened, std::optional<int32_t> option) {
+  store::StockStore& store = opened.store;
+  const auto first_file = screening::FirstFileOfRun(
+      store.Master().Header(), opened.settings.common.analysis_system_first_file, option);
+  if (!first_file) return base::Forward(first_file);
+  if (!*first_file) return {};
+  auto from_there = store::StockStore::Open(store.Location(), {store::Access::kRead, *first_file},
+                                            base::NativeFileSystem());
+  if (!from_there) return base::Forward(from_there);
+  store = std::move(*from_there);
+  const auto explanation = screening::ExplainFirstFile(store, **first_file);
+  if (explanation) Tell(*explanation);
+  return {};
 }
 
 int RunScreen(const Session& session, const ScreenOptions& options) {
-  const auto first_file = ChooseFirstFile(session, options.first_file);
-  if (!first_file) return Report(first_file.error());
-  const auto opened = OpenStore(session, store::Access::kRead, *first_file);
+  auto opened = OpenStore(session, store::Access::kRead);
   if (!opened) return Report(opened.error());
-  if (*first_file) {
-    const auto allowed = screening::CheckFirstFile(opened->store.Master().Header(), **first_file);
-    if (!allowed) return Report(allowed.error());
-    const auto explanation = screening::ExplainFirstFile(opened->store, **first_file);
-    if (explanation) Tell(*explanation);
-  }
+  const auto started = StartAtFirstFile(*opened, options.first_file);
+  if (!started) return Report(started.error());
 
   std::vector<fs::path> files(options.files.begin(), options.files.end());
   screening::RunOptions run_options{session.places.program_directory,

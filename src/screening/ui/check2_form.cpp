@@ -7,7 +7,6 @@
 
 #include "base/paths.h"
 #include "shell/settings/settings_places.h"
-#include "shell/store_places.h"
 #include "shell/ui/qt_text.h"
 
 // What the window shows; the group is changed in check2_form_group.cpp, the run is in
@@ -226,17 +225,26 @@ bool check2_Form::Save(const shell::Settings& changed) {
   return saved.has_value();
 }
 
+std::string check2_Form::FirstFileText(const store::MasterHeader& header, int32_t setting) const {
+  const auto first_file = FirstFileOfRun(header, setting);
+  if (!first_file) return first_file.error().message;
+  const auto text = ExplainFirstFile(*state_.store, first_file->value_or(header.first_file));
+  return text ? *text : std::string();
+}
+
 void check2_Form::ShowFirstFile() {
   is_filling_ = true;
   first_file_text_->clear();
   first_file_->setEnabled(state_.store.has_value());
   if (state_.store) {
     const store::MasterHeader& header = state_.store->Master().Header();
-    first_file_->setRange(header.first_file, std::max(header.first_file, header.current_file));
-    const auto chosen = shell::ChosenFirstFile(state_.settings.common);
-    first_file_->setValue(chosen && *chosen ? **chosen : header.first_file);
-    const auto text = ExplainFirstFile(*state_.store, static_cast<int16_t>(first_file_->value()));
-    if (text) first_file_text_->setText(Text(*text));
+    const int32_t setting = state_.settings.common.analysis_system_first_file;
+    const int number = setting == 0 ? header.first_file : setting;
+    // A setting out of the range is shown as it is.
+    first_file_->setRange(std::min<int>(header.first_file, number),
+                          std::max<int>(header.current_file, number));
+    first_file_->setValue(number);
+    first_file_text_->setText(Text(FirstFileText(header, setting)));
   }
   is_filling_ = false;
 }
@@ -244,15 +252,14 @@ void check2_Form::ShowFirstFile() {
 void check2_Form::FirstFile_Changed(int number) {
   if (is_filling_ || !state_.store) return;
   const store::MasterHeader& header = state_.store->Master().Header();
-  const auto chosen = static_cast<int16_t>(number);
-  if (const auto allowed = CheckFirstFile(header, chosen); !allowed) {
+  if (const auto allowed = FirstFileOfRun(header, 0, number); !allowed) {
     messages_.Warn(allowed.error().message);
     ShowFirstFile();
     return;
   }
   shell::Settings changed = state_.settings;
   // The master's own first file is that of every store.
-  changed.common.analysis_system_first_file = chosen == header.first_file ? 0 : number;
+  changed.common.analysis_system_first_file = number == header.first_file ? 0 : number;
   Save(changed);
   ShowFirstFile();
 }

@@ -9,6 +9,7 @@
 #include <filesystem>
 #include <functional>
 #include <optional>
+#include <string>
 #include <vector>
 
 #include "screening/screening_run.h"
@@ -91,6 +92,8 @@ class check2_Form final : public QWidget {
   void MoveEntry(int step);
   void ShowGroup();
   void ShowFirstFile();
+  /// What the setting means, or why it cannot be used.
+  [[nodiscard]] std::string FirstFileText(const store::MasterHeader& header, int32_t setting) const;
   void FirstFile_Changed(int number);
   void EnableButtons();
   void CountSoon();

@@ -4,7 +4,6 @@
 #include "base/paths.h"
 #include "screening/result_sets.h"
 #include "screening/ui/check2_form.h"
-#include "shell/store_places.h"
 #include "shell/ui/job_progress.h"
 #include "shell/ui/qt_text.h"
 
@@ -37,7 +36,8 @@ void check2_Form::Command1_Click() {
     surroundings_.fail(base::PathText(GroupFile()) + " に実行する分析ファイルがありません。");
     return;
   }
-  const auto first_file = shell::ChosenFirstFile(state_.settings.common);
+  const auto first_file = FirstFileOfRun(state_.store->Master().Header(),
+                                         state_.settings.common.analysis_system_first_file);
   const auto own_store = OpenFromFirstFile(first_file);
   if (!own_store) {
     surroundings_.fail(own_store.error().message);

@@ -154,7 +154,11 @@ const KeyTable<CommonSettings>& CommonTable() {
 }
 
 CommonSettings ReadCommon(const base::ProfileFile& profile) {
-  return ReadGroup(profile, CommonTable());
+  Common settings = ReadGroup(profile, CommonTable());
+  // A number that is no file's is told where it is used; another one would be read in silence.
+  ParseSetting(profile.Get("Common", "AnalysisSystemFirstFile", ""), Number(INT32_MIN, INT32_MAX),
+               settings.analysis_system_first_file);
+  return settings;
 }
 
 void WriteCommon(base::ProfileFile& profile, const CommonSettings& settings) {

@@ -49,7 +49,7 @@ ProfileFile LoadOrReport(const fs::path& path, std::vector<std::string>& problem
 void ReadFurtherFiles(const SettingsPlaces& places, LoadedSettings& loaded) {
   Settings& settings = loaded.settings;
   settings.orin_simulation =
-      ReadOrinSimulation(LoadOrReport(SimulationFile(places), loaded.problems));
+      ReadOrinSimulation(LoadOrReport(SimulationFileInUse(places), loaded.problems));
   const auto group_file = GroupFile(settings, places);
   settings.analysis_group =
       ReadAnalysisGroup(group_file ? LoadOrReport(*group_file, loaded.problems) : ProfileFile());
@@ -79,13 +79,14 @@ std::vector<GroupWriter> ChangedIniGroups(const Settings& before, const Settings
   return writers;
 }
 
-base::Status ChangeFile(base::FileSystem& files, const fs::path& path,
+/// Writes what `from` holds, with the changes, to `to`.
+base::Status ChangeFile(base::FileSystem& files, const fs::path& from, const fs::path& to,
                         const std::vector<GroupWriter>& writers) {
   if (writers.empty()) return {};
-  auto profile = ProfileFile::Load(path);
+  auto profile = ProfileFile::Load(from);
   if (!profile) return base::Forward(profile);
   for (const GroupWriter& write : writers) write(*profile);
-  return profile->Save(files, path);
+  return profile->Save(files, to);
 }
 
 base::Status ChangeGroupFile(base::FileSystem& files, const SettingsPlaces& places,
@@ -98,7 +99,7 @@ base::Status ChangeGroupFile(base::FileSystem& files, const SettingsPlaces& plac
     return base::Fail(
         "設定「AnalysisGroupFile」が空なので、株価分析グループを保存するファイルがありません。");
   }
-  return ChangeFile(files, *path, writers);
+  return ChangeFile(files, *path, *path, writers);
 }
 
 }  // namespace
@@ -122,8 +123,10 @@ base::Status SaveSettings(base::FileSystem& files, const SettingsPlaces& places,
                           const Settings& before, const Settings& after) {
   std::vector<GroupWriter> simulation;
   AddChanged(before.orin_simulation, after.orin_simulation, WriteOrinSimulation, simulation);
-  const base::Status ini = ChangeFile(files, places.ini_file, ChangedIniGroups(before, after));
-  const base::Status sim = ChangeFile(files, SimulationFile(places), simulation);
+  const base::Status ini =
+      ChangeFile(files, places.ini_file, places.ini_file, ChangedIniGroups(before, after));
+  const base::Status sim =
+      ChangeFile(files, SimulationFileInUse(places), SimulationFile(places), simulation);
   const base::Status group = ChangeGroupFile(files, places, before, after);
   if (!ini) return ini;
   return sim ? group : sim;

@@ -16,6 +16,7 @@ namespace {
 
 /// WindowState, as the settings have it.
 constexpr int32_t kNormal = 0;
+constexpr int32_t kMinimized = 1;
 constexpr int32_t kMaximized = 2;
 
 constexpr int32_t kTextStep = 10;  // percent
@@ -81,7 +82,9 @@ void main_Form::RestorePlacement() {
   const QRect place(placement.mdi_form_left, placement.mdi_form_top, placement.mdi_form_width,
                     placement.mdi_form_height);
   if (place.width() >= 200 && place.height() >= 150 && IsOnScreen(place)) setGeometry(place);
-  if (placement.window_state == kMaximized) {
+  if (placement.window_state == kMinimized) {
+    showMinimized();
+  } else if (placement.window_state == kMaximized) {
     showMaximized();
   } else {
     show();
@@ -91,7 +94,7 @@ void main_Form::RestorePlacement() {
 void main_Form::KeepPlacement() {
   const QRect place = isMaximized() || isMinimized() ? normalGeometry() : geometry();
   auto& placement = state_.settings.orin;
-  placement.window_state = isMaximized() ? kMaximized : kNormal;
+  placement.window_state = isMinimized() ? kMinimized : isMaximized() ? kMaximized : kNormal;
   placement.mdi_form_top = place.top();
   placement.mdi_form_left = place.left();
   placement.mdi_form_width = place.width();
