@@ -7,6 +7,7 @@
 #include "base/cp932.h"
 #include "base/file_system.h"
 #include "base/text.h"
+#include "store/file_names.h"
 
 namespace orin::acquire {
 
@@ -62,7 +63,7 @@ base::Result<std::vector<CsvFile>> ListCsvFiles(const fs::path& directory, FileP
        at.increment(failure)) {
     const fs::path& path = at->path();
     if (!IsCsvName(path)) continue;
-    const auto code = store::StockCode::Parse(base::PathText(path.stem()));
+    const auto code = store::ParseCodeFileStem(base::PathText(path.stem()));
     if (code) {
       found.push_back({*code, path});
     } else {

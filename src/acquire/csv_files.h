@@ -34,9 +34,9 @@ class FileProblems {
   std::vector<std::string> sentences_;
 };
 
-/// The files CODE.csv of a directory (the ending's case does not count), the calendar's first,
-/// the others by code. Names that are no code and second files of a code are problems. Fails
-/// where the directory cannot be read.
+/// The files CODE.csv (CodeFileStem) of a directory (the ending's case does not count), the
+/// calendar's first, the others by code. Names that are no code and second files of a code are
+/// problems. Fails where the directory cannot be read.
 base::Result<std::vector<CsvFile>> ListCsvFiles(const std::filesystem::path& directory,
                                                 FileProblems& problems);
 

@@ -37,12 +37,17 @@ ListedCodes ParseList(std::string_view utf8) {
   ListedCodes list;
   CodeSet seen;
   size_t number = 0;
+  bool has_title = false;
+  bool has_date = false;
   for (const std::string_view line : base::SplitLines(utf8)) {
     ++number;
     const std::string_view mark = line.substr(0, 2);
-    if (base::EqualsIgnoreCase(mark, "T:")) {
+    // A code may begin so as well; the header lines come first.
+    if (!has_title && base::EqualsIgnoreCase(mark, "T:")) {
+      has_title = true;
       list.title = base::TrimBlanks(line.substr(2));
-    } else if (base::EqualsIgnoreCase(mark, "D:")) {
+    } else if (!has_date && base::EqualsIgnoreCase(mark, "D:")) {
+      has_date = true;
       list.date = base::Date::Parse(base::TrimBlanks(line.substr(2)));
     } else if (!base::TrimBlanks(line).empty()) {
       const auto code = StockCode::Parse(base::TrimBlanks(line.substr(0, StockCode::kWidth)));

@@ -60,6 +60,9 @@ bool OpenStore(StartUpRun& run, bool offers_market) {
   ProgramState& state = run.state;
   for (;;) {
     const store::StoreLocation location = state.StoreLocation();
+    // Before opening, which takes it for a change of the store otherwise.
+    run.problems.AddFailure(StartUpStep::kSystemFiles,
+                            store::StockStore::MakeMissingSplits(location, *state.files));
     auto opened = store::StockStore::Open(location, {}, *state.files);
     if (opened) {
       if (LookForIndex(run, location) == IndexPresence::kLookAgain) continue;

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <charconv>
 #include <cstdio>
 
 namespace orin::store {
@@ -57,6 +58,24 @@ std::optional<int16_t> ParseNumber(std::string_view digits) {
   return number;
 }
 
+constexpr std::string_view kEncodedInStems = "%/\\:*?\"<>|";
+
+bool IsEncodedInStem(char c, bool at_an_end) {
+  return kEncodedInStems.find(c) != std::string_view::npos || (c >= 'a' && c <= 'z') ||
+         (c == '.' && at_an_end);
+}
+
+/// The character of "%2F"; nullopt where `text` does not begin so.
+std::optional<char> ParseEncoded(std::string_view text) {
+  constexpr size_t kLength = 3;
+  if (text.size() < kLength || text.front() != '%') return std::nullopt;
+  unsigned char number = 0;
+  const char* digits = text.data() + 1;
+  const auto [end, failure] = std::from_chars(digits, text.data() + kLength, number, 16);
+  if (failure != std::errc{} || end != text.data() + kLength) return std::nullopt;
+  return static_cast<char>(number);
+}
+
 std::filesystem::path PathFromUtf8(std::string_view name) {
   return std::filesystem::path(std::u8string(name.begin(), name.end()));
 }
@@ -107,6 +126,35 @@ std::filesystem::path SetAsidePathOf(const StoreLocation& location, const StoreF
   std::filesystem::path path = PathOf(location, file);
   path += kSetAsideSuffix;
   return path;
+}
+
+std::string CodeFileStem(const StockCode& code) {
+  constexpr std::string_view kDigits = "0123456789ABCDEF";
+  const std::string_view text = code.Text();
+  std::string stem;
+  for (size_t i = 0; i < text.size(); ++i) {
+    const auto c = static_cast<unsigned char>(text[i]);
+    if (IsEncodedInStem(text[i], i == 0 || i + 1 == text.size())) {
+      stem += {'%', kDigits[c / kDigits.size()], kDigits[c % kDigits.size()]};
+    } else {
+      stem += text[i];
+    }
+  }
+  return stem;
+}
+
+std::optional<StockCode> ParseCodeFileStem(std::string_view stem) {
+  if (stem.starts_with('.')) return std::nullopt;
+  std::string text;
+  while (!stem.empty()) {
+    const auto encoded = ParseEncoded(stem);
+    text += encoded.value_or(stem.front());
+    stem.remove_prefix(encoded ? 3 : 1);
+  }
+  // Blanks on the right belong to a field, not to a name.
+  if (text.ends_with(' ')) return std::nullopt;
+  const auto code = StockCode::Parse(text);
+  return code ? std::optional(*code) : std::nullopt;
 }
 
 std::optional<StoreFile> ParseStagedName(std::string_view name) {

@@ -7,6 +7,7 @@
 #include <string>
 #include <string_view>
 
+#include "store/stock_code.h"
 #include "store/store_location.h"
 
 namespace orin::store {
@@ -54,6 +55,14 @@ std::filesystem::path PathOf(const StoreLocation& location, const StoreFile& fil
 std::filesystem::path StagedPathOf(const StoreLocation& location, const StoreFile& file);
 /// Where damaged content is kept for the user; the name is the file's with ".bad".
 std::filesystem::path SetAsidePathOf(const StoreLocation& location, const StoreFile& file);
+/// The name, without its ending, of a file named after a stock: "AAPL", "BF%2FB". Characters that
+/// lead out of a directory or that some disk refuses are written as "%" and their number, as are
+/// lower-case letters, for disks that do not tell them from upper-case ones.
+std::string CodeFileStem(const StockCode& code);
+/// The code of such a name; characters may also stand as they are. nullopt where that is no code,
+/// and for a name that begins with "." (a hidden file).
+std::optional<StockCode> ParseCodeFileStem(std::string_view stem);
+
 /// The store file that a staged file's name stands for; nullopt for any other name.
 std::optional<StoreFile> ParseStagedName(std::string_view name);
 

@@ -20,7 +20,9 @@ std::optional<SplitList> Without(const SplitList& list, const SplitEvent& event)
   });
   if (found == events.end()) return std::nullopt;
   events.erase(found);
-  return SplitList(std::move(events));
+  SplitList remaining(std::move(events));
+  remaining.KeepUnreadLines(list);
+  return remaining;
 }
 
 std::string EventText(const SplitEvent& event) {
@@ -53,19 +55,19 @@ base::Status WriteAdjusted(const PriceFiles& prices, base::SlotRecord slot, int3
 
 }  // namespace
 
-base::Status StockStore::State::CheckSplitsAreWhole() const {
-  if (unread_split_line.empty()) return {};
-  // The line's own sentence becomes a part of this one.
-  constexpr std::string_view kFullStop = "。";
-  std::string line = unread_split_line;
-  if (line.ends_with(kFullStop)) line.resize(line.size() - kFullStop.size());
-  return base::Fail("読めない行が失われるため、「" + base::PathText(PathOf(location, kSplits)) +
-                    "」を書き換えません（" + line + "）。");
+base::Status StockStore::MakeMissingSplits(const StoreLocation& location, base::FileSystem& files) {
+  // Without an orin.sys there is no store to make it for; a journal may be about to make it.
+  if (Exists(location, kSplits) || HasJournal(location)) return {};
+  if (!Exists(location, {FileKind::kMaster, 0})) return {};
+  // Another process that has the store open for writing makes it itself.
+  const auto lock = StoreLock::Acquire(location.system_directory);
+  if (!lock || Exists(location, kSplits) || HasJournal(location)) return {};
+  return base::ReplaceFile(files, PathOf(location, kSplits), "");
 }
 
 base::Status StockStore::SaveSplits(SplitList splits) {
   if (const base::Status ready = state_->PrepareChange(); !ready) return ready;
-  if (const base::Status whole = state_->CheckSplitsAreWhole(); !whole) return whole;
+  splits.KeepUnreadLines(state_->splits);
   const auto bytes = splits.Serialize();
   if (!bytes) return base::Forward(bytes);
   const base::Status replaced =
@@ -81,7 +83,6 @@ base::Status StockStore::SaveSplits(SplitList splits) {
 
 base::Status StockStore::CorrectForSplit(const SplitEvent& event) {
   if (const base::Status ready = state_->PrepareChange(); !ready) return ready;
-  if (const base::Status whole = state_->CheckSplitsAreWhole(); !whole) return whole;
   const auto remaining = Without(state_->splits, event);
   if (!remaining) {
     return base::Fail(EventText(event) + "は「" + FileName(kSplits) + "」にありません。");

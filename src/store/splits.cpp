@@ -21,9 +21,14 @@ constexpr std::string_view kColumns = "銘柄コード,銘柄名,分割倍率,�
 constexpr std::string_view kLineEnd = "\r\n";
 constexpr size_t kFewestFields = 4;
 
+/// A line that is no event. The text of a title or date line is the user's, but a new list has
+/// its own.
 bool IsHeader(std::string_view line) {
   return line.empty() || line.starts_with("T:") || line.starts_with("D:") || line == kColumns;
 }
+
+/// An entry that is not used: its code is the sentinel, whole or as a field of eight holds it.
+bool IsEmptied(std::string_view line) { return line.starts_with(kEmptiedCode); }
 
 /// The text between the first field and the last two: a name may hold commas.
 std::string JoinName(const std::vector<std::string_view>& fields) {
@@ -103,20 +108,28 @@ SplitList SplitList::Parse(std::string_view bytes, const std::string& file_name,
                            std::vector<std::string>& problems) {
   // Users edit the list with editors of either encoding.
   const base::DecodedText decoded = base::DecodeText(bytes);
+  const bool is_utf8 = decoded.encoding == base::TextEncoding::kUtf8;
   std::vector<SplitEvent> events;
+  std::vector<std::string> unread;
   size_t number = 0;
-  for (const std::string_view line : base::SplitLines(decoded.text)) {
+  for (const std::string_view stored : base::SplitLines(is_utf8 ? decoded.text : bytes)) {
     ++number;
-    if (IsHeader(base::TrimBlanks(line))) continue;
+    const std::string line = is_utf8 ? std::string(stored) : base::DecodeCp932(stored);
     auto event = ParseEvent(line);
     if (event) {
       events.push_back(std::move(*event));
-    } else {
-      problems.push_back("「" + file_name + "」の" + std::to_string(number) + "行目：" +
-                         event.error().message);
+      continue;
     }
+    const std::string_view text = base::TrimBlanks(line);
+    if (IsHeader(text)) continue;
+    unread.push_back(is_utf8 ? base::EncodeCp932Lossy(stored) : std::string(stored));
+    if (IsEmptied(text)) continue;
+    problems.push_back("「" + file_name + "」の" + std::to_string(number) + "行目：" +
+                       event.error().message);
   }
-  return SplitList(std::move(events));
+  SplitList list(std::move(events));
+  list.unread_lines_ = std::move(unread);
+  return list;
 }
 
 std::span<const SplitEvent> SplitList::EventsOf(const StockCode& code) const {
@@ -143,6 +156,7 @@ base::Result<std::string> SplitList::Serialize() const {
     }
     *bytes += *line;
   }
+  for (const std::string& line : unread_lines_) *bytes += line + std::string(kLineEnd);
   return bytes;
 }
 

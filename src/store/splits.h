@@ -32,15 +32,19 @@ class SplitList {
  public:
   SplitList() = default;
   explicit SplitList(std::vector<SplitEvent> events);
-  /// Lines that are no event are told in `problems`, one sentence each, and passed over.
+  /// Lines that are no event are kept and told in `problems`, one sentence each; those of an
+  /// emptied entry are not told.
   static SplitList Parse(std::string_view bytes, const std::string& file_name,
                          std::vector<std::string>& problems);
 
   [[nodiscard]] std::span<const SplitEvent> Events() const { return events_; }
   /// The stock's events, oldest first.
   [[nodiscard]] std::span<const SplitEvent> EventsOf(const StockCode& code) const;
-  /// The three header lines and the event lines, code page 932. Fails with a sentence that
-  /// names the file and the event where a text has a character that code page 932 lacks.
+  /// Takes over the lines of `other` that are no event.
+  void KeepUnreadLines(const SplitList& other) { unread_lines_ = other.unread_lines_; }
+  /// The three header lines, the event lines and the kept lines, code page 932. Fails with a
+  /// sentence that names the file and the event where a text has a character that code page 932
+  /// lacks.
   [[nodiscard]] base::Result<std::string> Serialize() const;
 
  private:
@@ -48,8 +52,9 @@ class SplitList {
     size_t begin = 0;
     size_t count = 0;
   };
-  std::vector<SplitEvent> events_;  // in file order
-  std::vector<SplitEvent> sorted_;  // by code, then by day
+  std::vector<SplitEvent> events_;         // in file order
+  std::vector<std::string> unread_lines_;  // in file order, code page 932, without line ends
+  std::vector<SplitEvent> sorted_;         // by code, then by day
   std::unordered_map<StockCode, Range, StockCodeHash> by_code_;
 };
 

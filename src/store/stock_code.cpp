@@ -6,17 +6,13 @@ namespace orin::store {
 
 namespace {
 
-constexpr std::string_view kForbidden = "/\\:*?\"<>|,";
-
-bool IsAllowed(char c) {
-  return c > ' ' && c <= '~' && kForbidden.find(c) == std::string_view::npos;
-}
+bool IsAllowed(char c) { return c > ' ' && c <= '~' && c != ','; }
 
 }  // namespace
 
 base::Result<StockCode> StockCode::Parse(std::string_view text) {
   while (text.ends_with(' ')) text.remove_suffix(1);
-  const bool well_formed = !text.empty() && text.size() <= kWidth && text.front() != '.' &&
+  const bool well_formed = !text.empty() && text.size() <= kWidth &&
                            std::ranges::all_of(text, IsAllowed) && text != kEmptiedCode;
   if (!well_formed) {
     return base::Fail("「" + std::string(text) + "」は銘柄コードとして正しくありません。");

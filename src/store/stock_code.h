@@ -15,9 +15,8 @@ namespace orin::store {
 /// far as a field of eight holds it. It is no stock's code.
 inline constexpr std::string_view kEmptiedCode = "!@@@@@@@";
 
-/// A ticker: one to eight printable ASCII characters, as "AAPL", "BRK.B" or "^DJI". None of
-/// / \ : * ? " < > | , and no blank, and no "." at the start: a code can name a file in its
-/// directory and never one outside it.
+/// A ticker: one to eight printable ASCII characters other than comma and blank, as "AAPL",
+/// "BRK.B", "BF/B" or "^DJI". It is no file name; CodeFileStem makes one.
 class StockCode {
  public:
   static constexpr size_t kWidth = 8;

@@ -58,6 +58,9 @@ class StockStore {
   /// refuses and writes nothing; but a 株式分割.txt is kept, and what a killed Create has left is
   /// completed.
   static base::Status Create(const StoreLocation& location, base::FileSystem& files);
+  /// Makes an empty 株式分割.txt where a store has none, as Open does for writing. Writes nothing
+  /// while another process has the store open for writing or where a recovery is due.
+  static base::Status MakeMissingSplits(const StoreLocation& location, base::FileSystem& files);
   /// Finishes what a killed writer had committed and removes what it had not, then loads.
   /// For writing, fails where another process has the store open for writing. A reader waits up
   /// to three seconds for such a process to finish a commit and fails only then.
@@ -121,8 +124,7 @@ class StockStore {
   base::Status AddDays(std::span<const base::Date> dates);
   /// Replaces the bars of days that exist, all of them or none.
   base::Status ChangeBars(std::span<const BarChange> changes);
-  /// Replaces 株式分割.txt. Refuses while the file has a line that could not be read, as does
-  /// CorrectForSplit.
+  /// Replaces the events of 株式分割.txt; its lines that are no event stay behind them.
   base::Status SaveSplits(SplitList splits);
   /// Writes the event's adjustment into the stored prices and takes it off the list, in one.
   base::Status CorrectForSplit(const SplitEvent& event);

@@ -8,7 +8,6 @@
 #include "store/file_names.h"
 #include "store/header_proof.h"
 #include "store/master_format.h"
-#include "store/slot_account.h"
 
 namespace orin::store {
 
@@ -47,6 +46,11 @@ base::Status CheckHeader(const MasterHeader& header, const std::filesystem::path
   return {};
 }
 
+std::string StockStore::State::PartialMasterSentence(size_t length) const {
+  return "「" + base::PathText(PathOf(location, kMaster)) + "」の長さ" + std::to_string(length) +
+         "バイトがレコード長" + std::to_string(kMasterRecordLength) + "で割り切れません。";
+}
+
 base::Status StockStore::State::LoadMaster() {
   const std::filesystem::path path = PathOf(location, kMaster);
   if (!Exists(path)) return base::Fail(MissingSentence(location, kMaster));
@@ -57,13 +61,9 @@ base::Status StockStore::State::LoadMaster() {
     return base::Fail("「" + base::PathText(path) + "」は" + std::to_string(bytes->size()) +
                       "バイトしかなく、先頭のレコードがありません。");
   }
-  if (records.HasPartialRecord()) {
-    std::string sentence = "「" + base::PathText(path) + "」の長さ" +
-                           std::to_string(bytes->size()) + "バイトがレコード長" +
-                           std::to_string(kMasterRecordLength) + "で割り切れません。";
-    // Where stocks have been cut off, writing would take their slots for unused ones.
-    if (options.access == Access::kWrite) return base::Fail(std::move(sentence));
-    problems.push_back(std::move(sentence));
+  // A writer takes the rest off or refuses, once it knows the price files.
+  if (records.HasPartialRecord() && options.access == Access::kRead) {
+    problems.push_back(PartialMasterSentence(bytes->size()));
   }
   // Numbers out of range would lead to places outside the price files further on.
   const MasterHeader header = DecodeMasterHeader(*records.Record(1));
@@ -115,7 +115,6 @@ void StockStore::State::SetCalendar() {
 
 base::Status StockStore::State::LoadSplits() {
   const std::filesystem::path path = PathOf(location, kSplits);
-  unread_split_line.clear();
   splits = SplitList();
   if (!Exists(path)) {
     // A reader may lack the right to write, and for it a missing list is an empty one.
@@ -126,7 +125,6 @@ base::Status StockStore::State::LoadSplits() {
   if (!bytes) return base::Forward(bytes);
   std::vector<std::string> unread;
   splits = SplitList::Parse(*bytes, FileName(kSplits), unread);
-  if (!unread.empty()) unread_split_line = unread.front();
   problems.insert(problems.end(), unread.begin(), unread.end());
   return {};
 }
@@ -138,6 +136,9 @@ base::Status StockStore::State::Load() {
   if (const base::Status proven = Prove(); !proven) return proven;
   const SlotAccount account = CountSlots(location, master, prices.LongestRecords());
   if (!account.IsExplained()) problems.push_back(SentenceOf(account, location));
+  if (options.access == Access::kWrite) {
+    if (const base::Status cut = TakeOffStrayBytes(account); !cut) return cut;
+  }
   ExamineCompanions();
   return LoadSplits();
 }

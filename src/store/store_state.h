@@ -14,6 +14,7 @@
 #include "store/intraday_files.h"
 #include "store/price_files.h"
 #include "store/price_sums.h"
+#include "store/slot_account.h"
 #include "store/stock_store.h"
 #include "store/store_lock.h"
 #include "store/stored_file.h"
@@ -41,8 +42,6 @@ struct StockStore::State {
   std::string fingerprint;
   std::vector<std::string> problems;
   std::vector<std::string> recovery_problems;  // those of them that loading anew does not find
-  /// The first line of 株式分割.txt that could not be read, in a sentence; empty: there is none.
-  std::string unread_split_line;
   /// Those of orin.ind and orin.add that do not agree with orin.sys.
   std::vector<StoreFile> damaged_companions;
   /// A change has failed halfway through its commit: what is in memory may not be what is on the
@@ -79,11 +78,23 @@ struct StockStore::State {
   base::Status PrepareChange();
   /// Finishes or takes back what a killed writer or a failed change has left behind.
   base::Status Recover();
+  /// Takes off what follows the last whole record of a file of records, where no record can have
+  /// been cut: a copy stays beside the file. Fails where orin.sys may have lost a stock.
+  base::Status TakeOffStrayBytes(const SlotAccount& account);
+  struct RecordFile {
+    StoreFile file;
+    size_t record_length;
+  };
+  /// Those that a writer changes.
+  [[nodiscard]] std::vector<RecordFile> RecordFiles() const;
+  /// Whether the whole records are all that there can have been.
+  [[nodiscard]] bool HoldsEverySlot(const StoreFile& file, int32_t records,
+                                    const SlotAccount& account) const;
+  /// "「orin.sys」の長さ…がレコード長…で割り切れません。"
+  [[nodiscard]] std::string PartialMasterSentence(size_t length) const;
   /// To be called before orin.ind and orin.add are replaced: keeps what they hold where it is
   /// damaged and would be lost.
   base::Status KeepDamagedCompanions();
-  /// Fails while 株式分割.txt has a line that writing it anew would lose.
-  [[nodiscard]] base::Status CheckSplitsAreWhole() const;
   /// Commits and keeps in mind where that leaves doubt.
   base::Status Commit(Transaction& transaction);
   /// Writes record 1 of orin.sys: the commit of appended days.

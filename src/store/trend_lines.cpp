@@ -70,6 +70,11 @@ base::Status SaveTrendLines(const StoreLocation& location, base::SlotRecord slot
   // A few megabytes at most: replacing the file is simpler than a journal and as safe.
   auto bytes = ReadIfThere(location, kFile);
   if (!bytes) return base::Forward(bytes);
+  // A record that was cut must not become the beginning of another one's lines.
+  if (const size_t rest = bytes->size() % kTrendRecordLength; rest > 0) {
+    if (const base::Status kept = KeepCopyAside(location, kFile, files); !kept) return kept;
+    bytes->resize(bytes->size() - rest);
+  }
   const auto offset = static_cast<size_t>(slot.Value() - 1) * kTrendRecordLength;
   if (bytes->size() < offset + kTrendRecordLength) bytes->resize(offset + kTrendRecordLength);
   bytes->replace(offset, kTrendRecordLength, EncodeTrendLines(lines));

@@ -87,7 +87,7 @@ TEST(CompanyList, WrongLinesAndValuesAreToldAndTheRestGoesOn) {
       "XXXX,x,1,2,\n"
       "AAPL,\"アップル, Inc. \"\"A\"\"\",abc,2,9\n"
       "AAPL,a,1,2,\n"
-      "..\\E,a,1,2,\n"
+      "E E,a,1,2,\n"
       "MSFT,m,1,2\n"
       "MSFT,m,1,2,,\n"
       "^DJI,\"d,1,2,\n",
@@ -99,7 +99,7 @@ TEST(CompanyList, WrongLinesAndValuesAreToldAndTheRestGoesOn) {
       ElementsAre("1 見出しの「銘柄名」は会社情報の項目ではありません",
                   "1 見出しの「決算月」が前にもあります", "2 銘柄コード「XXXX」が見つかりません",
                   "3 決算月「abc」が数値ではないか、大きすぎます",
-                  "4 銘柄コード「AAPL」の行が前にもあります", "5 銘柄コード「..\\E」は使えません",
+                  "4 銘柄コード「AAPL」の行が前にもあります", "5 銘柄コード「E E」は使えません",
                   "6 項目の数が4です（見出しは5です）", "8 項目を囲む「\"」が閉じていません"));
   EXPECT_EQ(list.rows, 7);
   EXPECT_EQ(list.stocks, 2);

@@ -128,6 +128,17 @@ TEST_F(CsvUpdateTest, NewDaysOfTheIndexMayLieBetweenAndBeforeStoredOnes) {
   EXPECT_THAT(Closes("^DJI"), ElementsAre(1, 2, 3, 4));
 }
 
+TEST_F(CsvUpdateTest, CodeThatIsNoFileNameHasItEncoded) {
+  WriteDaily("^DJI", {1, 2});
+  WriteDaily("BF%2FB", {3, 4});
+  WriteDaily("brk", {5, 6});
+  WriteDaily("._AA", {7, 8});
+  Update();
+  EXPECT_THAT(Closes("BF/B"), ElementsAre(3, 4));
+  EXPECT_THAT(Closes("brk"), ElementsAre(5, 6));
+  EXPECT_EQ(builder_.Open().Master().Stocks().size(), 3u) << "a hidden file is no stock's";
+}
+
 TEST_F(CsvUpdateTest, WhatIsWrongIsLoggedAndTheRestGoesOn) {
   WriteDaily("^DJI", {1, 2});
   Write("day/AA.csv", std::string(kHeader) +

@@ -20,8 +20,8 @@ TEST(StockList, ReadsStocksInFileOrder) {
 }
 
 TEST(StockList, WrongLineIsToldAndTheRestGoesOn) {
-  const char* const kWrong[] = {"..\\EVIL,x,1,1,1", "TOOLONGCODE,x,1,1,1", "A,x,4,1,1", "A,x,0,1,1",
-                                "A,x,1,abc,1",      "A,x,1,1,99999",       "A,x,1,1",   ",x,1,1,1",
+  const char* const kWrong[] = {"E VIL,x,1,1,1", "TOOLONGCODE,x,1,1,1", "A,x,4,1,1", "A,x,0,1,1",
+                                "A,x,1,abc,1",   "A,x,1,1,99999",       "A,x,1,1",   ",x,1,1,1",
                                 "B,twice,1,1,1"};
   for (const char* line : kWrong) {
     const StockList list =

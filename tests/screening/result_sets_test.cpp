@@ -24,11 +24,11 @@ using testing::ElementsAre;
 using testing::HasSubstr;
 
 TEST(ResultSets, ListIsReadWithItsMarksInAnyCase) {
-  const ListedCodes list =
-      ParseList("t: 題名\r\nD:2020/01/10\r\nAAPL     APPLE  ＮＡ市場\r\n\r\nA/B\r\nAAPL    \nMSFT");
+  const ListedCodes list = ParseList(
+      "t: 題名\r\nD:2020/01/10\r\nAAPL     APPLE  ＮＡ市場\r\n\r\nA,B\r\nAAPL    \nMSFT\nT:X");
   EXPECT_EQ(list.title, "題名");
   EXPECT_EQ(list.date, Day("2020/01/10"));
-  EXPECT_THAT(list.codes, ElementsAre(Code("AAPL"), Code("MSFT")));
+  EXPECT_THAT(list.codes, ElementsAre(Code("AAPL"), Code("MSFT"), Code("T:X")));
   ASSERT_EQ(list.notes.size(), 1U);
   EXPECT_THAT(list.notes[0], HasSubstr("5行目"));
   EXPECT_FALSE(ParseList("D:いつか\n").date);

@@ -46,7 +46,7 @@ TEST(CompanyAddresses, LastLineOfACodeCounts) {
 
 TEST(CompanyAddresses, LinesThatAreNoneAreToldWithTheirNumber) {
   std::vector<std::string> problems;
-  const auto addresses = Parse("AAPL\nMSFT：\n../x：https://x.example/\nIBM：i\n", problems);
+  const auto addresses = Parse("AAPL\nMSFT：\nx y：https://x.example/\nIBM：i\n", problems);
   EXPECT_THAT(addresses, ElementsAre(Pair(Code("IBM"), "i")));
   EXPECT_THAT(problems, ElementsAre(HasSubstr("「企業url.txt」の1行目"), HasSubstr("2行目"),
                                     HasSubstr("3行目")));

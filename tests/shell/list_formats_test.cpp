@@ -86,7 +86,7 @@ TEST(ListFormats, DamageIsToldAndTheReadableEntriesAreKept) {
       {"longer", [](std::string& bytes) { bytes += bytes.substr(128); }, 2, "の件数2と合いません"},
       {"count", [](std::string& bytes) { bytes.replace(8, 4, "\xff\xff\xff\xff"); }, 2,
        "の件数4294967295と"},
-      {"code", [](std::string& bytes) { bytes[128 + 8] = '/'; }, 1,
+      {"code", [](std::string& bytes) { bytes[128 + 8] = ','; }, 1,
        "レコード2の銘柄コードが壊れて"},
       {"date", [](std::string& bytes) { bytes.replace(256, 8, 8, '\xff'); }, 1,
        "レコード3の日付が"},

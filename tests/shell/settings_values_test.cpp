@@ -81,7 +81,7 @@ TEST(SettingValues, TextsThatMeanNothingOrTooMuchGiveTheDefault) {
       ReadCase{"KabugetReserveTime", "24:00:00", "11:00:00"},
       ReadCase{"KabugetReserveTime", "1:2:3:4", "11:00:00"},
       ReadCase{"KabugetReserveTime", "-1:00", "11:00:00"},
-      ReadCase{"correlation_meigaracode", "../orin", "^DJI"},
+      ReadCase{"correlation_meigaracode", "a,b", "^DJI"},
       ReadCase{"correlation_meigaracode", "NINELONGX", "^DJI"},
   };
   for (const ReadCase& c : kCases) EXPECT_EQ(Read(c.key, c.text), c.value) << c.key << c.text;

@@ -87,6 +87,16 @@ TEST_F(MissingFiles, WithoutIndexPathsAreCorrected) {
   EXPECT_THAT(home_.Screen().Texts(), ElementsAre(kMissingIndex));
 }
 
+TEST_F(MissingFiles, SplitListIsMadeEmptyAndIsNoChangeOfTheStore) {
+  const auto path = home_.Store().system_directory / "株式分割.txt";
+  std::filesystem::remove(path);
+  const auto state = home_.Start();
+  EXPECT_THAT(home_.Screen().Texts(), IsEmpty());
+  EXPECT_TRUE(std::filesystem::exists(path));
+  ASSERT_TRUE(state->store);
+  EXPECT_FALSE(state->store->HasChangedOnDisk());
+}
+
 TEST_F(MissingFiles, IndexThatDisagreesIsToldAndReplacedInMemoryAlone) {
   const std::string cut = support::Bytes(home_.System() / "orin.ind").substr(0, 110);
   PutFile(home_.System() / "orin.ind", cut);

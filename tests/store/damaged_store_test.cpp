@@ -163,7 +163,7 @@ TEST_F(DamagedStore, CheckTellsWhatIsWrongWithTheMaster) {
   EXPECT_THAT(findings, Contains(HasSubstr("読めない文字")));
   EXPECT_THAT(findings, Contains(AllOf(HasSubstr("orin.ind"), HasSubstr("「B」"))));
   Patch(kMaster, 0, "2020131x");
-  Patch(kMaster, kSecondStock, "../x    ");
+  Patch(kMaster, kSecondStock, "A B     ");
   EXPECT_THAT(Findings(), Contains(HasSubstr("日付コードが日付ではありません")));
   EXPECT_THAT(Findings(), Contains(HasSubstr("レコード3の銘柄コードが正しくありません")));
 }

@@ -5,6 +5,8 @@
 #include <utility>
 #include <vector>
 
+#include "support/store_builder.h"
+
 namespace orin::store {
 namespace {
 
@@ -77,6 +79,49 @@ TEST(FileNames, PriceFilesAreInTheDataDirectoryAllElseInTheSystemDirectory) {
   EXPECT_EQ(PathOf(location, {FileKind::kCredit, 7}), "/d/orins007.dat");
   EXPECT_EQ(PathOf(location, {FileKind::kRanking, 7}), "/s/orinm007.rnk");
   EXPECT_EQ(StagedPathOf(location, {FileKind::kIntraday, 7}), "/d/orint007.dat.tmp");
+}
+
+TEST(FileNames, StemOfACodeStaysInItsDirectoryAndLeadsBackToIt) {
+  const std::vector<std::pair<std::string, std::string>> cases = {
+      {"AAPL", "AAPL"},
+      {"^DJI", "^DJI"},
+      {"BRK.B", "BRK.B"},
+      {"BF-B", "BF-B"},
+      {"BF/B", "BF%2FB"},
+      {"A\\B", "A%5CB"},
+      {"..", "%2E%2E"},
+      {".A", "%2EA"},
+      {"A.", "A%2E"},
+      {".", "%2E"},
+      {"../..", "%2E.%2F.%2E"},
+      {"A%2FB", "A%252FB"},
+      {"%", "%25"},
+      {"C:", "C%3A"},
+      {"A*?", "A%2A%3F"},
+      {"<A>|", "%3CA%3E%7C"},
+      {"A\"", "A%22"},
+      {"brk", "%62%72%6B"},
+      {"!'$&()+", "!'$&()+"},
+      {"////////", "%2F%2F%2F%2F%2F%2F%2F%2F"},
+  };
+  for (const auto& [text, stem] : cases) {
+    const StockCode code = support::Code(text);
+    EXPECT_EQ(CodeFileStem(code), stem);
+    EXPECT_EQ(ParseCodeFileStem(stem), code) << stem;
+  }
+}
+
+TEST(FileNames, StemWrittenByAnotherProgramIsTakenAsItStands) {
+  for (const std::string stem : {"aapl", "A%B", "A%", "%2", "%GG", "A:B"}) {
+    ASSERT_TRUE(ParseCodeFileStem(stem)) << stem;
+    EXPECT_EQ(ParseCodeFileStem(stem)->Text(), stem);
+  }
+  EXPECT_EQ(ParseCodeFileStem("BF%2fB"), support::Code("BF/B"));
+  // Names that begin with a point are the hidden files of other programs.
+  for (const std::string stem : {"", ".A", "._AAPL", "..", "A B", "A%2CB", "A%20", "%00", "A%0A",
+                                 "123456789", "%2F%2F%2F%2F%2F%2F%2F%2FA", "あ"}) {
+    EXPECT_FALSE(ParseCodeFileStem(stem)) << stem;
+  }
 }
 
 }  // namespace

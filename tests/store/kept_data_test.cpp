@@ -17,6 +17,7 @@
 #include "store/store_check.h"
 #include "store/store_lock.h"
 #include "store/transaction.h"
+#include "store/trend_lines.h"
 #include "support/faulty_file_system.h"
 #include "support/store_builder.h"
 
@@ -191,20 +192,106 @@ TEST_F(KeptData, DamagedJournalIsKeptAndToldOfByReaderAndCheck) {
   EXPECT_THAT(Check().value(), ::testing::ElementsAre(HasSubstr("orin.jnl.bad")));
 }
 
-TEST_F(KeptData, SplitLinesThatCannotBeReadAreNotDroppedByWriting) {
+TEST_F(KeptData, SplitLinesThatCannotBeReadAreKeptByWriting) {
   Build();
-  const std::string text = "A,a,2,2020/01/06\r\nA,a,two,2020/01/07\r\nB,b,,2020/01/07\r\n";
-  Write(kSplits, text);
+  const std::string unread = "A,a,two,2020/01/07\r\nB,b,,2020/01/07\r\n";
+  const std::string header = Read(kSplits);
+  Write(kSplits, "A,a,2,2020/01/06\r\n" + unread + "C,c,3,2020/01/06\r\n");
   auto store = Open().value();
   EXPECT_EQ(store.Problems().size(), 2U);
-  const SplitEvent event = store.Splits().Events()[0];
-  for (const base::Status& refused :
-       {store.SaveSplits(SplitList()), store.CorrectForSplit(event)}) {
-    ASSERT_FALSE(refused);
-    EXPECT_THAT(refused.error().message, HasSubstr("「株式分割.txt」の2行目"));
+  const std::vector<SplitEvent> events(store.Splits().Events().begin(),
+                                       store.Splits().Events().end());
+  ASSERT_TRUE(store.CorrectForSplit(events[0]));
+  EXPECT_EQ(Read(kSplits), header + "C,c,3,2020/01/06\r\n" + unread);
+  EXPECT_EQ(AllBars(store, "A")[0].close, Price(0.5));
+  ASSERT_TRUE(store.SaveSplits(SplitList()));
+  EXPECT_EQ(Read(kSplits), header + unread);
+}
+
+TEST_F(KeptData, MissingSplitListIsMadeEmptyForAWriterAndAtTheStart) {
+  const auto make = [this] {
+    return StockStore::MakeMissingSplits(Where(), base::NativeFileSystem());
+  };
+  const auto path = PathOf(Where(), kSplits);
+  ASSERT_TRUE(make());
+  EXPECT_FALSE(fs::exists(path)) << "there is no store";
+  Build();
+  fs::remove(path);
+  ASSERT_TRUE(Open(OpenOptions()));
+  EXPECT_FALSE(fs::exists(path));
+  {
+    const StockStore writer = Open().value();
+    EXPECT_EQ(Read(kSplits), "");
+    fs::remove(path);
+    ASSERT_TRUE(make());
+    EXPECT_FALSE(fs::exists(path)) << "the writer may be about to write it";
   }
-  EXPECT_EQ(Read(kSplits), text);
-  EXPECT_EQ(AllBars(store, "A")[0].close, Price(1));
+  ASSERT_TRUE(make());
+  EXPECT_EQ(Read(kSplits), "");
+  Write(kSplits, "X");
+  ASSERT_TRUE(make());
+  EXPECT_EQ(Read(kSplits), "X");
+}
+
+TEST_F(KeptData, StrayBytesAreToldByCheckAndTakenOffByTheNextWriter) {
+  Build();
+  const StoreFile lines = {FileKind::kTrendLines, 0};
+  ASSERT_TRUE(SaveTrendLines(Where(), base::SlotRecord(4), TrendLines(), base::NativeFileSystem()));
+  for (const StoreFile& file : {kMaster, kIndex, kAdded, kDeleted, lines, kDaily1}) {
+    const std::string whole = Read(file);
+    for (int64_t n = 1;; ++n) {
+      SCOPED_TRACE(FileName(file) + ", stopped at " + std::to_string(n));
+      Write(file, whole + "x");
+      const auto told = Contains(AllOf(HasSubstr(FileName(file)), HasSubstr("1バイト")));
+      EXPECT_THAT(Check().value(), told);
+      ASSERT_TRUE(Open(OpenOptions()));
+      support::FaultyFileSystem files;
+      files.DieAt(n);
+      static_cast<void>(StockStore::Open(Where(), kWriting, files));
+      ASSERT_THAT(Read(file), ::testing::AnyOf(whole, whole + "x"));
+      if (Read(file) == whole) {
+        ASSERT_EQ(base::ReadFile(SetAsidePathOf(Where(), file)).value(), whole + "x");
+      }
+      if (!files.IsDead()) break;
+    }
+    EXPECT_EQ(Read(file), whole);
+    EXPECT_THAT(Check().value(), IsEmpty());
+    Write(file, whole + "x");
+    EXPECT_THAT(ProblemsOf(Open().value()),
+                ::testing::ElementsAre(AllOf(HasSubstr(FileName(file)), HasSubstr("1バイト"),
+                                             HasSubstr(FileName(file) + ".bad"))));
+    EXPECT_EQ(AllBars(Open().value(), "C")[0].close, Price(3));
+  }
+}
+
+TEST_F(KeptData, RecordThatWasCutIsNotTakenOff) {
+  Build();
+  const StoreFile lines = {FileKind::kTrendLines, 0};
+  ASSERT_TRUE(SaveTrendLines(Where(), base::SlotRecord(4), TrendLines(), base::NativeFileSystem()));
+  for (const StoreFile& file : {kIndex, kAdded, lines}) {
+    const std::string whole = Read(file);
+    const std::string cut = whole.substr(0, whole.size() - 5);
+    Write(file, cut);
+    ASSERT_TRUE(Open()) << FileName(file);
+    EXPECT_EQ(Read(file), cut);
+    Write(file, whole);
+  }
+  const std::string whole = Read(lines);
+  Write(lines, whole.substr(0, whole.size() - 5));
+  ASSERT_TRUE(SaveTrendLines(Where(), base::SlotRecord(6), TrendLines(), base::NativeFileSystem()));
+  EXPECT_EQ(Read(lines).size(), 6 * kTrendRecordLength);
+  EXPECT_EQ(base::ReadFile(SetAsidePathOf(Where(), lines)).value().size(), whole.size() - 5);
+
+  // Where there are no price files, orin.ind alone knows of the stock.
+  fs::remove_all(Root());
+  builder_ = StoreBuilder("kept");
+  builder_.Stock("A").Stock("B").Build();
+  const std::string master = Read(kMaster);
+  Write(kMaster, master.substr(0, master.size() - 5));
+  ASSERT_FALSE(Open());
+  Write(kMaster, master + "x");
+  ASSERT_TRUE(Open());
+  EXPECT_EQ(Read(kMaster), master);
 }
 
 TEST_F(KeptData, MissingIndexIsToldAndMadeAnewForAWriter) {

@@ -75,13 +75,35 @@ TEST(SplitList, LineThatIsNoEventIsToldAndPassedOver) {
        {"X,name,2", "X", ",name,2,2020/01/06", "TOOLONGCODE,n,2,2020/01/06", "X,n,0,2020/01/06",
         "X,n,-2,2020/01/06", "X,n,inf,2020/01/06", "X,n,nan,2020/01/06", "X,n,2x,2020/01/06",
         "X,n,,2020/01/06", "X,n,1e3,2020/01/06", "X,n,2,2020/02/30", "X,n,2,", "X,n,2,20200106",
-        "../X,n,2,2020/01/06", "!@@@@@@@,n,2,2020/01/06", "\xFF\xFE\x80,\x81,2,2020/01/06"}) {
+        "X Y,n,2,2020/01/06", "\xFF\xFE\x80,\x81,2,2020/01/06"}) {
     std::vector<std::string> problems;
     const SplitList list = Parse("A,n,2,2020/01/06\n" + line + "\nB,n,2,2020/01/06\n", problems);
     EXPECT_EQ(list.Events().size(), 2U) << line;
     ASSERT_EQ(problems.size(), 1U) << line;
     EXPECT_THAT(problems[0], ::testing::StartsWith("「株式分割.txt」の2行目：")) << line;
   }
+}
+
+TEST(SplitList, LinesThatAreNoEventsAreKeptBehindTheEvents) {
+  const std::string kept =
+      "A,a,two,2020/01/07\r\n!@@@@@@@@,,1,2020/01/06\r\n!@@@@@@@,,1,2020/01/06\r\n＃メモ\r\n";
+  const std::string text =
+      std::string(kHeader) + kept + "B,b,2,2020/01/06\r\nT:X,x,3,2020/01/06\r\n";
+  const std::string written =
+      base::EncodeCp932(std::string(kHeader) + "B,b,2,2020/01/06\r\nT:X,x,3,2020/01/06\r\n" + kept)
+          .value();
+  for (const std::string& bytes : {text, base::EncodeCp932(text).value()}) {
+    std::vector<std::string> problems;
+    const SplitList list = Parse(bytes, problems);
+    EXPECT_EQ(problems.size(), 2U);  // an emptied entry is none
+    EXPECT_EQ(list.Events().size(), 2U);
+    EXPECT_EQ(list.Serialize().value(), written);
+  }
+  // Bytes that are no text stay as they are; characters that the code page lacks are told.
+  std::vector<std::string> problems;
+  EXPECT_THAT(Parse("\x81\xFF,x\n", problems).Serialize().value(),
+              ::testing::EndsWith("\r\n\x81\xFF,x\r\n"));
+  EXPECT_THAT(Parse("한\n", problems).Serialize().value(), ::testing::EndsWith("\r\nU+D55C\r\n"));
 }
 
 TEST(SplitList, TextOutsideTheCodePageIsRefusedByFileAndStock) {

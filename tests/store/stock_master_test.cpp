@@ -40,13 +40,14 @@ std::vector<int32_t> Numbers(std::span<const base::MasterRecord> records) {
   return numbers;
 }
 
-TEST(StockCode, IsATickerThatStaysInItsDirectory) {
-  for (const std::string_view good : {"A", "AAPL", "^DJI", "BRK.B", "BF-B", "x1234567", "A   "}) {
+TEST(StockCode, IsEightPrintableCharactersWithoutCommaAndBlank) {
+  for (const std::string_view good :
+       {"A",    "AAPL", "^DJI", "BRK.B", "BF-B", "BF/B", "x1234567", "A   ", "..",      ".A",
+        "A\\B", "C:",   "A*",   "A?",    "A\"",  "<A>",  "A|",       "%2F",  "!@@@@@@", "~"}) {
     EXPECT_TRUE(StockCode::Parse(good)) << good;
   }
-  for (const std::string_view bad :
-       {"",   "    ", "123456789", "..",  ".A",  "A/B", "A\\B", "C:",  "A*", "A?",    "A\"",
-        "A<", "A>",   "A|",        "A,B", "A B", " A",  "A\t",  "A\n", "あ", "A\x7F", "!@@@@@@@"}) {
+  for (const std::string_view bad : {"", "    ", "123456789", "A,B", ",", "A B", " A", "A\t", "A\n",
+                                     "あ", "\xB1", "A\x7F", "!@@@@@@@"}) {
     EXPECT_FALSE(StockCode::Parse(bad)) << bad;
   }
   EXPECT_EQ(Code("AAPL").Padded(), "AAPL    ");

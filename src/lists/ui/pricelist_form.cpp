@@ -13,6 +13,7 @@
 
 #include "shell/ui/qt_text.h"
 #include "shell/ui/table_view.h"
+#include "store/file_names.h"
 #include "store/name_index.h"
 
 namespace orin::lists {
@@ -283,7 +284,7 @@ void pricelist_Form::mnu_copy_Click() {
 }
 
 void pricelist_Form::mnu_save_Click() {
-  const std::string name = std::string(code_.Text()) + "_" + std::string(PeriodName(period_));
+  const std::string name = store::CodeFileStem(code_) + "_" + std::string(PeriodName(period_));
   shell::SaveCsv(messages_, *state_.files, Text(name), model_->Listing().ToCsv());
 }
 
