@@ -32,7 +32,8 @@ struct StockStore::State {
   Calendar calendar;         // from the first file chosen
   int32_t skipped_days = 0;  // stored days before the calendar's first
   SplitList splits;
-  /// The files as they were before they were loaded.
+  /// Where HasChangedOnDisk looks, and the files there as they were before they were loaded.
+  StoreLocation original;
   std::string fingerprint;
   std::vector<std::string> problems;
   std::vector<std::string> recovery_problems;  // those of them that loading anew does not find
@@ -53,9 +54,6 @@ struct StockStore::State {
 
   /// Everything anew from the files.
   base::Status Load();
-  /// Which files the store has, how long each is and when it was written last. Another one after
-  /// any change, be it committed or not.
-  [[nodiscard]] std::string Fingerprint() const;
   /// Master and price files anew after a commit.
   base::Status Reload();
   base::Status LoadMaster();
