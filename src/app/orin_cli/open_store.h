@@ -1,7 +1,6 @@
 #pragma once
 
-#include <cstdint>
-#include <optional>
+#include <string>
 
 #include "app/orin_cli/command.h"
 #include "base/date.h"
@@ -11,14 +10,14 @@
 
 namespace orin::app {
 
-/// The settings and the store they name. Problems met in loading go to standard error.
+/// The settings and the store they name, open for a change. Problems met in loading go to standard
+/// error.
 struct OpenedStore {
   shell::Settings settings;
   store::StockStore store;
 };
 
-base::Result<OpenedStore> OpenStore(const Session& session, store::Access access,
-                                    std::optional<int16_t> first_file = std::nullopt);
+base::Result<OpenedStore> OpenForChange(const Session& session);
 
 /// The stock of a code as typed; the sentence names it where the master lacks it.
 base::Result<const store::StockRecord*> FindStock(const store::StockStore& store,
