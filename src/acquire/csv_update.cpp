@@ -275,7 +275,7 @@ Status CsvUpdate::Import(const CsvUpdateSource& source) {
   return done ? ImportFiles(weekly_, kWeeklyStage, &CsvUpdate::TakeWeekly) : done;
 }
 
-/// A log that cannot be written is one more problem, and no reason to call the import failed.
+/// Without its log an import is not as it should be, though what was committed stays.
 void CsvUpdate::WriteLog() {
   if (store_.Master().Header().date.IsNone()) return;
   std::string text;
@@ -290,7 +290,9 @@ void CsvUpdate::WriteLog() {
   if (written) {
     summary_.log_file = log;
   } else {
-    problems_.Add(written.error().message);
+    summary_.log_failure = "株価データのディレクトリ " +
+                           base::PathText(store_.Location().data_directory) +
+                           " に更新の記録を書き込めません。" + written.error().message;
   }
 }
 
@@ -306,6 +308,15 @@ base::Result<CsvUpdateSummary> CsvUpdate::Run(const CsvUpdateSource& source) {
 }
 
 }  // namespace
+
+std::string ProblemsSentence(const CsvUpdateSummary& summary) {
+  if (summary.problems.empty()) return {};
+  const std::string place = summary.log_file.empty()
+                                ? "があります"
+                                : "を " + base::PathText(summary.log_file) + " に記録しました";
+  return std::to_string(summary.problems.size()) + "件の問題" + place + "（最初の問題：" +
+         summary.problems.front() + "）。";
+}
 
 base::Result<CsvUpdateSummary> UpdateFromCsv(store::StockStore& store,
                                              const CsvUpdateSource& source, base::FileSystem& files,

@@ -31,7 +31,12 @@ struct CsvUpdateSummary {
   /// What was wrong with the files, a sentence each, as in the log.
   std::vector<std::string> problems;
   std::filesystem::path log_file;  // empty where there is no log
+  /// Why there is no log, a sentence that names the directory; empty where there is one.
+  std::string log_failure;
 };
+
+/// How many problems there were and what the first one was; empty where there was none.
+std::string ProblemsSentence(const CsvUpdateSummary& summary);
 
 /// UpdateFromCsv: imports price histories into the store in two passes, daily, then weekly.
 ///

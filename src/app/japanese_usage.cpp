@@ -7,6 +7,7 @@
 #include <string_view>
 
 #include "app/orin_cli/command.h"
+#include "base/text.h"
 
 namespace orin::app {
 
@@ -142,8 +143,8 @@ int ExplainUsage(const CLI::App& app, const CLI::ParseError& error) {
   const std::string leftovers = Leftovers(app);
   const std::string culprit = leftovers.empty() ? Culprit(error.what()) : leftovers;
   const std::string_view told = leftovers.empty() ? sentence : kUnexpected;
-  std::cerr << "「" << culprit << "」：" << told << "使い方は " << app.get_name()
-            << " --help で分かります。\n";
+  std::cerr << "「" << base::PrintableLine(culprit) << "」：" << told << "使い方は "
+            << app.get_name() << " --help で分かります。\n";
   return kWrongUsage;
 }
 

@@ -12,7 +12,39 @@ char LowerAscii(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A
 
 bool IsHalfWidth(char32_t value) { return value < 0x80 || (value >= 0xFF61 && value <= 0xFF9F); }
 
+bool IsControl(char32_t value) { return value < 0x20 || (value >= 0x7F && value <= 0x9F); }
+
+void AppendNumbers(std::string& text, std::string_view bytes) {
+  constexpr std::string_view kDigits = "0123456789ABCDEF";
+  for (const char byte : bytes) {
+    const auto value = static_cast<unsigned char>(byte);
+    text += "\\x";
+    text += kDigits[value >> 4U];
+    text += kDigits[value & 0xFU];
+  }
+}
+
+std::string WithNumbers(std::string_view text, bool keeps_line_feed) {
+  std::string shown;
+  while (!text.empty()) {
+    const CodePoint point = FirstCodePoint(text);
+    const std::string_view bytes = text.substr(0, point.length);
+    const bool is_kept = keeps_line_feed && point.valid && point.value == '\n';
+    if (!is_kept && (!point.valid || IsControl(point.value))) {
+      AppendNumbers(shown, bytes);
+    } else {
+      shown += bytes;
+    }
+    text.remove_prefix(point.length);
+  }
+  return shown;
+}
+
 }  // namespace
+
+std::string Printable(std::string_view text) { return WithNumbers(text, true); }
+
+std::string PrintableLine(std::string_view text) { return WithNumbers(text, false); }
 
 size_t Columns(std::string_view text) {
   size_t columns = 0;

@@ -27,6 +27,12 @@ std::string_view TrimBlanks(std::string_view text);
 /// ASCII letters compared without regard to case, all else byte by byte.
 bool EqualsIgnoreCase(std::string_view a, std::string_view b);
 
+/// `text` for a terminal: bytes that are no UTF-8 and control characters other than the line feed
+/// are shown by their numbers, as "\x1B".
+std::string Printable(std::string_view text);
+/// The same with the line feed shown too: what is one argument or name stays on one line.
+std::string PrintableLine(std::string_view text);
+
 /// The columns a text takes where half-width characters take 1 and others 2.
 size_t Columns(std::string_view text);
 

@@ -101,7 +101,8 @@ std::vector<store::CreditBalance> ChartSource::CreditBalances() const {
 }
 
 base::Result<store::TrendLines> ChartSource::TrendLines() const {
-  return store::LoadTrendLines(store_.Location(), stock_.slot);
+  // They are drawn while a copy is shown, and drawn into the store itself.
+  return store::LoadTrendLines(store_.OriginalLocation(), stock_.slot);
 }
 
 base::Result<store::IntradayDay> ChartSource::Intraday(base::Date last) const {

@@ -209,6 +209,8 @@ Outcome<RunResult> RunAnalysisFile(const store::StockStore& store, const fs::pat
   const std::string file_name = base::PathText(file);
   auto analysis = ReadAnalysisFile(file);
   if (!analysis) return Failure(analysis.error().message);
+  // A stop is seen at the next report.
+  static_cast<void>(progress.Report(StageCaption(analysis->title), 0, 0));
   const auto day = FindDay(store, options.date ? options.date : analysis->date, file_name);
   if (!day) return Failure(day.error().message);
   const auto directory = FindResultDirectory(*analysis, file_name, options.base_directory);

@@ -4,6 +4,10 @@
 
 namespace orin::shell {
 
+void ProgramState::CompareStore() const {
+  if (on_store_changed && store && store->HasChangedOnDisk()) on_store_changed();
+}
+
 store::StoreLocation ProgramState::StoreLocation() const {
   return LocateStore(settings.bus, places);
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <optional>
 #include <set>
 #include <string>
@@ -48,6 +49,13 @@ struct ProgramState {
   base::MasterRecord initial_stock;  // "^DJI", else the first stock; none in an empty store
   /// Problems of the start that the user has been told; LoadStore does not repeat them.
   std::set<std::string> told_problems;
+
+  /// What the main window does where CompareStore finds a change.
+  std::function<void()> on_store_changed;
+
+  /// Called by a window that has loaded something from the store: where another process has
+  /// changed the store, what the windows show may mix two states of it.
+  void CompareStore() const;
 
   /// Where the store is as the settings name it, whatever is read from a RAM disk.
   [[nodiscard]] store::StoreLocation StoreLocation() const;

@@ -200,7 +200,8 @@ void UseRamDisk(StartUpRun& run) {
   run.problems.AddFailure(StartUpStep::kRamDisk, copied);
   if (copied && *copied == RamDiskCopy::kWhole) {
     const StoreLocation location = {directory, directory};
-    auto opened = store::StockStore::Open(location, {}, *state.files);
+    auto opened =
+        store::StockStore::Open(location, {store::Access::kRead, {}, &*state.store}, *state.files);
     run.problems.AddFailure(StartUpStep::kRamDisk, opened);
     if (opened) {
       state.store.emplace(std::move(*opened));

@@ -25,6 +25,7 @@ std::vector<std::filesystem::path> Replaceable(const ProgramState& state) {
   std::vector<std::filesystem::path> paths = {
       places.ini_file,
       places.program_directory / "orinsim.ini",
+      places.ini_file.parent_path() / "orinsim.ini",
       places.program_directory / "orinerr.txt",
       NativeSetting(places, state.settings.common.analysis_group_file),
       NativeSetting(places, bus.meisai_file),

@@ -5,6 +5,7 @@
 
 #include "store/check_parts.h"
 #include "store/file_names.h"
+#include "store/fingerprint.h"
 #include "store/store_state.h"
 
 namespace orin::store {
@@ -15,6 +16,12 @@ base::Result<StockStore> StockStore::Open(const StoreLocation& location, const O
   state->location = location;
   state->options = options;
   state->files = &files;
+  state->original = location;
+  if (options.original != nullptr) {
+    state->original = options.original->state_->original;
+    state->fingerprint = options.original->state_->fingerprint;
+    state->options.original = nullptr;
+  }
   if (const base::Status opened = state->Open(); !opened) return base::Forward(opened);
   return StockStore(std::move(state));
 }
@@ -25,12 +32,15 @@ StockStore& StockStore::operator=(StockStore&&) noexcept = default;
 StockStore::~StockStore() = default;
 
 const StoreLocation& StockStore::Location() const { return state_->location; }
+const StoreLocation& StockStore::OriginalLocation() const { return state_->original; }
 const StockMaster& StockStore::Master() const { return state_->master; }
 const Calendar& StockStore::Days() const { return state_->calendar; }
 const SplitList& StockStore::Splits() const { return state_->splits; }
 std::span<const std::string> StockStore::Problems() const { return state_->problems; }
 
-bool StockStore::HasChangedOnDisk() const { return state_->Fingerprint() != state_->fingerprint; }
+bool StockStore::HasChangedOnDisk() const {
+  return FingerprintOf(state_->original) != state_->fingerprint;
+}
 
 int16_t StockStore::FirstFile() const {
   return state_->options.first_file.value_or(state_->master.Header().first_file);

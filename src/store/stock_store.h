@@ -24,6 +24,7 @@ namespace orin::store {
 
 class CreditFiles;
 class IntradayFiles;
+class StockStore;
 
 enum class Access { kRead, kWrite };
 
@@ -32,6 +33,10 @@ struct OpenOptions {
   /// The number of the first price file to use; none: the oldest of the master's header. The
   /// calendar then begins at that file's first day.
   std::optional<int16_t> first_file;
+  /// For reading a copy of a store, or a store once more: the one that was copied or opened before,
+  /// itself open for reading. What has changed on the disk is then what has changed there since.
+  /// Used while opening alone.
+  const StockStore* original = nullptr;
 };
 
 /// A stock to be added; it gets the next record of the master and the next slot.
@@ -71,6 +76,8 @@ class StockStore {
   ~StockStore();
 
   [[nodiscard]] const StoreLocation& Location() const;
+  /// Where the store itself is; for a copy another place than Location().
+  [[nodiscard]] const StoreLocation& OriginalLocation() const;
   [[nodiscard]] const StockMaster& Master() const;
   [[nodiscard]] const Calendar& Days() const;
   [[nodiscard]] const SplitList& Splits() const;
@@ -78,9 +85,9 @@ class StockStore {
   /// sentence each: split lines, a journal, a cut orin.sys, slots without a stock, a missing
   /// orin.ind; for a writer also an orin.ind or orin.add that disagrees with orin.sys.
   [[nodiscard]] std::span<const std::string> Problems() const;
-  /// Whether another process has changed master, prices or splits since they were loaded, or is
-  /// about to; what is read after that may mix days before and after the change. For a store that
-  /// was opened for reading.
+  /// Whether another process has changed any file of the store but the trend lines since it was
+  /// loaded, or is about to; what was read after that may mix states before and after the change.
+  /// For a store that was opened for reading.
   [[nodiscard]] bool HasChangedOnDisk() const;
   /// The number of the first price file in use, as chosen when opening.
   [[nodiscard]] int16_t FirstFile() const;

@@ -1,6 +1,7 @@
-#include <sys/stat.h>
 #include <thread>
+#include <utility>
 
+#include "store/fingerprint.h"
 #include "store/store_state.h"
 
 namespace orin::store {
@@ -29,44 +30,20 @@ base::Status StockStore::State::RecoverForReading(Clock::time_point deadline) {
   return *recovery_lock ? Recover() : base::Status();
 }
 
-std::string StockStore::State::Fingerprint() const {
-  std::string text;
-  const auto add = [&](const StoreFile& file) {
-    struct stat found = {};
-    if (stat(PathOf(location, file).c_str(), &found) != 0) return false;
-    for (const int64_t number :
-         {static_cast<int64_t>(found.st_ino), static_cast<int64_t>(found.st_size),
-          static_cast<int64_t>(found.st_mtim.tv_sec),
-          static_cast<int64_t>(found.st_mtim.tv_nsec)}) {
-      text += std::to_string(number) + " ";
-    }
-    text += FileName(file) + "\n";
-    return true;
-  };
-  for (const FileKind kind : {FileKind::kMaster, FileKind::kSplits, FileKind::kJournal}) {
-    add({kind, 0});
-  }
-  // Files are numbered without gaps from whatever the oldest one is.
-  bool has_begun = false;
-  for (int16_t number = 1; number <= kLastFileNumber; ++number) {
-    const bool is_there = add(DailyFile(number));
-    if (has_begun && !is_there) break;
-    has_begun = has_begun || is_there;
-  }
-  return text;
-}
-
 base::Status StockStore::State::OpenForReading() {
   const auto deadline = Clock::now() + kCommitPatience;
   for (;;) {
     if (const auto recovered = RecoverForReading(deadline); !recovered) return recovered;
-    fingerprint = Fingerprint();
+    std::string before = SettledFingerprintOf(location);
     const base::Status loaded = Load();
     // A writer may have begun its commit meanwhile; what has been loaded is mixed then.
     if (HasJournal(location)) continue;
     // Or it has begun and ended one.
-    if (loaded && Clock::now() < deadline && Fingerprint() != fingerprint) continue;
-    if (loaded || Clock::now() >= deadline || !HasLiveWriter(location)) return loaded;
+    if (loaded && Clock::now() < deadline && FingerprintOf(location) != before) continue;
+    if (loaded || Clock::now() >= deadline || !HasLiveWriter(location)) {
+      if (fingerprint.empty()) fingerprint = std::move(before);
+      return loaded;
+    }
     std::this_thread::sleep_for(kCommitPause);
   }
 }
@@ -77,7 +54,6 @@ base::Status StockStore::State::OpenForWriting() {
   lock = std::move(*acquired);
   if (const base::Status recovered = Recover(); !recovered) return recovered;
   if (const auto removed = RemoveLeftovers(location, *files); !removed) return removed;
-  fingerprint = Fingerprint();
   return Load();
 }
 

@@ -38,7 +38,8 @@ struct StockStore::State {
   SplitList splits;
   /// The file behind the current one that a new file may replace; 0: none.
   int16_t leftover = 0;
-  /// The files as they were before they were loaded.
+  /// Where HasChangedOnDisk looks, and the files there as they were before they were loaded.
+  StoreLocation original;
   std::string fingerprint;
   std::vector<std::string> problems;
   std::vector<std::string> recovery_problems;  // those of them that loading anew does not find
@@ -57,9 +58,6 @@ struct StockStore::State {
 
   /// Everything anew from the files.
   base::Status Load();
-  /// Which files the store has, how long each is and when it was written last. Another one after
-  /// any change, be it committed or not.
-  [[nodiscard]] std::string Fingerprint() const;
   /// Master and price files anew after a commit.
   base::Status Reload();
   base::Status LoadMaster();

@@ -157,6 +157,18 @@ TEST_F(CsvUpdateTest, WhatIsWrongIsLoggedAndTheRestGoesOn) {
   EXPECT_THAT(text, HasSubstr("CC.csv 1行目"));
 }
 
+TEST_F(CsvUpdateTest, LogThatCannotBeWrittenIsToldWithItsDirectory) {
+  WriteDaily("^DJI", {1, 2});
+  const fs::path log = Update().log_file;
+  fs::remove(log);
+  fs::create_directory(log);
+  const CsvUpdateSummary summary = Update();
+  EXPECT_TRUE(summary.log_file.empty());
+  EXPECT_THAT(summary.log_failure, HasSubstr(base::PathText(log.parent_path())));
+  EXPECT_THAT(summary.log_failure, HasSubstr("に更新の記録を書き込めません。"));
+  EXPECT_EQ(ProblemsSentence(summary), "");
+}
+
 TEST_F(CsvUpdateTest, WeeklyBarsFillOnlyWeeksWithoutDailyOnes) {
   std::string index = kHeader;
   for (const char* day : {"02", "03", "06", "07", "08", "09", "10", "13"}) {

@@ -21,6 +21,19 @@ expect "holiday" 1 "2020/01/11" cli eval --code AAPL --date 2020/01/11 1
 expect "before the first day" 1 "1999/01/04" cli eval --code AAPL --date 1999/01/04 1
 expect "not a system file" 1 "orin.xyzはシステムファイルではありません。" cli system-file orin.xyz
 expect "wrong period" 2 "使い方" cli bars AAPL --period year
+for scale in nan inf 0 -1 1e99 0.4 x; do
+  expect "scale $scale" 2 "「--scale」" cli chart AAPL --data --scale="$scale"
+done
+for number in nan 0 -1 1e99 1000; do
+  expect "first file $number" 2 "「--first-file」" cli screen --first-file="$number" "$home/analysis/新高値.txt"
+done
+bad=$'\xff\x1b[31m\xe3\x81'
+for arguments in "bars $bad" "$bad" "eval --code AAPL --date $bad 1" "series --code AAPL $bad" \
+  "explain --code AAPL $bad" "screen $bad" "signals --market $bad 1" "chart AAPL --size $bad -o x.png"; do
+  # shellcheck disable=SC2086
+  output=$(cli $arguments 2>&1)
+  expect_text "shown bytes of $arguments" "" "$(LC_ALL=C grep -aP '[\x1b\xff]' <<<"$output")"
+done
 expect "offset before the first day" 0 "fail" cli eval --code AAPL '終値(-5000)'
 for extreme in '終値(0) > 終値(-2147483648)' '移動平均(25,0) > 移動平均(25,-2147483648)' \
     '移動平均(2147483647,0) > 終値(2147483647)' '終値(99999999999999999999) > 終値(0)'; do
@@ -75,6 +88,13 @@ log=$(iconv -f CP932 -t UTF-8 "$home"/data/K20200110.LOG)
 for told in "AAPL.csv 5行目：" "「abc」" "AAPL.csv 6行目：" "「2016/13/01」" "株.csv" "NOISE.csv 1行目："; do
   expect "the log tells $told" 0 "$told" echo "$log"
 done
+
+rm "$home/data/K20200110.LOG"
+mkdir "$home/data/K20200110.LOG"
+expect "update without its log" 1 "に更新の記録を書き込めません。" cli update-csv --dir "$home/mixed"
+expect "update without its log names the directory" 1 "$home/data " cli update-csv --dir "$home/mixed"
+rmdir "$home/data/K20200110.LOG"
+expect "end of a run with a failed file" 1 "株価チェックが終了しました。" cli screen "$home/none.txt"
 
 expect "missing company list" 1 "none.csv" cli company "$home/none.csv"
 expect "company list without a heading" 1 "noise.txt 1行目" cli company "$home/noise.txt"

@@ -74,6 +74,16 @@ TEST(Coding, NumbersAreLittleEndianWhateverTheirSign) {
   EXPECT_EQ(GetDouble(bytes), 43840);
 }
 
+TEST(Text, TerminalGetsNoBytesThatAreNoTextAndNoControlCharacters) {
+  EXPECT_EQ(Printable("銘柄 A-1"), "銘柄 A-1");
+  EXPECT_EQ(Printable("\xff\x1b[31m\xe3\x81"), "\\xFF\\x1B[31m\\xE3\\x81");
+  EXPECT_EQ(Printable("\xc2\x9b"
+                      "2J\x7f\t\r"),
+            "\\xC2\\x9B2J\\x7F\\x09\\x0D");
+  EXPECT_EQ(Printable("一\n二"), "一\n二");
+  EXPECT_EQ(PrintableLine("一\n二"), "一\\x0A二");
+}
+
 TEST(RecordView, CountsWholeRecordsAndRefusesOthers) {
   const RecordView view("aabbc", 2);
   EXPECT_EQ(view.Count(), 2);

@@ -153,6 +153,25 @@ TEST_F(LayoutOfRealQuotes, TrendLinesAndSplitsAreDrawnWhereTheSettingsSaySo) {
   }
 }
 
+TEST_F(LayoutOfRealQuotes, TrendLinesOfACopyAreThoseOfTheStoreItself) {
+  const auto& [system, data] = store_.Location();
+  const std::filesystem::path directory = system.parent_path() / "copy";
+  for (const auto& from : {system, data}) {
+    std::filesystem::copy(from, directory);
+  }
+  const auto copy = store::StockStore::Open(
+      {directory, directory}, {store::Access::kRead, {}, &store_}, base::NativeFileSystem());
+  ASSERT_TRUE(copy) << copy.error().message;
+  store::TrendLines lines;
+  lines[0] = {source_.Bars().DateOf(250), base::Currency::FromInt(200), source_.Bars().DateOf(290),
+              base::Currency::FromInt(300)};
+  ASSERT_TRUE(store::SaveTrendLines(store_.Location(), source_.Stock().slot, lines,
+                                    base::NativeFileSystem()));
+  const ChartSource of_copy(*copy, copy->Master().Stock(kApple), nullptr, true, BarPeriod::kDay,
+                            copy->Days().Last());
+  EXPECT_EQ(of_copy.TrendLines(), lines);
+}
+
 TEST(SplitMarks, StandAtTheFirstBarWithNewShares) {
   support::StoreBuilder builder("splits");
   builder.Days(support::Weekdays("2020/01/06", 20));

@@ -80,8 +80,12 @@ TEST_F(MultipleStart, SecondInstanceLeavesTheMarkersOfTheFirst) {
 TEST_F(MultipleStart, RecoveryRemovesWhatAKilledWriterLeft) {
   LeaveMarkers();
   const std::vector<std::filesystem::path> leftovers = {
-      home_.Places().ini_file.string() + ".tmp", home_.SettingsDirectory() / "orin.trn.tmp",
-      home_.System() / "orin.fee.tmp", home_.System() / "企業url.txt.tmp",
+      home_.Places().ini_file.string() + ".tmp",
+      home_.SettingsDirectory() / "orin.trn.tmp",
+      home_.SettingsDirectory() / "orinsim.ini.tmp",
+      home_.Program() / "orinsim.ini.tmp",
+      home_.System() / "orin.fee.tmp",
+      home_.System() / "企業url.txt.tmp",
       home_.Store().data_directory / "orin002.dat.tmp"};
   for (const auto& leftover : leftovers) PutFile(leftover, "half");
   PutFile(home_.System() / "mine.tmp", "kept");

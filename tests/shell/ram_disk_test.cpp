@@ -73,6 +73,25 @@ TEST_F(RamDisk, UpdateOfTheStoreReachesTheCopy) {
   EXPECT_EQ(state->store->Days().Count(), 4);
 }
 
+TEST_F(RamDisk, CopyIsComparedWithTheStoreItWasCopiedFrom) {
+  const auto state = home_.Start();
+  ASSERT_TRUE(state->ram_disk);
+  EXPECT_EQ(state->store->OriginalLocation().system_directory, home_.System());
+  EXPECT_FALSE(state->store->HasChangedOnDisk());
+  int told = 0;
+  state->on_store_changed = [&told] { ++told; };
+  state->CompareStore();
+  EXPECT_EQ(told, 0);
+  {
+    auto writer = store::StockStore::Open(state->StoreLocation(), {store::Access::kWrite, {}},
+                                          base::NativeFileSystem());
+    ASSERT_TRUE(writer);
+    ASSERT_TRUE(writer->AppendDay(support::Day("2020/01/09"), {}));
+  }
+  state->CompareStore();
+  EXPECT_EQ(told, 1);
+}
+
 TEST_F(RamDisk, FileTheStoreNoLongerHasIsRemovedAndStrangersStay) {
   PutFile(home_.System() / "orin.lin", std::string(320, '\0'));
   ASSERT_TRUE(Copy());

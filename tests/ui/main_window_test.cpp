@@ -112,7 +112,8 @@ TEST_F(MainWindow, AnalysisRunsTheGroupAndShowsItsLists) {
   EXPECT_EQ(messages_.Texts(), std::vector<std::string>{"株価チェックが終了しました。"});
   EXPECT_GT(Area()->subWindowList().size(), 1);
   EXPECT_TRUE(FrontTitle().starts_with("分析結果（")) << FrontTitle();
-  EXPECT_TRUE(program_.window->windowTitle().startsWith(QStringLiteral("ミルテ - [")));
+  EXPECT_TRUE(
+      program_.window->windowTitle().startsWith(QStringLiteral("ミルテ（株価分析終了） - [")));
 }
 
 TEST_F(MainWindow, CsvUpdateAddsADayAndReloadsTheWindows) {

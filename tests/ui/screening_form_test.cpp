@@ -127,8 +127,43 @@ TEST_F(AnalysisWindow, GroupIsRunAndEveryListHasItsTable) {
   }
   QTreeWidgetItem* first = Window().List().topLevelItem(0);
   EXPECT_THAT(Utf8(first->text(5)), testing::EndsWith("銘柄"));
-  EXPECT_TRUE(program_.window->windowTitle().startsWith(QStringLiteral("ミルテ")));
-  EXPECT_FALSE(program_.window->windowTitle().contains(QStringLiteral("株価分析終了")));
+}
+
+TEST_F(AnalysisWindow, CaptionNamesEveryFileAndTheEndUntilTheNextJob) {
+  check2_Form& window = WindowWith({WriteAnalysis("一", "終値(0) > 0"),
+                                    WriteAnalysis("二", "1 < 2 < 3 < 4 < 5 < 6 < 7"),
+                                    WriteAnalysis("三", "終値(0) > 100")});
+  const QSignalSpy captions(program_.window.get(), &QWidget::windowTitleChanged);
+  window.Command1_Click();
+  const auto is_shown = [&captions](const std::string& caption) {
+    return std::ranges::any_of(captions, [&caption](const QList<QVariant>& shown) {
+      return Utf8(shown.front().toString()).starts_with(caption);
+    });
+  };
+  for (const char* title : {"一", "二", "三"}) {
+    EXPECT_TRUE(is_shown("ミルテ（株価分析：" + std::string(title) + "）")) << title;
+  }
+  EXPECT_THAT(Utf8(program_.window->windowTitle()), StartsWith("ミルテ（株価分析終了）"));
+  program_.window->mnu_check_Click();
+  EXPECT_THAT(Utf8(program_.window->windowTitle()), testing::Not(HasSubstr("株価分析終了")));
+}
+
+TEST_F(AnalysisWindow, WindowThatLoadsFromAChangedStoreIsReadAnew) {
+  {
+    auto other = store::StockStore::Open(program_.state->StoreLocation(),
+                                         {store::Access::kWrite, {}}, base::NativeFileSystem());
+    ASSERT_TRUE(other) << other.error().message;
+    ASSERT_TRUE(other->AppendDay(*base::Date::Parse("2020/01/13"), {}));
+  }
+  const auto days = [this] { return program_.state->store->Days().Count(); };
+  const int32_t before = days();
+  // The listing of another stock.
+  program_.window->OpenStock(
+      program_.state->store->Master().Find(*store::StockCode::Parse("AAPL")));
+  EXPECT_THAT(Utf8(program_.window->statusBar()->currentMessage()),
+              HasSubstr("読み込み直します。"));
+  EXPECT_TRUE(QTest::qWaitFor([&] { return days() == before + 1; }));
+  EXPECT_TRUE(messages_.Texts().empty());
 }
 
 TEST_F(AnalysisWindow, ResultIsSortedExplainedSteppedThroughAndExported) {
@@ -249,11 +284,11 @@ TEST_F(AnalysisWindow, FilesThatCannotBeUsedAreToldAndTheOthersRun) {
   EXPECT_EQ(Find<result_Form>().size(), 1U);
   const std::vector<std::string> texts = messages_.Texts();
   ASSERT_EQ(texts.size(), 2U);
-  EXPECT_EQ(std::count(texts[0].begin(), texts[0].end(), '\n'), 3) << texts[0];
-  EXPECT_THAT(texts[0], HasSubstr("ない.txt"));
-  EXPECT_THAT(texts[0], HasSubstr("2020/13/41"));
-  EXPECT_THAT(texts[0], HasSubstr("results_消えた というディレクトリがありません。"));
-  EXPECT_EQ(texts[1], kEnd);
+  EXPECT_EQ(texts[0], kEnd);
+  EXPECT_EQ(std::count(texts[1].begin(), texts[1].end(), '\n'), 3) << texts[1];
+  EXPECT_THAT(texts[1], HasSubstr("ない.txt"));
+  EXPECT_THAT(texts[1], HasSubstr("2020/13/41"));
+  EXPECT_THAT(texts[1], HasSubstr("results_消えた というディレクトリがありません。"));
   EXPECT_EQ(Utf8(window.List().topLevelItem(0)->text(5)), "使えません");
   EXPECT_GE(window.List().topLevelItem(3)->childCount(), 1);
 }

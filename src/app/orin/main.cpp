@@ -10,6 +10,7 @@
 
 #include "app/japanese_usage.h"
 #include "base/file_system.h"
+#include "base/text.h"
 #include "shell/program_places.h"
 #include "shell/ui/look.h"
 #include "shell/ui/main_form.h"
@@ -45,7 +46,7 @@ void TellWithoutDisplay(QtMsgType type, const QMessageLogContext&, const QString
 int Run(const Options& options) {
   const auto places = shell::PlacesOf(options.home, options.ini);
   if (!places) {
-    std::cerr << places.error().message << '\n';
+    std::cerr << base::Printable(places.error().message) << '\n';
     return 2;
   }
   const shell::Look look;
@@ -112,7 +113,8 @@ int main(int argc, char** argv) {
     return orin::app::Start(argc, argv);
   } catch (const std::exception& failure) {
     // Nothing is known to throw; should it happen, the user still gets a sentence.
-    std::cerr << "予期しない問題が起きたので中止しました（" << failure.what() << "）。\n";
+    std::cerr << "予期しない問題が起きたので中止しました（" << orin::base::Printable(failure.what())
+              << "）。\n";
     return 1;
   }
 }

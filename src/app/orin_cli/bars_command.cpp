@@ -1,8 +1,8 @@
-#include <iostream>
 #include <map>
 #include <memory>
 #include <string>
 
+#include "app/orin_cli/answer.h"
 #include "app/orin_cli/open_store.h"
 #include "store/stock_series.h"
 
@@ -20,26 +20,22 @@ const std::map<std::string, store::BarPeriod> kPeriods = {{"day", store::BarPeri
                                                           {"week", store::BarPeriod::kWeek},
                                                           {"month", store::BarPeriod::kMonth}};
 
-void Print(const base::BarColumns& columns) {
-  std::cout << "年月日,始値,高値,安値,終値,出来高\n";
+void Print(const base::BarColumns& columns, std::ostream& out) {
+  out << "年月日,始値,高値,安値,終値,出来高\n";
   for (size_t i = 0; i < columns.Size(); ++i) {
     const base::Bar bar = columns.At(i);
     if (!bar.HasData()) continue;
-    std::cout << bar.date.ToText() << ',' << bar.open.ToText() << ',' << bar.high.ToText() << ','
-              << bar.low.ToText() << ',' << bar.close.ToText() << ',' << bar.volume.ToText()
-              << '\n';
+    out << bar.date.ToText() << ',' << bar.open.ToText() << ',' << bar.high.ToText() << ','
+        << bar.low.ToText() << ',' << bar.close.ToText() << ',' << bar.volume.ToText() << '\n';
   }
 }
 
-int RunBars(const Session& session, const BarsOptions& options) {
-  const auto opened = OpenStore(session, store::Access::kRead);
-  if (!opened) return Report(opened.error());
-  const store::StockStore& store = opened->store;
-  const auto stock = FindStock(store, options.code);
-  if (!stock) return Report(stock.error());
-
-  const bool is_adjusted = !options.raw && opened->settings.chart_action.bunkatsu_auto_check;
-  Print(store::LoadPeriod(store, **stock, kPeriods.at(options.period), is_adjusted));
+int FindBars(const StoreReading& reading, const BarsOptions& options, Answer& answer) {
+  const auto stock = FindStock(reading.store, options.code);
+  if (!stock) return answer.Report(stock.error());
+  const bool is_adjusted = !options.raw && reading.settings.chart_action.bunkatsu_auto_check;
+  Print(store::LoadPeriod(reading.store, **stock, kPeriods.at(options.period), is_adjusted),
+        answer.Out());
   return kDone;
 }
 
@@ -54,7 +50,11 @@ void AddBarsCommand(CLI::App& app, Session& session) {
       ->type_name("day|week|month");
   command->add_flag("--raw", options->raw, "株式分割を調整せず、保存されているまま表示する");
   command->callback([&session, options] {
-    session.run = [&session, options] { return RunBars(session, *options); };
+    session.run = [&session, options] {
+      return AnswerFromStore(session, [&](const StoreReading& reading, Answer& answer) {
+        return FindBars(reading, *options, answer);
+      });
+    };
   });
 }
 

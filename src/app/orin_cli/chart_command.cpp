@@ -8,6 +8,7 @@
 #include <utility>
 #include <vector>
 
+#include "app/orin_cli/answer.h"
 #include "app/orin_cli/open_store.h"
 #include "app/orin_cli/picture_file.h"
 #include "base/paths.h"
@@ -20,6 +21,8 @@ namespace orin::app {
 
 namespace {
 
+constexpr double kSmallestScale = 0.5;
+constexpr double kLargestScale = 4;
 constexpr int32_t kLargestSide = 20'000;      // pixels
 constexpr int64_t kMostPixels = 100'000'000;  // 400 megabytes
 
@@ -59,6 +62,15 @@ const Choices<chart::ChartTheme> kThemes = {{"light", chart::ChartTheme::kLight}
 const Choices<chart::InkMode> kInks = {{"color", chart::InkMode::kColor},
                                        {"grey", chart::InkMode::kGrey},
                                        {"pattern", chart::InkMode::kPattern}};
+
+/// The sentence of an option's check is empty where the value is right. What is no number compares
+/// with nothing: it must be asked whether the value is inside, not whether it is outside.
+std::string CheckScale(const std::string& typed) {
+  double scale = 0;
+  const bool is_inside =
+      CLI::detail::lexical_cast(typed, scale) && scale >= kSmallestScale && scale <= kLargestScale;
+  return is_inside ? "" : "--scale";
+}
 
 /// "1000x700" times the scale.
 std::optional<chart::PictureSize> ParseSize(const std::string& text, double scale) {
@@ -119,6 +131,40 @@ chart::BarRange ViewOf(const ChartCommandOptions& options, chart::ChartSource& s
   return view;
 }
 
+/// `options` has to outlive the answer.
+int AddChart(const StoreReading& reading, ChartCommandOptions& options, chart::PictureSize size,
+             Answer& answer) {
+  const auto& [settings, store] = reading;
+  const auto stock = FindStock(store, options.code);
+  if (!stock) return answer.Report(stock.error());
+  auto second = FindSecondStock(store, options.compare);
+  if (!second) return answer.Report(second.error());
+  options.chart.main.shows_comparison = *second != nullptr;
+  // Spread and ratio have a stock to compare with without being told one.
+  if (*second == nullptr) {
+    const auto usual = FindSecondStock(store, settings.chart_action.key_second_text);
+    if (usual) second = usual;
+  }
+  const auto days = FindDays(store, options.from, options.to);
+  if (!days) return answer.Report(days.error());
+
+  chart::ChartSource source(store, **stock, *second, settings.chart_action.bunkatsu_auto_check,
+                            options.period, days->last);
+  const chart::BarRange view = ViewOf(options, source, settings, store.Days().DateOf(days->first));
+  const chart::Chart chart = chart::BuildChart(source, settings, options.chart, view);
+  for (const chart::Plot& plot : chart.panes) {
+    for (const std::string& note : plot.notes) answer.Tell(plot.title + note);
+  }
+  if (options.data) answer.Out() << chart::PlottedCsv(chart);
+  if (options.output.empty()) return kDone;
+  answer.Finally(
+      [&options, size, picture = chart::InMode(chart::LayOut(chart, size).picture, options.ink)] {
+        const auto saved = SavePicture(picture, size.scale, options.output);
+        return saved ? kDone : Report(saved.error());
+      });
+  return kDone;
+}
+
 int DrawChart(const Session& session, ChartCommandOptions options) {
   const auto size = ParseSize(options.size, options.scale);
   if (!size) {
@@ -137,35 +183,9 @@ int DrawChart(const Session& session, ChartCommandOptions options) {
   }
   options.chart.sub_charts = std::move(*subs);
 
-  const auto opened = OpenStore(session, store::Access::kRead);
-  if (!opened) return Report(opened.error());
-  const store::StockStore& store = opened->store;
-  const shell::Settings& settings = opened->settings;
-  const auto stock = FindStock(store, options.code);
-  if (!stock) return Report(stock.error());
-  auto second = FindSecondStock(store, options.compare);
-  if (!second) return Report(second.error());
-  options.chart.main.shows_comparison = *second != nullptr;
-  // Spread and ratio have a stock to compare with without being told one.
-  if (*second == nullptr) {
-    const auto usual = FindSecondStock(store, settings.chart_action.key_second_text);
-    if (usual) second = usual;
-  }
-  const auto days = FindDays(store, options.from, options.to);
-  if (!days) return Report(days.error());
-
-  chart::ChartSource source(store, **stock, *second, settings.chart_action.bunkatsu_auto_check,
-                            options.period, days->last);
-  const chart::BarRange view = ViewOf(options, source, settings, store.Days().DateOf(days->first));
-  const chart::Chart chart = chart::BuildChart(source, settings, options.chart, view);
-  for (const chart::Plot& plot : chart.panes) {
-    for (const std::string& note : plot.notes) Tell(plot.title + note);
-  }
-  if (options.data) std::cout << chart::PlottedCsv(chart);
-  if (options.output.empty()) return kDone;
-  const chart::DrawList picture = chart::InMode(chart::LayOut(chart, *size).picture, options.ink);
-  const auto saved = SavePicture(picture, size->scale, options.output);
-  return saved ? kDone : Report(saved.error());
+  return AnswerFromStore(session, [&](const StoreReading& reading, Answer& answer) {
+    return AddChart(reading, options, *size, answer);
+  });
 }
 
 /// The option of a choice by name.
@@ -209,7 +229,7 @@ void AddChartCommand(CLI::App& app, Session& session) {
       ->type_name("CODE");
   command->add_option("--size", options->size, "幅x高さ（省略時は 1000x700）")->type_name("WxH");
   command->add_option("--scale", options->scale, "画素の倍率（0.5～4、省略時は 1）")
-      ->check(CLI::Range(0.5, 4.0).description(""))
+      ->check(CheckScale)
       ->type_name("S");
   AddChoice(command, "--theme", options->chart.theme, kThemes,
             "白い地、黒い地（省略時は設定の色のまま）");

@@ -45,7 +45,7 @@ void AddSettingsCommand(CLI::App& app, Session& session);
 
 /// Writes the sentence to standard error and gives the exit status of a failed job.
 int Report(const base::Error& error);
-/// A sentence to standard error.
+/// A sentence to standard error, made printable.
 void Tell(const std::string& sentence);
 
 }  // namespace orin::app

@@ -3,6 +3,7 @@
 #include <string>
 
 #include "acquire/company_list.h"
+#include "app/orin_cli/answer.h"
 #include "app/orin_cli/open_store.h"
 
 namespace orin::app {
@@ -22,22 +23,31 @@ int ImportFile(store::StockStore& store, const std::string& file) {
   return kDone;
 }
 
-int PrintList(const store::StockStore& store) {
+base::Result<std::string> List(const store::StockStore& store) {
   const auto companies = store::CompanyTable::Load(store.Location());
-  if (!companies) return Report(companies.error());
-  std::cout << acquire::FormatCompanyList(store.Master(), *companies);
-  return kDone;
+  if (!companies) return base::Forward(companies);
+  return acquire::FormatCompanyList(store.Master(), *companies);
+}
+
+int ShowList(const Session& session) {
+  return AnswerFromStore(session, [](const StoreReading& reading, Answer& answer) {
+    const auto list = List(reading.store);
+    if (!list) return answer.Report(list.error());
+    answer.Out() << *list;
+    return kDone;
+  });
 }
 
 int RunCompany(const Session& session, const CompanyOptions& options) {
-  const bool imports = !options.file.empty();
-  auto opened = OpenStore(session, imports ? store::Access::kWrite : store::Access::kRead);
+  if (options.file.empty()) return ShowList(session);
+  auto opened = OpenForChange(session);
   if (!opened) return Report(opened.error());
-  if (imports) {
-    const int status = ImportFile(opened->store, options.file);
-    if (status != kDone || !options.list) return status;
-  }
-  return PrintList(opened->store);
+  const int status = ImportFile(opened->store, options.file);
+  if (status != kDone || !options.list) return status;
+  const auto list = List(opened->store);
+  if (!list) return Report(list.error());
+  std::cout << *list;
+  return kDone;
 }
 
 }  // namespace

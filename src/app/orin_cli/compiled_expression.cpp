@@ -10,21 +10,23 @@ namespace orin::app {
 
 namespace {
 
-std::optional<analysis::Program> Compile(const std::string& expression, const std::string& prefix) {
+std::optional<analysis::Program> CompileAlone(const std::string& expression,
+                                              const std::string& prefix, Answer& answer) {
   auto program = analysis::BuildProgram(expression);
   if (!program) {
-    Tell(prefix + analysis::NoteSentence(program.error()));
+    answer.Tell(prefix + analysis::NoteSentence(program.error()));
     return std::nullopt;
   }
-  for (const analysis::Note& note : program->Notes()) Tell(prefix + analysis::NoteSentence(note));
+  for (const analysis::Note& note : program->Notes())
+    answer.Tell(prefix + analysis::NoteSentence(note));
   return std::move(*program);
 }
 
 }  // namespace
 
-void TellWithoutSecond(bool needs_second, bool has_second) {
+void TellWithoutSecond(bool needs_second, bool has_second, Answer& answer) {
   if (needs_second && !has_second) {
-    Tell("--second がないので、第二銘柄とさやの項目は計算できません。");
+    answer.Tell("--second がないので、第二銘柄とさやの項目は計算できません。");
   }
 }
 
@@ -35,24 +37,26 @@ bool IsOneCondition(const std::vector<std::string>& expressions) {
   return false;
 }
 
-std::optional<analysis::Program> Compile(const std::string& expression, bool has_second) {
-  auto program = Compile(expression, std::string());
-  if (program) TellWithoutSecond(program->NeedsSecondStock(), has_second);
+std::optional<analysis::Program> Compile(const std::string& expression, bool has_second,
+                                         Answer& answer) {
+  auto program = CompileAlone(expression, std::string(), answer);
+  if (program) TellWithoutSecond(program->NeedsSecondStock(), has_second, answer);
   return program;
 }
 
 std::optional<std::vector<analysis::Program>> CompileAll(
-    const std::vector<std::string>& expressions, bool has_second) {
+    const std::vector<std::string>& expressions, bool has_second, Answer& answer) {
   std::vector<analysis::Program> programs;
   bool needs_second = false;
   for (const std::string& expression : expressions) {
     const bool is_alone = expressions.size() == 1;
-    auto program = Compile(expression, is_alone ? "" : analysis::Quoted(expression) + "の");
+    auto program =
+        CompileAlone(expression, is_alone ? "" : analysis::Quoted(expression) + "の", answer);
     if (!program) continue;
     needs_second = needs_second || program->NeedsSecondStock();
     programs.push_back(std::move(*program));
   }
-  TellWithoutSecond(needs_second, has_second);
+  TellWithoutSecond(needs_second, has_second, answer);
   if (programs.size() != expressions.size()) return std::nullopt;
   return programs;
 }

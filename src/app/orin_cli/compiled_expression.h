@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "analysis/program.h"
+#include "app/orin_cli/answer.h"
 
 namespace orin::app {
 
@@ -12,14 +13,15 @@ namespace orin::app {
 bool IsOneCondition(const std::vector<std::string>& expressions);
 
 /// A sentence where the second stock is needed and not there.
-void TellWithoutSecond(bool needs_second, bool has_second);
+void TellWithoutSecond(bool needs_second, bool has_second, Answer& answer);
 
-/// Compiles an expression; its notes, or why it cannot be compiled (then nullopt), go to standard
-/// error. So does a sentence where it needs the second stock that is not there.
-std::optional<analysis::Program> Compile(const std::string& expression, bool has_second);
+/// Compiles an expression; its notes, or why it cannot be compiled (then nullopt), are told. So is
+/// that it needs a second stock where there is none.
+std::optional<analysis::Program> Compile(const std::string& expression, bool has_second,
+                                         Answer& answer);
 
 /// All of them; nullopt where one cannot be compiled. With several, what is told names them.
 std::optional<std::vector<analysis::Program>> CompileAll(
-    const std::vector<std::string>& expressions, bool has_second);
+    const std::vector<std::string>& expressions, bool has_second, Answer& answer);
 
 }  // namespace orin::app

@@ -8,6 +8,7 @@
 #include "analysis/program.h"
 #include "app/orin_cli/compiled_expression.h"
 #include "app/orin_cli/open_store.h"
+#include "base/text.h"
 
 namespace orin::app {
 
@@ -45,44 +46,57 @@ base::Result<std::string> Evaluate(const analysis::Program& program, const Subje
   return value.ok ? value.value.ToText() : "fail";
 }
 
-/// Prints the line of one expression and gives its exit status.
-int PrintValue(const std::string& expression, const Subject& subject) {
+/// Answers with the line of one expression and gives its exit status.
+int AddValue(const std::string& expression, const Subject& subject, Answer& answer) {
   const auto program = analysis::BuildProgram(expression);
   if (!program) {
-    std::cout << "error: " << analysis::NoteSentence(program.error()) << '\n';
+    const std::string sentence = base::PrintableLine(analysis::NoteSentence(program.error()));
+    answer.Out() << "error: " << sentence << '\n';
     return kWrongUsage;
   }
-  for (const analysis::Note& note : program->Notes()) Tell(analysis::NoteSentence(note));
-  TellWithoutSecond(program->NeedsSecondStock(), subject.second != nullptr);
+  for (const analysis::Note& note : program->Notes()) answer.Tell(analysis::NoteSentence(note));
+  TellWithoutSecond(program->NeedsSecondStock(), subject.second != nullptr, answer);
   const auto value = Evaluate(*program, subject);
-  if (!value) return Report(value.error());
-  std::cout << *value << '\n';
+  if (!value) return answer.Report(value.error());
+  answer.Out() << *value << '\n';
   return kDone;
 }
 
-int RunEval(const Session& session, const EvalOptions& options) {
-  const auto opened = OpenStore(session, store::Access::kRead);
-  if (!opened) return Report(opened.error());
-  const auto stock = FindStock(opened->store, options.code);
-  if (!stock) return Report(stock.error());
-  const auto second = FindSecondStock(opened->store, options.second);
-  if (!second) return Report(second.error());
-  const auto day = FindDay(opened->store, options.date);
-  if (!day) return Report(day.error());
-
-  const Subject subject{opened->store, **stock, *second, *day,
-                        opened->settings.chart_action.bunkatsu_auto_check};
-  int status = kDone;
-  for (const std::string& expression : session.expressions) {
-    status = std::max(status, PrintValue(expression, subject));
+std::vector<std::string> ReadExpressions(std::istream& input) {
+  std::vector<std::string> expressions;
+  for (std::string line; std::getline(input, line);) {
+    if (line.ends_with('\r')) line.pop_back();
+    expressions.push_back(std::move(line));
   }
-  if (session.expressions.empty()) {
-    for (std::string line; std::getline(std::cin, line);) {
-      if (line.ends_with('\r')) line.pop_back();
-      status = std::max(status, PrintValue(line, subject));
-    }
+  return expressions;
+}
+
+int FindValues(const StoreReading& reading, const EvalOptions& options,
+               const std::vector<std::string>& expressions, Answer& answer) {
+  const store::StockStore& store = reading.store;
+  const auto stock = FindStock(store, options.code);
+  if (!stock) return answer.Report(stock.error());
+  const auto second = FindSecondStock(store, options.second);
+  if (!second) return answer.Report(second.error());
+  const auto day = FindDay(store, options.date);
+  if (!day) return answer.Report(day.error());
+
+  const Subject subject{store, **stock, *second, *day,
+                        reading.settings.chart_action.bunkatsu_auto_check};
+  int status = kDone;
+  for (const std::string& expression : expressions) {
+    status = std::max(status, AddValue(expression, subject, answer));
   }
   return status;
+}
+
+int RunEval(const Session& session, const EvalOptions& options) {
+  // The input can be read once, the store any number of times.
+  const std::vector<std::string> expressions =
+      session.expressions.empty() ? ReadExpressions(std::cin) : session.expressions;
+  return AnswerFromStore(session, [&](const StoreReading& reading, Answer& answer) {
+    return FindValues(reading, options, expressions, answer);
+  });
 }
 
 }  // namespace

@@ -1,4 +1,3 @@
-#include <iostream>
 #include <memory>
 #include <vector>
 
@@ -19,6 +18,32 @@ struct ExplainOptions {
   std::vector<std::string> in_help;  // the parser never sees an expression
 };
 
+int FindExplanation(const StoreReading& reading, const std::string& condition,
+                    const ExplainOptions& options, Answer& answer) {
+  const auto stock = FindStock(reading.store, options.code);
+  if (!stock) return answer.Report(stock.error());
+  const auto second = FindSecondStock(reading.store, options.second);
+  if (!second) return answer.Report(second.error());
+  const auto day = FindDay(reading.store, options.date);
+  if (!day) return answer.Report(day.error());
+
+  screening::ExplainQuestion question;
+  question.stock = reading.store.Master().Find((*stock)->code);
+  question.day = *day;
+  if (*second != nullptr) question.second_stock = (*second)->code;
+  question.adjust_splits = reading.settings.chart_action.bunkatsu_auto_check;
+  const auto explanation = screening::ExplainStock(reading.store, condition, question);
+  if (!explanation) {
+    answer.Tell(explanation.error().message);
+    return explanation.error().kind == screening::RunFailure::Kind::kCannotBeCompiled ? kWrongUsage
+                                                                                      : kFailed;
+  }
+  const std::string name = std::string((*stock)->code.Text()) + "（" + (*stock)->name + "）";
+  answer.Out() << base::Printable(
+      ExplanationText(*explanation, name, reading.store.Days().DateOf(*day)));
+  return kDone;
+}
+
 int RunExplain(const Session& session, const ExplainOptions& options) {
   if (!IsOneCondition(session.expressions)) return kWrongUsage;
   const std::string& condition = session.expressions.front();
@@ -26,29 +51,9 @@ int RunExplain(const Session& session, const ExplainOptions& options) {
     Tell("条件が空です。");
     return kWrongUsage;
   }
-  const auto opened = OpenStore(session, store::Access::kRead);
-  if (!opened) return Report(opened.error());
-  const auto stock = FindStock(opened->store, options.code);
-  if (!stock) return Report(stock.error());
-  const auto second = FindSecondStock(opened->store, options.second);
-  if (!second) return Report(second.error());
-  const auto day = FindDay(opened->store, options.date);
-  if (!day) return Report(day.error());
-
-  screening::ExplainQuestion question;
-  question.stock = opened->store.Master().Find((*stock)->code);
-  question.day = *day;
-  if (*second != nullptr) question.second_stock = (*second)->code;
-  question.adjust_splits = opened->settings.chart_action.bunkatsu_auto_check;
-  const auto explanation = screening::ExplainStock(opened->store, condition, question);
-  if (!explanation) {
-    Tell(explanation.error().message);
-    return explanation.error().kind == screening::RunFailure::Kind::kCannotBeCompiled ? kWrongUsage
-                                                                                      : kFailed;
-  }
-  const std::string name = std::string((*stock)->code.Text()) + "（" + (*stock)->name + "）";
-  std::cout << ExplanationText(*explanation, name, opened->store.Days().DateOf(*day));
-  return kDone;
+  return AnswerFromStore(session, [&](const StoreReading& reading, Answer& answer) {
+    return FindExplanation(reading, condition, options, answer);
+  });
 }
 
 }  // namespace

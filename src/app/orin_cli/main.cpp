@@ -9,6 +9,7 @@
 #include "app/japanese_usage.h"
 #include "app/orin_cli/command.h"
 #include "base/file_system.h"
+#include "base/text.h"
 #include "shell/program_places.h"
 
 namespace orin::app {
@@ -18,7 +19,7 @@ int Report(const base::Error& error) {
   return kFailed;
 }
 
-void Tell(const std::string& sentence) { std::cerr << sentence << '\n'; }
+void Tell(const std::string& sentence) { std::cerr << base::Printable(sentence) << '\n'; }
 
 namespace {
 

@@ -8,11 +8,11 @@
 
 namespace orin::app {
 
-base::Result<OpenedStore> OpenStore(const Session& session, store::Access access) {
+base::Result<OpenedStore> OpenForChange(const Session& session) {
   auto settings = shell::LoadSettings(session.places);
   if (!settings) return base::Forward(settings);
   auto store = store::StockStore::Open(shell::LocateStore(settings->bus, session.places),
-                                       {access, {}}, base::NativeFileSystem());
+                                       {store::Access::kWrite, {}}, base::NativeFileSystem());
   if (!store) return base::Forward(store);
   for (const std::string& problem : store->Problems()) Tell(problem);
   return OpenedStore{std::move(*settings), std::move(*store)};

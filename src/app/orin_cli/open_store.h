@@ -1,5 +1,7 @@
 #pragma once
 
+#include <string>
+
 #include "app/orin_cli/command.h"
 #include "base/date.h"
 #include "base/ordinal.h"
@@ -8,13 +10,14 @@
 
 namespace orin::app {
 
-/// The settings and the store they name. Problems met in loading go to standard error.
+/// The settings and the store they name, open for a change. Problems met in loading go to standard
+/// error.
 struct OpenedStore {
   shell::Settings settings;
   store::StockStore store;
 };
 
-base::Result<OpenedStore> OpenStore(const Session& session, store::Access access);
+base::Result<OpenedStore> OpenForChange(const Session& session);
 
 /// The stock of a code as typed; the sentence names it where the master lacks it.
 base::Result<const store::StockRecord*> FindStock(const store::StockStore& store,

@@ -1,10 +1,10 @@
 #include <filesystem>
-#include <iostream>
 #include <memory>
 #include <optional>
 #include <utility>
 #include <vector>
 
+#include "app/orin_cli/answer.h"
 #include "app/orin_cli/open_store.h"
 #include "app/orin_cli/terminal_progress.h"
 #include "screening/screening_run.h"
@@ -24,72 +24,98 @@ struct ScreenOptions {
   bool day_file = false;
 };
 
-int RunOne(const store::StockStore& store, const fs::path& file,
-           const screening::RunOptions& run_options, bool day_file) {
-  screening::Outcome<screening::RunResult> result;
-  {
-    TerminalProgress progress;
-    result =
-        screening::RunAnalysisFile(store, file, run_options, base::NativeFileSystem(), progress);
-  }
-  if (!result) {
-    Tell(result.error().message);
-    return result.error().kind == screening::RunFailure::Kind::kCannotBeCompiled ? kWrongUsage
-                                                                                 : kFailed;
-  }
-  for (const std::string& note : result->notes) Tell(base::PathText(file) + " の" + note);
-  std::cout << base::PathText(result->result_list) << '\t' << result->selected.size() << '\n';
+screening::Outcome<screening::RunResult> RunWithProgress(const store::StockStore& store,
+                                                         const fs::path& file,
+                                                         const screening::RunOptions& options) {
+  // Its bar is gone before anything is told.
+  TerminalProgress progress;
+  return screening::RunAnalysisFile(store, file, options, base::NativeFileSystem(), progress);
+}
+
+int StatusOf(screening::RunFailure::Kind kind) {
+  return kind == screening::RunFailure::Kind::kCannotBeCompiled ? kWrongUsage : kFailed;
+}
+
+int TellResult(const screening::RunResult& result, const fs::path& file, bool day_file,
+               Answer& answer) {
+  for (const std::string& note : result.notes) answer.Tell(base::PathText(file) + " の" + note);
+  answer.Out() << base::PathText(result.result_list) << '\t' << result.selected.size() << '\n';
   if (!day_file) return kDone;
-  const auto written = screening::WriteAnalysisDay(base::NativeFileSystem(), file, result->date);
-  if (!written) return Report(written.error());
-  Tell("株価分析日付ファイル（analysisday.txt）を\n分析ファイルと同じディレクトリに作成しました。");
+  const auto written = screening::WriteAnalysisDay(base::NativeFileSystem(), file, result.date);
+  if (!written) return answer.Report(written.error());
+  answer.Tell(
+      "株価分析日付ファイル（analysisday.txt）を\n分析ファイルと同じディレクトリに作成しました。");
   return kDone;
 }
 
-/// Lets the run begin at the first price file of the command line, else of the settings.
-base::Status StartAtFirstFile(OpenedStore& opened, std::optional<int32_t> option) {
-  store::StockStore& store = opened.store;
+/// Runs one file after the other, whether one fails or not. The first failure is the status.
+int RunFiles(const store::StockStore& store, const std::vector<fs::path>& files,
+             const screening::RunOptions& run_options, bool day_file, Answer& answer) {
+  using Kind = screening::RunFailure::Kind;
+  int status = kDone;
+  for (const fs::path& file : files) {
+    const auto result = RunWithProgress(store, file, run_options);
+    int outcome = kDone;
+    if (result) {
+      outcome = TellResult(*result, file, day_file, answer);
+    } else {
+      answer.Tell(result.error().message);
+      outcome = StatusOf(result.error().kind);
+      const Kind kind = result.error().kind;
+      if (kind == Kind::kStopped || kind == Kind::kStoreChanged) return outcome;
+    }
+    if (status == kDone) status = outcome;
+  }
+  answer.Tell("株価チェックが終了しました。");
+  return status;
+}
+
+/// The store from the first price file of the command line on, else of the settings; none where
+/// the master's own is meant.
+base::Result<std::optional<store::StockStore>> OpenFromFirstFile(const StoreReading& reading,
+                                                                 std::optional<int32_t> option) {
   const auto first_file = screening::FirstFileOfRun(
-      store.Master().Header(), opened.settings.common.analysis_system_first_file, option);
+      reading.store.Master().Header(), reading.settings.common.analysis_system_first_file, option);
   if (!first_file) return base::Forward(first_file);
-  if (!*first_file) return {};
-  auto from_there = store::StockStore::Open(store.Location(), {store::Access::kRead, *first_file},
-                                            base::NativeFileSystem());
-  if (!from_there) return base::Forward(from_there);
-  store = std::move(*from_there);
-  const auto explanation = screening::ExplainFirstFile(store, **first_file);
-  if (explanation) Tell(*explanation);
-  return {};
+  if (!*first_file) return std::nullopt;
+  auto store = store::StockStore::Open(reading.store.Location(),
+                                       {store::Access::kRead, *first_file, &reading.store},
+                                       base::NativeFileSystem());
+  if (!store) return base::Forward(store);
+  return std::optional(std::move(*store));
+}
+
+int Screen(const StoreReading& reading, const shell::SettingsPlaces& places,
+           const ScreenOptions& options, Answer& answer) {
+  const auto from_first_file = OpenFromFirstFile(reading, options.first_file);
+  if (!from_first_file) return answer.Report(from_first_file.error());
+  const store::StockStore& store = *from_first_file ? **from_first_file : reading.store;
+  if (*from_first_file) {
+    const auto explanation = screening::ExplainFirstFile(store, store.FirstFile());
+    if (explanation) answer.Tell(*explanation);
+  }
+
+  std::vector<fs::path> files(options.files.begin(), options.files.end());
+  screening::RunOptions run_options{places.program_directory,
+                                    reading.settings.chart_action.bunkatsu_auto_check};
+  if (!options.date.empty()) {
+    const auto day = FindDay(store, options.date);
+    if (!day) return answer.Report(day.error());
+    run_options.date = store.Days().DateOf(*day);
+  }
+  if (!options.group.empty()) {
+    const auto group = shell::FilesOfGroup(options.group, places.program_directory);
+    if (!group) return answer.Report(group.error());
+    files.insert(files.end(), group->ticked.begin(), group->ticked.end());
+    run_options.days = screening::DaysOfGroup(store, group->all, run_options.date);
+  }
+  return RunFiles(store, files, run_options, options.day_file, answer);
 }
 
 int RunScreen(const Session& session, const ScreenOptions& options) {
-  auto opened = OpenStore(session, store::Access::kRead);
-  if (!opened) return Report(opened.error());
-  const auto started = StartAtFirstFile(*opened, options.first_file);
-  if (!started) return Report(started.error());
-
-  std::vector<fs::path> files(options.files.begin(), options.files.end());
-  screening::RunOptions run_options{session.places.program_directory,
-                                    opened->settings.chart_action.bunkatsu_auto_check};
-  if (!options.date.empty()) {
-    const auto day = FindDay(opened->store, options.date);
-    if (!day) return Report(day.error());
-    run_options.date = opened->store.Days().DateOf(*day);
-  }
-  if (!options.group.empty()) {
-    const auto group = shell::FilesOfGroup(options.group, session.places.program_directory);
-    if (!group) return Report(group.error());
-    files.insert(files.end(), group->ticked.begin(), group->ticked.end());
-    run_options.days = screening::DaysOfGroup(opened->store, group->all, run_options.date);
-  }
-  int status = kDone;
-  for (const fs::path& file : files) {
-    const int outcome = RunOne(opened->store, file, run_options, options.day_file);
-    // The first failure tells.
-    if (status == kDone) status = outcome;
-  }
-  if (status == kDone) Tell("株価チェックが終了しました。");
-  return status;
+  return AnswerFromStore(session, [&](const StoreReading& reading, Answer& answer) {
+    return Screen(reading, session.places, options, answer);
+  });
 }
 
 }  // namespace
@@ -105,6 +131,7 @@ void AddScreenCommand(CLI::App& app, Session& session) {
   command->add_option("--date", options->date, "分析ファイルの日付のかわりの分析日付 yyyy/mm/dd")
       ->type_name("D");
   command->add_option("--first-file", options->first_file, "読み込む先頭ファイルの番号")
+      ->check(CLI::Range(1, int{store::kLastFileNumber}).description(""))
       ->type_name("N");
   command->add_flag("--day-file", options->day_file, "株価分析日付ファイルも作成する");
   command->footer("分析結果のファイル名と選ばれた銘柄の数を、タブで区切って１行ずつ表示します。");

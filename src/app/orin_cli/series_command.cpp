@@ -1,5 +1,4 @@
 #include <algorithm>
-#include <iostream>
 #include <memory>
 #include <vector>
 
@@ -8,6 +7,7 @@
 #include "app/orin_cli/compiled_expression.h"
 #include "app/orin_cli/open_store.h"
 #include "base/csv.h"
+#include "base/text.h"
 
 namespace orin::app {
 
@@ -47,36 +47,37 @@ Column Evaluate(const analysis::Program& program, analysis::StockContext& contex
 }
 
 void Print(const std::vector<std::string>& expressions, const std::vector<Column>& columns,
-           std::span<const base::Date> dates) {
-  std::cout << "年月日";
-  for (const std::string& expression : expressions) std::cout << ',' << base::CsvField(expression);
-  std::cout << '\n';
+           std::span<const base::Date> dates, std::ostream& out) {
+  out << "年月日";
+  for (const std::string& expression : expressions) {
+    out << ',' << base::CsvField(base::PrintableLine(expression));
+  }
+  out << '\n';
   for (size_t place = 0; place < dates.size(); ++place) {
-    std::cout << dates[place].ToText();
-    for (const Column& column : columns) std::cout << ',' << column.Cell(place);
-    std::cout << '\n';
+    out << dates[place].ToText();
+    for (const Column& column : columns) out << ',' << column.Cell(place);
+    out << '\n';
   }
 }
 
-int RunSeries(const Session& session, const SeriesOptions& options) {
-  const auto opened = OpenStore(session, store::Access::kRead);
-  if (!opened) return Report(opened.error());
-  const store::StockStore& store = opened->store;
+int FindSeries(const StoreReading& reading, const SeriesOptions& options,
+               const std::vector<std::string>& expressions, Answer& answer) {
+  const store::StockStore& store = reading.store;
   const auto stock = FindStock(store, options.code);
-  if (!stock) return Report(stock.error());
+  if (!stock) return answer.Report(stock.error());
   const auto second = FindSecondStock(store, options.second);
-  if (!second) return Report(second.error());
+  if (!second) return answer.Report(second.error());
   const auto days = FindDays(store, options.from, options.to);
-  if (!days) return Report(days.error());
+  if (!days) return answer.Report(days.error());
 
-  const auto programs = CompileAll(session.expressions, *second != nullptr);
+  const auto programs = CompileAll(expressions, *second != nullptr, answer);
   if (!programs) return kWrongUsage;
   analysis::History needs;
   for (const analysis::Program& program : *programs) needs = needs.Union(program.Needs());
   const auto beside = analysis::Companions::Load(store, needs);
-  if (!beside) return Report(beside.error());
+  if (!beside) return answer.Report(beside.error());
   analysis::StockContext context(store, needs, days->first, days->last, *second,
-                                 opened->settings.chart_action.bunkatsu_auto_check);
+                                 reading.settings.chart_action.bunkatsu_auto_check);
   context.SetBeside(&*beside);
   context.Load(**stock);
 
@@ -86,7 +87,7 @@ int RunSeries(const Session& session, const SeriesOptions& options) {
   }
   const auto first = static_cast<size_t>(days->first.Value() - 1);
   const auto last = static_cast<size_t>(days->last.Value());
-  Print(session.expressions, columns, store.Days().Days().subspan(first, last - first));
+  Print(expressions, columns, store.Days().Days().subspan(first, last - first), answer.Out());
   return kDone;
 }
 
@@ -107,7 +108,11 @@ void AddSeriesCommand(CLI::App& app, Session& session) {
       "計算できない日は空、条件式は true か false です。");
   command->callback([&session, options] {
     if (session.expressions.empty()) throw CLI::RequiredError("EXPR");
-    session.run = [&session, options] { return RunSeries(session, *options); };
+    session.run = [&session, options] {
+      return AnswerFromStore(session, [&](const StoreReading& reading, Answer& answer) {
+        return FindSeries(reading, *options, session.expressions, answer);
+      });
+    };
   });
 }
 

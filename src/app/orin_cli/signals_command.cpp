@@ -46,63 +46,72 @@ class SignalTable {
   std::vector<bool> bits_;
 };
 
-base::Status Scan(const OpenedStore& opened, const analysis::Program& program,
+base::Status Scan(const store::StockStore& store, const analysis::Program& program,
                   const screening::SignalScan& scan, const screening::StockSignals& deliver) {
   // Its bar is gone before anything is printed.
   TerminalProgress progress;
-  return screening::ScanSignals(opened.store, program, scan, progress, deliver);
+  return screening::ScanSignals(store, program, scan, progress, deliver);
 }
 
-int PrintCount(const OpenedStore& opened, const analysis::Program& program,
-               const screening::SignalScan& scan) {
+int CountSignals(const store::StockStore& store, const analysis::Program& program,
+                 const screening::SignalScan& scan, Answer& answer) {
   int64_t count = 0;
   const auto add = [&count](const store::StockRecord&, std::span<const uint8_t> truths) {
     count += std::ssize(truths) - std::count(truths.begin(), truths.end(), uint8_t{0});
   };
-  if (const auto scanned = Scan(opened, program, scan, add); !scanned) {
-    return Report(scanned.error());
+  if (const auto scanned = Scan(store, program, scan, add); !scanned) {
+    return answer.Report(scanned.error());
   }
-  std::cout << count << '\n';
+  answer.Out() << count << '\n';
   return kDone;
 }
 
-int PrintSignals(const OpenedStore& opened, const analysis::Program& program,
-                 const screening::SignalScan& scan) {
+int CollectSignals(const store::StockStore& store, const analysis::Program& program,
+                   const screening::SignalScan& scan, Answer& answer) {
   const auto first = static_cast<size_t>(scan.first.Value() - 1);
   const auto days = static_cast<size_t>(scan.last.Value()) - first;
-  SignalTable table(days);
+  const auto table = std::make_shared<SignalTable>(days);
   const auto add = [&table](const store::StockRecord& stock, std::span<const uint8_t> truths) {
-    table.Add(stock, truths);
+    table->Add(stock, truths);
   };
-  if (const auto scanned = Scan(opened, program, scan, add); !scanned) {
-    return Report(scanned.error());
+  if (const auto scanned = Scan(store, program, scan, add); !scanned) {
+    return answer.Report(scanned.error());
   }
-  std::cout << "年月日,銘柄コード\n";
-  const auto dates = opened.store.Days().Days().subspan(first, days);
-  for (size_t day = 0; day < days; ++day) table.PrintDay(day, dates[day].ToText());
+  answer.Out() << "年月日,銘柄コード\n";
+  // The lines would take a hundred times the memory of the table.
+  const auto dates = store.Days().Days().subspan(first, days);
+  answer.Finally([table, dates] {
+    for (size_t day = 0; day < dates.size(); ++day) table->PrintDay(day, dates[day].ToText());
+    return kDone;
+  });
   return kDone;
+}
+
+int FindSignals(const StoreReading& reading, const SignalsOptions& options,
+                screening::MarketChoice market, const std::string& condition, Answer& answer) {
+  const auto second = FindSecondStock(reading.store, options.second);
+  if (!second) return answer.Report(second.error());
+  const auto days = FindDays(reading.store, options.from, options.to);
+  if (!days) return answer.Report(days.error());
+
+  const auto program = Compile(condition, *second != nullptr, answer);
+  if (!program) return kWrongUsage;
+  if (program->IsValue()) {
+    answer.Tell("条件に比較演算子（=、<>、<、<=、>、>=）がないので、成り立つ日はありません。");
+  }
+  const screening::SignalScan scan{market, days->first, days->last, *second,
+                                   reading.settings.chart_action.bunkatsu_auto_check};
+  return options.count ? CountSignals(reading.store, *program, scan, answer)
+                       : CollectSignals(reading.store, *program, scan, answer);
 }
 
 int RunSignals(const Session& session, const SignalsOptions& options) {
   if (!IsOneCondition(session.expressions)) return kWrongUsage;
   const auto market = screening::ParseMarketChoice(options.market);
   if (!market) return Report({"「" + options.market + "」という市場はありません。"});
-  const auto opened = OpenStore(session, store::Access::kRead);
-  if (!opened) return Report(opened.error());
-  const auto second = FindSecondStock(opened->store, options.second);
-  if (!second) return Report(second.error());
-  const auto days = FindDays(opened->store, options.from, options.to);
-  if (!days) return Report(days.error());
-
-  const auto program = Compile(session.expressions.front(), *second != nullptr);
-  if (!program) return kWrongUsage;
-  if (program->IsValue()) {
-    Tell("条件に比較演算子（=、<>、<、<=、>、>=）がないので、成り立つ日はありません。");
-  }
-  const screening::SignalScan scan{*market, days->first, days->last, *second,
-                                   opened->settings.chart_action.bunkatsu_auto_check};
-  return options.count ? PrintCount(*opened, *program, scan)
-                       : PrintSignals(*opened, *program, scan);
+  return AnswerFromStore(session, [&](const StoreReading& reading, Answer& answer) {
+    return FindSignals(reading, options, *market, session.expressions.front(), answer);
+  });
 }
 
 }  // namespace

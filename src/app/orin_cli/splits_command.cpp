@@ -3,6 +3,7 @@
 #include <memory>
 #include <vector>
 
+#include "app/orin_cli/answer.h"
 #include "app/orin_cli/open_store.h"
 #include "lists/table.h"
 
@@ -70,9 +71,8 @@ base::Status Correct(store::StockStore& store, const std::string& code) {
   return {};
 }
 
-int RunSplits(const Session& session, const SplitsOptions& options) {
-  const bool changes = !options.added.empty() || !options.corrected.empty();
-  auto opened = OpenStore(session, changes ? store::Access::kWrite : store::Access::kRead);
+int ChangeSplits(const Session& session, const SplitsOptions& options) {
+  auto opened = OpenForChange(session);
   if (!opened) return Report(opened.error());
   if (!options.added.empty()) {
     if (const auto done = Add(opened->store, options.added); !done) return Report(done.error());
@@ -83,6 +83,14 @@ int RunSplits(const Session& session, const SplitsOptions& options) {
   }
   std::cout << lists::TableOfSplits(opened->store.Splits()).ToCsv("\n");
   return kDone;
+}
+
+int RunSplits(const Session& session, const SplitsOptions& options) {
+  if (!options.added.empty() || !options.corrected.empty()) return ChangeSplits(session, options);
+  return AnswerFromStore(session, [](const StoreReading& reading, Answer& answer) {
+    answer.Out() << lists::TableOfSplits(reading.store.Splits()).ToCsv("\n");
+    return kDone;
+  });
 }
 
 }  // namespace

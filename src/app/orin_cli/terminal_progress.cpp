@@ -5,6 +5,8 @@
 #include <iostream>
 #include <unistd.h>
 
+#include "base/text.h"
+
 namespace orin::app {
 
 namespace {
@@ -41,7 +43,7 @@ bool TerminalProgress::Report(std::string_view stage, int64_t done, int64_t tota
 
 void TerminalProgress::Draw(std::string_view stage, int64_t done, int64_t total) {
   drawn_ = true;
-  std::cerr << "\r\x1b[K" << stage;
+  std::cerr << "\r\x1b[K" << base::PrintableLine(stage);
   if (total > 0) {
     const auto filled = static_cast<int>(std::min(done, total) * kBarWidth / total);
     std::cerr << " [" << std::string(static_cast<size_t>(filled), '#')

@@ -29,7 +29,7 @@ acquire::CsvUpdateSource SourceOf(const UpdateCsvOptions& options, const shell::
 }
 
 int RunUpdateCsv(const Session& session, const UpdateCsvOptions& options) {
-  auto opened = OpenStore(session, store::Access::kWrite);
+  auto opened = OpenForChange(session);
   if (!opened) return Report(opened.error());
   base::Result<acquire::CsvUpdateSummary> summary;
   {
@@ -40,12 +40,9 @@ int RunUpdateCsv(const Session& session, const UpdateCsvOptions& options) {
   }
   if (!summary) return Report(summary.error());
   std::cout << summary->files << ',' << summary->stocks << ',' << summary->days << '\n';
-  if (!summary->problems.empty()) {
-    Tell(std::to_string(summary->problems.size()) + "件の問題を " +
-         base::PathText(summary->log_file) + " に記録しました（最初の問題：" +
-         summary->problems.front() + "）。");
-  }
-  if (!summary->stopped) return kDone;
+  if (!summary->problems.empty()) Tell(acquire::ProblemsSentence(*summary));
+  if (!summary->log_failure.empty()) Tell(summary->log_failure);
+  if (!summary->stopped) return summary->log_failure.empty() ? kDone : kFailed;
   Tell("ＣＳＶ株価更新を途中で中止しました。もう一度実行すると続きから更新します。");
   return kFailed;
 }

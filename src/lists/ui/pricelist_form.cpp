@@ -156,6 +156,7 @@ void pricelist_Form::ShowListing() {
   FitToFont();
   MarkPeriod();
   if (model_->rowCount() > 0) view_->setCurrentIndex(model_->index(0, 0));
+  state_.CompareStore();
 }
 
 void pricelist_Form::FitToFont() {

@@ -70,6 +70,7 @@ check2_Form::check2_Form(const shell::ProgramState& state, shell::Messages& mess
   count_timer_.setInterval(kCountAfter);
   connect(&count_timer_, &QTimer::timeout, this, &check2_Form::CountCurrent);
   connect(&count_, &MarketCount::Finished, this, [this] {
+    state_.CompareStore();
     const DayCounts& counts = count_.Counts();
     chart_->Show(counts);
     count_label_->setText(

@@ -74,8 +74,8 @@ base::Result<std::optional<store::StockStore>> check2_Form::OpenFromFirstFile(
     const base::Result<std::optional<int16_t>>& first_file) const {
   if (!first_file) return base::Forward(first_file);
   if (!*first_file) return std::optional<store::StockStore>();
-  auto opened = store::StockStore::Open(state_.store->Location(),
-                                        {store::Access::kRead, *first_file}, *state_.files);
+  auto opened = store::StockStore::Open(
+      state_.store->Location(), {store::Access::kRead, *first_file, &*state_.store}, *state_.files);
   if (!opened) return base::Forward(opened);
   return std::optional(std::move(*opened));
 }
@@ -130,17 +130,16 @@ bool check2_Form::RunEntry(Run& run, size_t place, const fs::path& file) {
 void check2_Form::Report(const Run& run) {
   if (run.has_store_changed) surroundings_.reload_store();
   if (is_stopping_to_close_) return;
-  QWidget* main = window();
-  if (!run.is_stopped) main->setWindowTitle(QStringLiteral("ミルテ（株価分析終了）"));
+  if (!run.is_stopped && !run.has_store_changed) {
+    // It stands until the next job.
+    window()->setWindowTitle(QStringLiteral("ミルテ（株価分析終了）"));
+    messages_.Inform("株価チェックが終了しました。");
+  }
   if (!run.failures.empty()) {
     std::string text;
     for (const std::string& failure : run.failures) text += (text.empty() ? "" : "\n") + failure;
     surroundings_.fail(text);
   }
-  if (!run.is_stopped && !run.has_store_changed) {
-    messages_.Inform("株価チェックが終了しました。");
-  }
-  main->setWindowTitle(Text(shell::kProductName));
 }
 
 void check2_Form::mnu_openlist_Click() {

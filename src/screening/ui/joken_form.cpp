@@ -75,6 +75,7 @@ joken_Form::joken_Form(const shell::ProgramState& state, shell::Messages& messag
   connect(&count_timer_, &QTimer::timeout, this, &joken_Form::TryAgain);
   connect(&count_timer_, &QTimer::timeout, this, &joken_Form::Count);
   connect(&count_, &MarketCount::Finished, this, [this] {
+    state_.CompareStore();
     const DayCounts& counts = count_.Counts();
     chart_->Show(counts);
     count_label_->setText(QStringLiteral("%1 に選ばれる銘柄：%2")

@@ -122,7 +122,8 @@ const store::StockStore* result_Form::Store() {
   if (!content_.first_file) return &*state_.store;
   if (!own_store_) {
     auto opened = store::StockStore::Open(
-        state_.store->Location(), {store::Access::kRead, content_.first_file}, *state_.files);
+        state_.store->Location(), {store::Access::kRead, content_.first_file, &*state_.store},
+        *state_.files);
     // Without it the files that are open do.
     if (!opened) return &*state_.store;
     own_store_.emplace(std::move(*opened));
@@ -181,6 +182,7 @@ void result_Form::LoadRows() {
   } else {
     Explain(view_->CurrentCode());
   }
+  state_.CompareStore();
 }
 
 void result_Form::Explain(const QString& code) {
@@ -208,6 +210,7 @@ void result_Form::Explain(const QString& code) {
   question.adjust_splits = state_.settings.chart_action.bunkatsu_auto_check;
   question.days = content_.days;
   const auto explained = ExplainStock(*store, content_.analysis->condition, question);
+  state_.CompareStore();
   if (!explained) {
     explanation_->ShowSentence(Text(explained.error().message));
     return;

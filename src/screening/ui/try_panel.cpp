@@ -97,6 +97,7 @@ void TryPanel::Explain(const std::string& condition, const std::string& second_s
   question.day = store.Days().Find(*day);
   question.adjust_splits = state_.settings.chart_action.bunkatsu_auto_check;
   const auto explained = ExplainStock(store, condition, question);
+  state_.CompareStore();
   if (!explained) {
     explanation_->ShowSentence(Text(explained.error().message));
     return;

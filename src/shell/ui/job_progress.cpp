@@ -44,6 +44,8 @@ JobProgress::~JobProgress() {
 }
 
 bool JobProgress::Report(std::string_view stage, int64_t done, int64_t total) {
+  // However short it is, the caption has named every stage.
+  if (stage != stage_text_) ShowStage(stage, done, total);
   if (since_events_.elapsed() >= kEventsEvery) {
     ShowStage(stage, done, total);
     if (!isVisible() && since_start_.elapsed() >= kShownAfter) show();

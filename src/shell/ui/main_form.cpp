@@ -9,6 +9,7 @@
 
 #include "shell/ui/qt_text.h"
 #include "shell/ui/settings_form.h"
+#include "store/transaction.h"
 
 namespace orin::shell {
 
@@ -54,6 +55,14 @@ main_Form::main_Form(ProgramState& state, StartUpScreen& screen, const Look& loo
   addToolBar(toolbar_);
   statusBar()->addPermanentWidget(store_label_);
   MakeMenus();
+  constexpr int kReloadAfter = 200;  // ms
+  reload_timer_.setSingleShot(true);
+  reload_timer_.setInterval(kReloadAfter);
+  connect(&reload_timer_, &QTimer::timeout, this, &main_Form::ReloadChangedStore);
+  state_.on_store_changed = [this] {
+    ShowStatus(QStringLiteral("他の処理が株価データを更新したので、読み込み直します。"));
+    if (!reload_timer_.isActive()) reload_timer_.start();
+  };
   constexpr int kCloseAgainAfter = 100;  // ms
   close_timer_.setSingleShot(true);
   close_timer_.setInterval(kCloseAgainAfter);
@@ -61,6 +70,7 @@ main_Form::main_Form(ProgramState& state, StartUpScreen& screen, const Look& loo
 }
 
 main_Form::~main_Form() {
+  state_.on_store_changed = nullptr;
   // Windows that close with this one would still tell it.
   area_->disconnect(this);
 }
@@ -250,6 +260,18 @@ void main_Form::ReloadStore() {
   MakeStockMenuEntries();
   ReloadWindows();
   ShowStore();
+}
+
+void main_Form::ReloadChangedStore() {
+  if (!state_.store || !state_.store->HasChangedOnDisk()) return;
+  const bool is_busy = findChild<JobProgress*>() != nullptr ||
+                       QApplication::activeModalWidget() != nullptr ||
+                       store::HasJournal(state_.StoreLocation());
+  if (is_busy) {
+    reload_timer_.start();
+  } else {
+    ReloadStore();
+  }
 }
 
 base::Status main_Form::Save(const Settings& changed) {

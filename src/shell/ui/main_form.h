@@ -99,6 +99,9 @@ class main_Form final : public QMainWindow {
   void ShowStore();
   void ShowChecks();
   void ReloadStore();
+  /// Reads the store anew that another process has changed, once no job and no dialog needs it and
+  /// the change is whole.
+  void ReloadChangedStore();
   void ReloadWindows();
   void ApplySettings(const Settings& changed);
   void ChangeTextSize(int32_t percent);
@@ -158,7 +161,8 @@ class main_Form final : public QMainWindow {
   QAction* toolbar_action_ = nullptr;
   QAction* statusbar_action_ = nullptr;
   std::vector<QMenu*> stock_menus_;
-  QTimer close_timer_;  // runs while the program is to close and may not yet
+  QTimer reload_timer_;  // runs while the store on the disk is another one than that of the state
+  QTimer close_timer_;   // runs while the program is to close and may not yet
 };
 
 }  // namespace orin::shell

@@ -31,10 +31,10 @@ std::string SummaryText(const acquire::CsvUpdateSummary& summary) {
                       : "ＣＳＶ株価更新が終了しました。";
   text += "\nファイル：" + Number(summary.files) + "　銘柄：" + Number(summary.stocks) +
           "　取引日：" + Number(summary.days) + "　追加した銘柄：" + Number(summary.added_stocks);
-  if (summary.problems.empty()) return text;
-  return text + "\n" + Number(static_cast<int64_t>(summary.problems.size())) + "件の問題を " +
-         base::PathText(summary.log_file) + " に記録しました（最初の問題：" +
-         summary.problems.front() + "）。";
+  for (const std::string& told : {acquire::ProblemsSentence(summary), summary.log_failure}) {
+    if (!told.empty()) text += "\n" + told;
+  }
+  return text;
 }
 
 lists::Table TableOfItems() {
