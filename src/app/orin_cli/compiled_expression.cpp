@@ -22,8 +22,8 @@ std::optional<analysis::Program> Compile(const std::string& expression, const st
 
 }  // namespace
 
-void TellWithoutSecond(bool needs_second, bool has_second) {
-  if (needs_second && !has_second) {
+void TellWithoutSecond(bool needs_second, bool has_code) {
+  if (needs_second && !has_code) {
     Tell("--second がないので、第二銘柄とさやの項目は計算できません。");
   }
 }
@@ -35,14 +35,14 @@ bool IsOneCondition(const std::vector<std::string>& expressions) {
   return false;
 }
 
-std::optional<analysis::Program> Compile(const std::string& expression, bool has_second) {
+std::optional<analysis::Program> Compile(const std::string& expression, bool has_code) {
   auto program = Compile(expression, std::string());
-  if (program) TellWithoutSecond(program->NeedsSecondStock(), has_second);
+  if (program) TellWithoutSecond(program->NeedsSecondStock(), has_code);
   return program;
 }
 
 std::optional<std::vector<analysis::Program>> CompileAll(
-    const std::vector<std::string>& expressions, bool has_second) {
+    const std::vector<std::string>& expressions, bool has_code) {
   std::vector<analysis::Program> programs;
   bool needs_second = false;
   for (const std::string& expression : expressions) {
@@ -52,7 +52,7 @@ std::optional<std::vector<analysis::Program>> CompileAll(
     needs_second = needs_second || program->NeedsSecondStock();
     programs.push_back(std::move(*program));
   }
-  TellWithoutSecond(needs_second, has_second);
+  TellWithoutSecond(needs_second, has_code);
   if (programs.size() != expressions.size()) return std::nullopt;
   return programs;
 }

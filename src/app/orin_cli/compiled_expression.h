@@ -11,15 +11,15 @@ namespace orin::app {
 /// Says on standard error that one condition is one argument where there are several.
 bool IsOneCondition(const std::vector<std::string>& expressions);
 
-/// A sentence where the second stock is needed and not there.
-void TellWithoutSecond(bool needs_second, bool has_second);
+/// A sentence where the second stock is needed and no code of one was given.
+void TellWithoutSecond(bool needs_second, bool has_code);
 
 /// Compiles an expression; its notes, or why it cannot be compiled (then nullopt), go to standard
-/// error. So does a sentence where it needs the second stock that is not there.
-std::optional<analysis::Program> Compile(const std::string& expression, bool has_second);
+/// error. So does a sentence where it needs the second stock and no code of one was given.
+std::optional<analysis::Program> Compile(const std::string& expression, bool has_code);
 
 /// All of them; nullopt where one cannot be compiled. With several, what is told names them.
 std::optional<std::vector<analysis::Program>> CompileAll(
-    const std::vector<std::string>& expressions, bool has_second);
+    const std::vector<std::string>& expressions, bool has_code);
 
 }  // namespace orin::app

@@ -24,6 +24,7 @@ struct Subject {
   const store::StockStore& store;
   const store::StockRecord& stock;
   const store::StockRecord* second;
+  bool has_second_code;
   base::DayIndex day;
   bool adjust_splits;
 };
@@ -53,7 +54,7 @@ int PrintValue(const std::string& expression, const Subject& subject) {
     return kWrongUsage;
   }
   for (const analysis::Note& note : program->Notes()) Tell(analysis::NoteSentence(note));
-  TellWithoutSecond(program->NeedsSecondStock(), subject.second != nullptr);
+  TellWithoutSecond(program->NeedsSecondStock(), subject.has_second_code);
   const auto value = Evaluate(*program, subject);
   if (!value) return Report(value.error());
   std::cout << *value << '\n';
@@ -65,13 +66,13 @@ int RunEval(const Session& session, const EvalOptions& options) {
   if (!opened) return Report(opened.error());
   const auto stock = FindStock(opened->store, options.code);
   if (!stock) return Report(stock.error());
-  const auto second = FindSecondStock(opened->store, options.second);
-  if (!second) return Report(second.error());
+  const store::StockRecord* second = FindSecondStock(opened->store, options.second);
   const auto day = FindDay(opened->store, options.date);
   if (!day) return Report(day.error());
 
-  const Subject subject{opened->store, **stock, *second, *day,
-                        opened->settings.chart_action.bunkatsu_auto_check};
+  const Subject subject{opened->store, **stock,
+                        second,        !options.second.empty(),
+                        *day,          opened->settings.chart_action.bunkatsu_auto_check};
   int status = kDone;
   for (const std::string& expression : session.expressions) {
     status = std::max(status, PrintValue(expression, subject));

@@ -30,15 +30,14 @@ int RunExplain(const Session& session, const ExplainOptions& options) {
   if (!opened) return Report(opened.error());
   const auto stock = FindStock(opened->store, options.code);
   if (!stock) return Report(stock.error());
-  const auto second = FindSecondStock(opened->store, options.second);
-  if (!second) return Report(second.error());
+  const store::StockRecord* second = FindSecondStock(opened->store, options.second);
   const auto day = FindDay(opened->store, options.date);
   if (!day) return Report(day.error());
 
   screening::ExplainQuestion question;
   question.stock = opened->store.Master().Find((*stock)->code);
   question.day = *day;
-  if (*second != nullptr) question.second_stock = (*second)->code;
+  if (second != nullptr) question.second_stock = second->code;
   question.adjust_splits = opened->settings.chart_action.bunkatsu_auto_check;
   const auto explanation = screening::ExplainStock(opened->store, condition, question);
   if (!explanation) {

@@ -24,9 +24,9 @@ base::Result<OpenedStore> OpenStore(const Session& session, store::Access access
 base::Result<const store::StockRecord*> FindStock(const store::StockStore& store,
                                                   const std::string& code);
 
-/// The second stock of a code as typed; null for an empty text.
-base::Result<const store::StockRecord*> FindSecondStock(const store::StockStore& store,
-                                                        const std::string& code);
+/// The second stock of a code as typed; null for an empty text and, with a sentence on standard
+/// error, for a code that no stock has.
+const store::StockRecord* FindSecondStock(const store::StockStore& store, const std::string& code);
 
 /// The day of a date as typed; the newest stored day for an empty text.
 base::Result<base::DayIndex> FindDay(const store::StockStore& store, const std::string& date);

@@ -64,18 +64,17 @@ int RunSeries(const Session& session, const SeriesOptions& options) {
   const store::StockStore& store = opened->store;
   const auto stock = FindStock(store, options.code);
   if (!stock) return Report(stock.error());
-  const auto second = FindSecondStock(store, options.second);
-  if (!second) return Report(second.error());
+  const store::StockRecord* second = FindSecondStock(store, options.second);
   const auto days = FindDays(store, options.from, options.to);
   if (!days) return Report(days.error());
 
-  const auto programs = CompileAll(session.expressions, *second != nullptr);
+  const auto programs = CompileAll(session.expressions, !options.second.empty());
   if (!programs) return kWrongUsage;
   analysis::History needs;
   for (const analysis::Program& program : *programs) needs = needs.Union(program.Needs());
   const auto beside = analysis::Companions::Load(store, needs);
   if (!beside) return Report(beside.error());
-  analysis::StockContext context(store, needs, days->first, days->last, *second,
+  analysis::StockContext context(store, needs, days->first, days->last, second,
                                  opened->settings.chart_action.bunkatsu_auto_check);
   context.SetBeside(&*beside);
   context.Load(**stock);

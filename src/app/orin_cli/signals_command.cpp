@@ -89,17 +89,16 @@ int RunSignals(const Session& session, const SignalsOptions& options) {
   if (!market) return Report({"「" + options.market + "」という市場はありません。"});
   const auto opened = OpenStore(session, store::Access::kRead);
   if (!opened) return Report(opened.error());
-  const auto second = FindSecondStock(opened->store, options.second);
-  if (!second) return Report(second.error());
+  const store::StockRecord* second = FindSecondStock(opened->store, options.second);
   const auto days = FindDays(opened->store, options.from, options.to);
   if (!days) return Report(days.error());
 
-  const auto program = Compile(session.expressions.front(), *second != nullptr);
+  const auto program = Compile(session.expressions.front(), !options.second.empty());
   if (!program) return kWrongUsage;
   if (program->IsValue()) {
     Tell("条件に比較演算子（=、<>、<、<=、>、>=）がないので、成り立つ日はありません。");
   }
-  const screening::SignalScan scan{*market, days->first, days->last, *second,
+  const screening::SignalScan scan{*market, days->first, days->last, second,
                                    opened->settings.chart_action.bunkatsu_auto_check};
   return options.count ? PrintCount(*opened, *program, scan)
                        : PrintSignals(*opened, *program, scan);
