@@ -43,8 +43,9 @@ Status ReadMarket(Reading& to, std::string_view value) {
 
 Status ReadSecondStock(Reading& to, std::string_view value) {
   const auto code = store::StockCode::Parse(value);
-  if (!code) return Fail(to.file_name + " の第二銘柄コード：" + code.error().message);
-  to.analysis.second_stock = *code;
+  // No stock has such a code. That is no more than a stock that is missing.
+  if (!code) to.Note("第二銘柄コードの" + code.error().message);
+  to.analysis.second_stock = code ? std::optional(*code) : std::nullopt;
   return {};
 }
 

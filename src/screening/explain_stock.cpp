@@ -22,19 +22,21 @@ tl::unexpected<RunFailure> Failure(const analysis::Note& note) {
 Outcome<analysis::Explanation> ExplainStock(const store::StockStore& store,
                                             std::string_view condition,
                                             const ExplainQuestion& question) {
-  const auto second = FindSecondStock(store, question.second_stock);
-  if (!second) return Failure(second.error().message);
+  const SecondStock second = FindSecondStock(store, question.second_stock);
   const auto program = analysis::BuildProgram(condition);
   if (!program) return Failure(program.error());
   const auto beside = analysis::Companions::Load(store, program->Needs());
   if (!beside) return Failure(beside.error().message);
-  analysis::StockContext context(store, program->Needs(), question.day, question.day, *second,
+  analysis::StockContext context(store, program->Needs(), question.day, question.day, second.record,
                                  question.adjust_splits);
   context.SetBeside(&*beside);
   context.KeywordDays() = question.days.value_or(DaysOfFile(question.day));
   context.Load(store.Master().Stock(question.stock));
   auto explanation = analysis::Explain(condition, context, question.day);
   if (!explanation) return Failure(explanation.error());
+  if (!second.problem.empty()) {
+    explanation->notes.insert(explanation->notes.begin(), {0, second.problem});
+  }
   return std::move(*explanation);
 }
 

@@ -23,8 +23,8 @@ struct ExplainQuestion {
 };
 
 /// Loads what the condition, or value, needs and explains it. Fails where the text cannot be
-/// compiled (the message is then that of the compiler's note), the second stock is unknown or a
-/// companion file is damaged.
+/// compiled (the message is then that of the compiler's note) or a companion file is damaged. A
+/// second stock that is unknown is the first of the explanation's notes.
 Outcome<analysis::Explanation> ExplainStock(const store::StockStore& store,
                                             std::string_view condition,
                                             const ExplainQuestion& question);

@@ -77,21 +77,22 @@ base::Result<std::vector<ResultRow>> LoadResultRows(const store::StockStore& sto
                                                     base::Progress& progress,
                                                     std::vector<std::string>& notes) {
   std::deque<Computed> computed = Compile(question.columns, notes);
-  const auto second = FindSecondStock(store, question.second_stock);
-  if (!second) notes.push_back(second.error().message);
+  const SecondStock second = FindSecondStock(store, question.second_stock);
   analysis::History needs{.daily = 2, .fields = base::PriceFields::kClose};
   bool needs_second = false;
   for (const Computed& column : computed) {
     needs = needs.Union(column.program.Needs());
     needs_second = needs_second || column.program.NeedsSecondStock();
   }
-  if (needs_second && second && *second == nullptr) {
-    notes.emplace_back("第二銘柄コードがないので、第二銘柄とさやの項目の列は計算できません。");
+  if (needs_second && second.record == nullptr) {
+    notes.push_back(second.problem.empty()
+                        ? "第二銘柄コードがないので、第二銘柄とさやの項目の列は計算できません。"
+                        : second.problem);
   }
   const auto beside = analysis::Companions::Load(store, needs);
   if (!beside) return base::Forward(beside);
-  analysis::StockContext context(store, needs, question.day, question.day,
-                                 second ? *second : nullptr, question.adjust_splits);
+  analysis::StockContext context(store, needs, question.day, question.day, second.record,
+                                 question.adjust_splits);
   context.SetBeside(&*beside);
   context.KeywordDays() = question.days;
   std::vector<ResultRow> rows;

@@ -50,14 +50,17 @@ analysis::NumberedKeyword AnalysisDate(size_t place) {
   return {analysis::DayKeyword::kAnalysisDate, static_cast<int32_t>(place) + 1};
 }
 
-void AddNotes(const analysis::Program& program, bool has_second, std::vector<std::string>& notes) {
+void AddNotes(const analysis::Program& program, const SecondStock& second,
+              std::vector<std::string>& notes) {
   for (const analysis::Note& note : program.Notes()) {
     notes.push_back("分析項目の" + analysis::NoteSentence(note));
   }
   if (program.IsValue()) {
     notes.emplace_back("分析項目に比較演算子がないので、どの銘柄も選ばれません。");
   }
-  if (program.NeedsSecondStock() && !has_second) {
+  if (!second.problem.empty()) {
+    notes.push_back(second.problem);
+  } else if (program.NeedsSecondStock() && second.record == nullptr) {
     notes.emplace_back("第二銘柄コードがないので、第二銘柄とさやの項目は計算できません。");
   }
 }
@@ -89,15 +92,15 @@ DaySpan DaysRead(const SelectDay& when) {
 
 }  // namespace
 
-Result<const store::StockRecord*> FindSecondStock(const store::StockStore& store,
-                                                  const std::optional<store::StockCode>& code) {
-  if (!code) return nullptr;
+SecondStock FindSecondStock(const store::StockStore& store,
+                            const std::optional<store::StockCode>& code) {
+  if (!code) return {};
   const base::MasterRecord record = store.Master().Find(*code);
   if (record.IsNone()) {
-    return Fail("第二銘柄コード「" + std::string(code->Text()) +
-                "」の銘柄コードが見つかりません。");
+    return {nullptr, "第二銘柄コード「" + std::string(code->Text()) +
+                         "」の銘柄がないので、第二銘柄とさやの項目は計算できません。"};
   }
-  return &store.Master().Stock(record);
+  return {&store.Master().Stock(record), ""};
 }
 
 Result<DayIndex> FindDay(const store::StockStore& store, const std::optional<base::Date>& date,
@@ -142,14 +145,13 @@ Outcome<std::vector<SelectedStock>> Select(const store::StockStore& store,
                                            const AnalysisFile& analysis, const SelectDay& when,
                                            base::Progress& progress,
                                            std::vector<std::string>& notes) {
-  const auto second = FindSecondStock(store, analysis.second_stock);
-  if (!second) return Failure(second.error().message);
+  const SecondStock second = FindSecondStock(store, analysis.second_stock);
   const auto program = analysis::BuildProgram(analysis.condition);
   if (!program) {
     return Failure("分析項目の" + analysis::NoteSentence(program.error()),
                    RunFailure::Kind::kCannotBeCompiled);
   }
-  AddNotes(*program, *second != nullptr, notes);
+  AddNotes(*program, second, notes);
 
   // The line of a selected stock shows the change, which needs the day before.
   const analysis::History needs =
@@ -157,7 +159,8 @@ Outcome<std::vector<SelectedStock>> Select(const store::StockStore& store,
   const auto beside = analysis::Companions::Load(store, needs);
   if (!beside) return Failure(beside.error().message);
   const DaySpan days = DaysRead(when);
-  analysis::StockContext context(store, needs, days.first, days.last, *second, when.adjust_splits);
+  analysis::StockContext context(store, needs, days.first, days.last, second.record,
+                                 when.adjust_splits);
   context.SetBeside(&*beside);
   context.KeywordDays() = when.days;
   analysis::Evaluator evaluator(*program);

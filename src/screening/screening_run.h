@@ -52,10 +52,13 @@ struct RunFailure {
 template <typename T>
 using Outcome = tl::expected<T, RunFailure>;
 
-/// The second stock's record in the master; null where no code is given. Fails with a sentence
-/// for a code that no stock has.
-base::Result<const store::StockRecord*> FindSecondStock(
-    const store::StockStore& store, const std::optional<store::StockCode>& code);
+/// The second stock of an analysis. Without one the items that read it fail, and all else is done.
+struct SecondStock {
+  const store::StockRecord* record = nullptr;  // of the master; null where there is none
+  std::string problem;                         // the sentence about a code that no stock has
+};
+SecondStock FindSecondStock(const store::StockStore& store,
+                            const std::optional<store::StockCode>& code);
 
 /// The day of a screening.
 struct SelectDay {
@@ -98,8 +101,8 @@ base::Result<std::filesystem::path> FindResultDirectory(
 
 /// Runs one analysis file and writes its result list. Stocks that orinana.day in the base
 /// directory names are looked at on the days it gives. Fails, and writes nothing, where the file
-/// cannot be read or compiled, the date is no trading day, the second stock is unknown, the
-/// result directory does not exist, or another process has changed the store meanwhile.
+/// cannot be read or compiled, the date is no trading day, the result directory does not exist, or
+/// another process has changed the store meanwhile.
 Outcome<RunResult> RunAnalysisFile(const store::StockStore& store,
                                    const std::filesystem::path& file, const RunOptions& options,
                                    base::FileSystem& files, base::Progress& progress);

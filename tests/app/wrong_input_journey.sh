@@ -60,6 +60,21 @@ expect "signals of a value" 0 "比較演算子" cli signals --count '終値(0)'
 expect "explanation of what cannot be compiled" 2 "文字目：" cli explain --code AAPL '1<2<3<4<5<6'
 expect "explanation of a misspelt item" 0 "「ＲＳＩ」ではありませんか" cli explain --code AAPL 'RSI(14,0) > 3'
 expect "explanation without the second stock" 0 "第二銘柄がありません。" cli explain --code AAPL 'さや(0) > 0'
+for code in NONE TOOLONGCODE; do
+  expect "eval with the second stock $code" 0 "「$code」" \
+    cli eval --code AAPL --second $code '第二銘柄終値(0)' 'さや(0) > 0' '終値(0) > 0'
+  expect_text "values with the second stock $code" $'fail\nfalse\ntrue' \
+    "$(cli eval --code AAPL --second $code '第二銘柄終値(0)' 'さや(0) > 0' '終値(0) > 0' 2>/dev/null)"
+  expect "series with the second stock $code" 0 "「$code」" cli series --code AAPL --second $code 'さや(0)'
+  expect "signals with the second stock $code" 0 "「$code」" \
+    cli signals --count --second $code '終値(0) > 0 Or さや(0) > 0'
+  expect "explanation with the second stock $code" 0 "「$code」" \
+    cli explain --code AAPL --second $code '第二銘柄終値(0) > 0'
+  printf 'タイトル：x\n分析結果格納場所：patrol\\\n第二銘柄コード：%s\n分析項目：%s\n' \
+    $code '終値(0) > 0 Or さや(0) > 0' >"$home/second.txt"
+  expect "screening with the second stock $code" 0 "「$code」" cli screen "$home/second.txt"
+done
+rm "$home"/patrol/k*.txt
 expect "no such item" 1 "名前に「ＸＹＺ」を含む分析項目はありません。" cli items ＸＹＺ
 expect "two ways to list items" 2 "使い方" cli items --markdown --count
 expect "missing directory" 1 "/no/such" cli update-csv --dir /no/such

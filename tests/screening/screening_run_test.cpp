@@ -109,7 +109,6 @@ TEST_F(ScreeningRunTest, WhatCannotRunIsOneSentenceAndNoList) {
   const Case kCases[] = {
       {"分析日付：2020/01/11\n分析項目：1=1\n", "2020/01/11"},
       {"分析結果格納場所：nowhere\\\n分析項目：1=1\n", "nowhere"},
-      {"第二銘柄コード：NONE\n分析項目：1=1\n", "NONE"},
       {too_many, "100"},
   };
   for (const Case& c : kCases) {
@@ -194,6 +193,8 @@ TEST_F(ScreeningRunTest, WhatIsPassedOverOrReplacedIsTold) {
       {"なにか\n分析項目：終値(0) > 0\n", "3行目：「：」がない"},
       {"分析項目：終値(0) > 移動平均(\n", "文字目"},
       {"分析項目：さや(0) > 0\n", "第二銘柄コードがない"},
+      {"第二銘柄コード：NONE\n分析項目：さや(0) > 0\n", "第二銘柄コード「NONE」の銘柄がない"},
+      {"第二銘柄コード：..\\X\n分析項目：さや(0) > 0\n", "3行目：第二銘柄コードの「..\\X」は"},
       {"タイトル：絵文字\xF0\x9F\x98\x80\n分析項目：1=1\n", "U+1F600"},
   };
   for (const Case& c : kCases) {

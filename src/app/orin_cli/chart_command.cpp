@@ -137,18 +137,20 @@ int AddChart(const StoreReading& reading, ChartCommandOptions& options, chart::P
   const auto& [settings, store] = reading;
   const auto stock = FindStock(store, options.code);
   if (!stock) return answer.Report(stock.error());
-  auto second = FindSecondStock(store, options.compare);
-  if (!second) return answer.Report(second.error());
-  options.chart.main.shows_comparison = *second != nullptr;
+  options.chart.main.shows_comparison = !options.compare.empty();
   // Spread and ratio have a stock to compare with without being told one.
-  if (*second == nullptr) {
-    const auto usual = FindSecondStock(store, settings.chart_action.key_second_text);
-    if (usual) second = usual;
+  const store::StockRecord* second = nullptr;
+  if (options.chart.main.shows_comparison) {
+    const auto compared = FindStock(store, options.compare);
+    if (!compared) return answer.Report(compared.error());
+    second = *compared;
+  } else if (const auto usual = FindStock(store, settings.chart_action.key_second_text)) {
+    second = *usual;
   }
   const auto days = FindDays(store, options.from, options.to);
   if (!days) return answer.Report(days.error());
 
-  chart::ChartSource source(store, **stock, *second, settings.chart_action.bunkatsu_auto_check,
+  chart::ChartSource source(store, **stock, second, settings.chart_action.bunkatsu_auto_check,
                             options.period, days->last);
   const chart::BarRange view = ViewOf(options, source, settings, store.Days().DateOf(days->first));
   const chart::Chart chart = chart::BuildChart(source, settings, options.chart, view);

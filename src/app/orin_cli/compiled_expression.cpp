@@ -24,8 +24,8 @@ std::optional<analysis::Program> CompileAlone(const std::string& expression,
 
 }  // namespace
 
-void TellWithoutSecond(bool needs_second, bool has_second, Answer& answer) {
-  if (needs_second && !has_second) {
+void TellWithoutSecond(bool needs_second, bool has_code, Answer& answer) {
+  if (needs_second && !has_code) {
     answer.Tell("--second がないので、第二銘柄とさやの項目は計算できません。");
   }
 }
@@ -37,15 +37,15 @@ bool IsOneCondition(const std::vector<std::string>& expressions) {
   return false;
 }
 
-std::optional<analysis::Program> Compile(const std::string& expression, bool has_second,
+std::optional<analysis::Program> Compile(const std::string& expression, bool has_code,
                                          Answer& answer) {
   auto program = CompileAlone(expression, std::string(), answer);
-  if (program) TellWithoutSecond(program->NeedsSecondStock(), has_second, answer);
+  if (program) TellWithoutSecond(program->NeedsSecondStock(), has_code, answer);
   return program;
 }
 
 std::optional<std::vector<analysis::Program>> CompileAll(
-    const std::vector<std::string>& expressions, bool has_second, Answer& answer) {
+    const std::vector<std::string>& expressions, bool has_code, Answer& answer) {
   std::vector<analysis::Program> programs;
   bool needs_second = false;
   for (const std::string& expression : expressions) {
@@ -56,7 +56,7 @@ std::optional<std::vector<analysis::Program>> CompileAll(
     needs_second = needs_second || program->NeedsSecondStock();
     programs.push_back(std::move(*program));
   }
-  TellWithoutSecond(needs_second, has_second, answer);
+  TellWithoutSecond(needs_second, has_code, answer);
   if (programs.size() != expressions.size()) return std::nullopt;
   return programs;
 }

@@ -25,6 +25,7 @@ struct Subject {
   const store::StockStore& store;
   const store::StockRecord& stock;
   const store::StockRecord* second;
+  bool has_second_code;
   base::DayIndex day;
   bool adjust_splits;
 };
@@ -55,7 +56,7 @@ int AddValue(const std::string& expression, const Subject& subject, Answer& answ
     return kWrongUsage;
   }
   for (const analysis::Note& note : program->Notes()) answer.Tell(analysis::NoteSentence(note));
-  TellWithoutSecond(program->NeedsSecondStock(), subject.second != nullptr, answer);
+  TellWithoutSecond(program->NeedsSecondStock(), subject.has_second_code, answer);
   const auto value = Evaluate(*program, subject);
   if (!value) return answer.Report(value.error());
   answer.Out() << *value << '\n';
@@ -76,13 +77,13 @@ int FindValues(const StoreReading& reading, const EvalOptions& options,
   const store::StockStore& store = reading.store;
   const auto stock = FindStock(store, options.code);
   if (!stock) return answer.Report(stock.error());
-  const auto second = FindSecondStock(store, options.second);
-  if (!second) return answer.Report(second.error());
+  const store::StockRecord* second = FindSecondStock(store, options.second, answer);
   const auto day = FindDay(store, options.date);
   if (!day) return answer.Report(day.error());
 
-  const Subject subject{store, **stock, *second, *day,
-                        reading.settings.chart_action.bunkatsu_auto_check};
+  const Subject subject{store,  **stock,
+                        second, !options.second.empty(),
+                        *day,   reading.settings.chart_action.bunkatsu_auto_check};
   int status = kDone;
   for (const std::string& expression : expressions) {
     status = std::max(status, AddValue(expression, subject, answer));

@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "base/file_system.h"
+#include "screening/screening_run.h"
 #include "shell/store_places.h"
 
 namespace orin::app {
@@ -29,10 +30,17 @@ base::Result<const store::StockRecord*> FindStock(const store::StockStore& store
   return &store.Master().Stock(record);
 }
 
-base::Result<const store::StockRecord*> FindSecondStock(const store::StockStore& store,
-                                                        const std::string& code) {
+const store::StockRecord* FindSecondStock(const store::StockStore& store, const std::string& code,
+                                          Answer& answer) {
   if (code.empty()) return nullptr;
-  return FindStock(store, code);
+  const auto parsed = store::StockCode::Parse(code);
+  if (!parsed) {
+    answer.Tell("第二銘柄コードの" + parsed.error().message);
+    return nullptr;
+  }
+  const screening::SecondStock second = screening::FindSecondStock(store, *parsed);
+  if (!second.problem.empty()) answer.Tell(second.problem);
+  return second.record;
 }
 
 namespace {

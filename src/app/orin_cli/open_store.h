@@ -2,6 +2,7 @@
 
 #include <string>
 
+#include "app/orin_cli/answer.h"
 #include "app/orin_cli/command.h"
 #include "base/date.h"
 #include "base/ordinal.h"
@@ -23,9 +24,10 @@ base::Result<OpenedStore> OpenForChange(const Session& session);
 base::Result<const store::StockRecord*> FindStock(const store::StockStore& store,
                                                   const std::string& code);
 
-/// The second stock of a code as typed; null for an empty text.
-base::Result<const store::StockRecord*> FindSecondStock(const store::StockStore& store,
-                                                        const std::string& code);
+/// The second stock of a code as typed; null for an empty text and, with a sentence in the answer,
+/// for a code that no stock has.
+const store::StockRecord* FindSecondStock(const store::StockStore& store, const std::string& code,
+                                          Answer& answer);
 
 /// The day of a date as typed; the newest stored day for an empty text.
 base::Result<base::DayIndex> FindDay(const store::StockStore& store, const std::string& date);

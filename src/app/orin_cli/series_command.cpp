@@ -65,18 +65,17 @@ int FindSeries(const StoreReading& reading, const SeriesOptions& options,
   const store::StockStore& store = reading.store;
   const auto stock = FindStock(store, options.code);
   if (!stock) return answer.Report(stock.error());
-  const auto second = FindSecondStock(store, options.second);
-  if (!second) return answer.Report(second.error());
+  const store::StockRecord* second = FindSecondStock(store, options.second, answer);
   const auto days = FindDays(store, options.from, options.to);
   if (!days) return answer.Report(days.error());
 
-  const auto programs = CompileAll(expressions, *second != nullptr, answer);
+  const auto programs = CompileAll(expressions, !options.second.empty(), answer);
   if (!programs) return kWrongUsage;
   analysis::History needs;
   for (const analysis::Program& program : *programs) needs = needs.Union(program.Needs());
   const auto beside = analysis::Companions::Load(store, needs);
   if (!beside) return answer.Report(beside.error());
-  analysis::StockContext context(store, needs, days->first, days->last, *second,
+  analysis::StockContext context(store, needs, days->first, days->last, second,
                                  reading.settings.chart_action.bunkatsu_auto_check);
   context.SetBeside(&*beside);
   context.Load(**stock);

@@ -89,17 +89,16 @@ int CollectSignals(const store::StockStore& store, const analysis::Program& prog
 
 int FindSignals(const StoreReading& reading, const SignalsOptions& options,
                 screening::MarketChoice market, const std::string& condition, Answer& answer) {
-  const auto second = FindSecondStock(reading.store, options.second);
-  if (!second) return answer.Report(second.error());
+  const store::StockRecord* second = FindSecondStock(reading.store, options.second, answer);
   const auto days = FindDays(reading.store, options.from, options.to);
   if (!days) return answer.Report(days.error());
 
-  const auto program = Compile(condition, *second != nullptr, answer);
+  const auto program = Compile(condition, !options.second.empty(), answer);
   if (!program) return kWrongUsage;
   if (program->IsValue()) {
     answer.Tell("条件に比較演算子（=、<>、<、<=、>、>=）がないので、成り立つ日はありません。");
   }
-  const screening::SignalScan scan{market, days->first, days->last, *second,
+  const screening::SignalScan scan{market, days->first, days->last, second,
                                    reading.settings.chart_action.bunkatsu_auto_check};
   return options.count ? CountSignals(reading.store, *program, scan, answer)
                        : CollectSignals(reading.store, *program, scan, answer);

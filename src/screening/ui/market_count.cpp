@@ -38,17 +38,12 @@ void MarketCount::Start(const store::StockStore& store, const Question& question
     Q_EMIT Failed(QStringLiteral("比較のない式は値なので、銘柄を選びません。"));
     return;
   }
-  const auto second = FindSecondStock(store, question.second_stock);
-  if (!second) {
-    Q_EMIT Failed(Text(second.error().message));
-    return;
-  }
   program_ = std::move(*program);
   SignalScan scan;
   scan.market = question.market;
   scan.last = question.last;
   scan.first = base::DayIndex(std::max(1, question.last.Value() - question.days + 1));
-  scan.second = *second;
+  scan.second = FindSecondStock(store, question.second_stock).record;
   scan.adjust_splits = question.adjust_splits;
   auto scanner = SignalScanner::Make(store, *program_, scan);
   if (!scanner) {
