@@ -16,7 +16,6 @@ namespace orin::shell {
 namespace {
 
 using store::FileKind;
-using store::StoreFile;
 
 constexpr std::string_view kInitialCode = "^DJI";
 
