@@ -29,7 +29,13 @@ const Calendar& StockStore::Days() const { return state_->calendar; }
 const SplitList& StockStore::Splits() const { return state_->splits; }
 std::span<const std::string> StockStore::Problems() const { return state_->problems; }
 
-bool StockStore::HasChangedOnDisk() const { return state_->Fingerprint() != state_->fingerprint; }
+bool StockStore::HasChangedOnDisk() const {
+  // A file that was cut short and made whole again may look as it did before.
+  const bool is_whole = state_->prices.IsWhole() && (!state_->credit || state_->credit->IsWhole());
+  return !is_whole || state_->Fingerprint() != state_->fingerprint;
+}
+
+void StockStore::ReleaseMemory() const { state_->prices.ReleaseMemory(); }
 
 int16_t StockStore::FirstFile() const {
   return state_->options.first_file.value_or(state_->master.Header().first_file);

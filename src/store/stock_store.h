@@ -72,8 +72,9 @@ class StockStore {
   /// orin.ind; for a writer also an orin.ind or orin.add that disagrees with orin.sys.
   [[nodiscard]] std::span<const std::string> Problems() const;
   /// Whether another process has changed master, prices or splits since they were loaded, or is
-  /// about to; what is read after that may mix days before and after the change. For a store that
-  /// was opened for reading.
+  /// about to; what is read after that may mix days before and after the change. True as well
+  /// once part of a price file was gone from the disk when it was read, which then gave zeros. For
+  /// a store that was opened for reading.
   [[nodiscard]] bool HasChangedOnDisk() const;
   /// The number of the first price file in use, as chosen when opening.
   [[nodiscard]] int16_t FirstFile() const;
@@ -98,6 +99,10 @@ class StockStore {
   /// for splits. The first call maps the files.
   void LoadCreditBalances(base::SlotRecord slot, base::DayIndex first, base::DayIndex last,
                           std::vector<CreditBalance>& balances) const;
+
+  /// Gives back the memory that loading bars takes: to be called now and then by a job that goes
+  /// through all stocks, so that it does not end up with all price files in memory.
+  void ReleaseMemory() const;
 
   // What follows needs Access::kWrite.
 

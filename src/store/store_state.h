@@ -77,6 +77,9 @@ struct StockStore::State {
   base::Status KeepDamagedCompanions();
   /// Fails while 株式分割.txt has a line that writing it anew would lose.
   [[nodiscard]] base::Status CheckSplitsAreWhole() const;
+  /// Fails where a price file has been cut short since it was opened: what was read from it to be
+  /// written elsewhere may be zeros.
+  base::Status CheckPricesAreWhole();
   /// Commits and keeps in mind where that leaves doubt.
   base::Status Commit(Transaction& transaction);
   /// Writes record 1 of orin.sys: the commit of appended days.
