@@ -37,6 +37,9 @@ std::vector<Run> RunsOfFile(std::span<const base::Date> days,
   return runs;
 }
 
+// All the entries of a file for these are eight megabytes.
+constexpr int32_t kRecordsPerRelease = 2048;
+
 base::Status WriteNewFile(const PriceFiles& prices, std::span<const base::Date> days,
                           int32_t date_record, base::WritableFile& file) {
   const std::vector<Run> runs = RunsOfFile(days, prices.Days());
@@ -53,6 +56,7 @@ base::Status WriteNewFile(const PriceFiles& prices, std::span<const base::Date> 
                   entries.data() + static_cast<size_t>(run.position) * kBarLength);
     }
     if (const base::Status added = writer.Add(entries); !added) return added;
+    if (record % kRecordsPerRelease == 0) prices.ReleaseMemory();
   }
   return writer.Finish();
 }

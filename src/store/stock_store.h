@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <limits>
 #include <memory>
 #include <optional>
 #include <span>
@@ -29,6 +30,10 @@ struct OpenOptions {
   /// calendar then begins at that file's first day.
   std::optional<int16_t> first_file;
 };
+
+/// The most stocks that a store has ever room for: record numbers of orin.sys and slots have 16
+/// bits, and each has a record that is no stock's.
+inline constexpr int32_t kMostStocks = std::numeric_limits<int16_t>::max() - 1;
 
 /// A stock to be added; it gets the next record of the master and the next slot.
 struct NewStock {
@@ -106,12 +111,16 @@ class StockStore {
 
   // What follows needs Access::kWrite.
 
+  /// How many stocks AddStocks can add at most.
+  [[nodiscard]] int32_t RoomForStocks() const;
   /// Adds to orin.sys, orin.ind and orin.add and gives every price file the new slots. An
   /// orin.ind or orin.add that disagrees with orin.sys is kept as orin.ind.bad or orin.add.bad.
   base::Status AddStocks(std::span<const NewStock> stocks);
   /// One newer day for all stocks; a slot without a bar gets no data.
   base::Status AppendDay(base::Date date,
                          std::span<const std::pair<base::SlotRecord, base::Bar>> bars);
+  /// The earliest day that the price files can hold.
+  static base::Date EarliestDay() { return base::Date::FromSerial(1); }
   /// Makes every one of `dates` (ascending, 1899/12/31 to 9999/12/31) a day of the calendar,
   /// without data. Days newer than the newest are appended; others are put between, in front too.
   base::Status AddDays(std::span<const base::Date> dates);

@@ -41,9 +41,10 @@ int RunUpdateCsv(const Session& session, const UpdateCsvOptions& options) {
   if (!summary) return Report(summary.error());
   std::cout << summary->files << ',' << summary->stocks << ',' << summary->days << '\n';
   if (!summary->problems.empty()) {
-    Tell(std::to_string(summary->problems.size()) + "件の問題を " +
-         base::PathText(summary->log_file) + " に記録しました（最初の問題：" +
-         summary->problems.front() + "）。");
+    const int64_t problems =
+        static_cast<int64_t>(summary->problems.size()) + summary->further_problems;
+    Tell(std::to_string(problems) + "件の問題を " + base::PathText(summary->log_file) +
+         " に記録しました（最初の問題：" + summary->problems.front() + "）。");
   }
   if (!summary->stopped) return kDone;
   Tell("ＣＳＶ株価更新を途中で中止しました。もう一度実行すると続きから更新します。");
