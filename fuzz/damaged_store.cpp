@@ -190,6 +190,11 @@ Opened SmallDisk::Create(const fs::path& path) {
   return OnSmallDisk(base::NativeFileSystem().Create(path));
 }
 
+Opened SmallDisk::CreateNew(const fs::path& path) {
+  Opened file = base::NativeFileSystem().CreateNew(path);
+  return file && !*file ? std::move(file) : OnSmallDisk(std::move(file));
+}
+
 base::Status SmallDisk::Rename(const fs::path& from, const fs::path& to) {
   return base::NativeFileSystem().Rename(from, to);
 }

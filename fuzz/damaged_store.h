@@ -49,6 +49,8 @@ class SmallDisk final : public base::FileSystem {
       const std::filesystem::path& path) override;
   base::Result<std::unique_ptr<base::WritableFile>> Create(
       const std::filesystem::path& path) override;
+  base::Result<std::unique_ptr<base::WritableFile>> CreateNew(
+      const std::filesystem::path& path) override;
   base::Status Rename(const std::filesystem::path& from, const std::filesystem::path& to) override;
   base::Status Remove(const std::filesystem::path& path) override;
   base::Status MakeDirectory(const std::filesystem::path& path) override;

@@ -213,7 +213,7 @@ std::vector<std::string> Sentences(const LineProblems& problems, const std::stri
 
 base::Result<CompanySummary> ImportCompanies(store::StockStore& store,
                                              const std::filesystem::path& file) {
-  const auto bytes = base::ReadFile(file);
+  const auto bytes = base::ReadFile(file, kLargestCompanyList);
   if (!bytes) return base::Forward(bytes);
   const CompanyList list = ParseCompanyList(base::DecodeText(*bytes).text, store.Master());
   CompanySummary summary{list.rows, list.stocks, 0, Sentences(list.problems, base::PathText(file))};

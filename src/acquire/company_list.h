@@ -16,6 +16,9 @@
 
 namespace orin::acquire {
 
+/// All fields of all stocks that a store can hold are some 20 MB.
+inline constexpr int64_t kLargestCompanyList = int64_t{64} << 20;
+
 /// A value that a list gives a stock; none: it is no longer known.
 struct CompanyValue {
   const store::StockRecord* stock;   // of the master the list was read with

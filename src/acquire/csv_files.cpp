@@ -44,6 +44,14 @@ void DropSecondFiles(std::vector<CsvFile>& found, FileProblems& problems) {
 
 }  // namespace
 
+void FileProblems::Add(std::string sentence) {
+  if (sentences_.size() < kKept) {
+    sentences_.push_back(std::move(sentence));
+  } else {
+    ++further_;
+  }
+}
+
 void FileProblems::Add(const fs::path& file, const LineProblems& problems) {
   const std::string name = base::PathText(file.filename());
   for (const LineProblem& problem : problems.Kept()) {
@@ -80,12 +88,17 @@ base::Result<std::vector<CsvFile>> ListCsvFiles(const fs::path& directory, FileP
 }
 
 std::optional<CsvHistory> ReadCsvHistory(const CsvFile& file, FileProblems& problems) {
-  const auto bytes = base::ReadFile(file.path);
+  const auto bytes = base::ReadFile(file.path, kLargestCsvHistory);
   if (!bytes) {
     problems.Add(bytes.error().message);
     return std::nullopt;
   }
   return ParseCsvHistory(base::DecodeText(*bytes).text);
+}
+
+bool IsCsvHistory(const CsvFile& file) {
+  const auto bytes = base::ReadFile(file.path, kLargestCsvHistory);
+  return bytes && HasCsvHistoryHeading(base::DecodeText(*bytes).text);
 }
 
 }  // namespace orin::acquire

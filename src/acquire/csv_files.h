@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <filesystem>
 #include <optional>
 #include <span>
@@ -22,16 +23,21 @@ struct CsvFile {
   std::filesystem::path path;
 };
 
-/// What was wrong with files, a sentence each.
+/// What was wrong with files, a sentence each. The first ten thousand are kept, the rest counted:
+/// a fault of every file of a large market must not fill the memory.
 class FileProblems {
  public:
-  void Add(std::string sentence) { sentences_.push_back(std::move(sentence)); }
+  static constexpr size_t kKept = 10'000;
+
+  void Add(std::string sentence);
   void Add(const std::filesystem::path& file, const LineProblems& problems);
 
   [[nodiscard]] const std::vector<std::string>& Sentences() const { return sentences_; }
+  [[nodiscard]] int64_t Further() const { return further_; }
 
  private:
   std::vector<std::string> sentences_;
+  int64_t further_ = 0;
 };
 
 /// The files CODE.csv (CodeFileStem) of a directory (the ending's case does not count), the
@@ -40,8 +46,11 @@ class FileProblems {
 base::Result<std::vector<CsvFile>> ListCsvFiles(const std::filesystem::path& directory,
                                                 FileProblems& problems);
 
-/// nullopt, with a problem, where the file cannot be read. Problems of its lines are in the
-/// history.
+/// nullopt, with a problem, where the file cannot be read or is larger than kLargestCsvHistory.
+/// Problems of its lines are in the history.
 std::optional<CsvHistory> ReadCsvHistory(const CsvFile& file, FileProblems& problems);
+
+/// Whether ReadCsvHistory would give a history with a heading.
+bool IsCsvHistory(const CsvFile& file);
 
 }  // namespace orin::acquire

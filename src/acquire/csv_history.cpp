@@ -129,10 +129,16 @@ bool IsStrictlyAscending(const std::vector<Bar>& bars) {
 
 }  // namespace
 
+bool HasCsvHistoryHeading(std::string_view utf8) {
+  std::string_view line = utf8.substr(0, utf8.find('\n'));
+  if (line.ends_with('\r')) line.remove_suffix(1);
+  return IsHeading(line, kFieldNames);
+}
+
 CsvHistory ParseCsvHistory(std::string_view utf8) {
   CsvHistory history;
   const std::vector<std::string_view> lines = base::SplitLines(utf8);
-  history.has_heading = !lines.empty() && IsHeading(lines.front(), kFieldNames);
+  history.has_heading = HasCsvHistoryHeading(utf8);
   if (!history.has_heading) {
     const std::string_view found = lines.empty() ? std::string_view() : lines.front();
     history.problems.Add(1,

@@ -20,6 +20,12 @@ struct CsvHistory {
   LineProblems problems;
 };
 
+/// The days of a hundred years are 2 MB.
+inline constexpr int64_t kLargestCsvHistory = int64_t{16} << 20;
+
+/// Whether the text begins with the header of a CSV history.
+bool HasCsvHistoryHeading(std::string_view utf8);
+
 /// Reads the text of a CSV history: the header "年月日,始値,高値,安値,終値,出来高", then one day
 /// (or week) a line in any order. Prices and volumes have any number of decimals and are rounded
 /// to four, halves to even. A line with a price "-" or 0 carries no trade and is left out in

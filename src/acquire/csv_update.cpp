@@ -25,6 +25,10 @@ using store::StockCode;
 constexpr std::string_view kDailyStage = "ミルテ（ＣＳＶ株価更新：日足）";
 constexpr std::string_view kWeeklyStage = "ミルテ（ＣＳＶ株価更新：週足）";
 constexpr size_t kChangesPerCommit = 250'000;
+// Forty bytes each in the price files.
+constexpr int64_t kBarsPerRelease = 500'000;
+// Looking at a file for its heading takes a tenth of a millisecond.
+constexpr int64_t kLooksPerReport = 50;
 
 using Codes = std::unordered_set<StockCode, store::StockCodeHash>;
 
@@ -68,6 +72,8 @@ class CsvUpdate {
   /// The days the calendar is to have; none where there is no file to take them from.
   base::Result<std::vector<base::Date>> ReadCalendarDays(const std::filesystem::path& directory);
   [[nodiscard]] std::vector<store::NewStock> StocksToAdd(StockList list);
+  void DropSurplus(std::vector<store::NewStock>& stocks);
+  Status AddStocks(StockList list);
   using Pass = void (CsvUpdate::*)(const store::StockRecord&, const CsvFile&, const CsvHistory&);
   Status ImportFiles(std::span<const CsvFile> csv_files, std::string_view stage, Pass pass);
   Status ImportFile(const CsvFile& file, Pass pass);
@@ -76,6 +82,7 @@ class CsvUpdate {
   void TakeWeek(const store::StockRecord& stock, DaySpan week, const Bar& bar);
   [[nodiscard]] bool HasDailyLine(const StockCode& code, DaySpan week);
   Status CommitChanges();
+  void ReleaseMemory();
   void WriteLog();
 
   store::StockStore& store_;
@@ -87,13 +94,15 @@ class CsvUpdate {
   std::vector<CsvFile> weekly_;
   std::vector<BarChange> changes_;
   base::BarColumns stored_;  // of the stock in hand
+  int64_t loaded_bars_ = 0;  // since memory was released
   Codes seen_;
+  Codes surplus_;  // stocks that the store has no room for
   std::optional<std::pair<StockCode, std::vector<base::Date>>> daily_lines_;  // of one stock
 };
 
 base::Result<StockList> CsvUpdate::ReadStockList(const std::optional<fs::path>& path) {
   if (!path) return StockList();
-  const auto bytes = base::ReadFile(*path);
+  const auto bytes = base::ReadFile(*path, kLargestStockList);
   if (!bytes) return base::Forward(bytes);
   StockList list = ParseStockList(base::DecodeText(*bytes).text);
   if (!list.has_heading) {
@@ -122,9 +131,11 @@ base::Result<std::vector<base::Date>> CsvUpdate::ReadCalendarDays(
                       (problems.Sentences().empty() ? "" : problems.Sentences().front()));
   }
   if (!history) return std::vector<base::Date>();
-  // A day that is still to come is a slip of the pen, and would be the newest for ever.
-  std::erase_if(history->trading_days,
-                [today = base::Date::Today()](base::Date day) { return day > today; });
+  // A day that is still to come is a slip of the pen, and would be the newest for ever. Days that
+  // the price files cannot hold would cost all the others.
+  std::erase_if(history->trading_days, [today = base::Date::Today()](base::Date day) {
+    return day > today || day < store::StockStore::EarliestDay();
+  });
   return std::move(history->trading_days);
 }
 
@@ -137,13 +148,36 @@ std::vector<store::NewStock> CsvUpdate::StocksToAdd(StockList list) {
     if (store_.Master().Find(stock.code).IsNone()) added.push_back(std::move(stock));
   };
   for (store::NewStock& stock : list.stocks) take(std::move(stock));
+  int64_t looks = 0;
   for (const CsvFile& file : daily_) {
     if (taken.contains(file.code) || !store_.Master().Find(file.code).IsNone()) continue;
-    FileProblems ignored;  // told when the file's prices are imported
-    const auto history = ReadCsvHistory(file, ignored);
-    if (history && history->has_heading) take(StockOfFileAlone(file.code));
+    // What is wrong with a file is told when its prices are imported.
+    if (IsCsvHistory(file)) take(StockOfFileAlone(file.code));
+    if (++looks % kLooksPerReport != 0) continue;
+    summary_.stopped = !progress_.Report(kDailyStage, 0, static_cast<int64_t>(daily_.size()));
+    if (summary_.stopped) return {};
   }
   return added;
+}
+
+/// Leaves as many as the store can take, the first ones, rather than none.
+void CsvUpdate::DropSurplus(std::vector<store::NewStock>& stocks) {
+  const auto room = std::min(static_cast<size_t>(store_.RoomForStocks()), stocks.size());
+  for (const store::NewStock& stock : std::span(stocks).subspan(room)) {
+    surplus_.insert(stock.code);
+    problems_.Add("銘柄" + std::string(stock.code.Text()) + "は、銘柄の数が上限の" +
+                  std::to_string(store::kMostStocks) + "を超えるため追加できません。");
+  }
+  stocks.resize(room);
+}
+
+Status CsvUpdate::AddStocks(StockList list) {
+  std::vector<store::NewStock> added = StocksToAdd(std::move(list));
+  if (added.empty()) return {};
+  DropSurplus(added);
+  if (const Status done = store_.AddStocks(added); !done) return done;
+  summary_.added_stocks = static_cast<int32_t>(added.size());
+  return {};
 }
 
 void CsvUpdate::TakeDaily(const store::StockRecord& stock, const CsvFile& file,
@@ -215,7 +249,14 @@ Status CsvUpdate::CommitChanges() {
   if (const Status changed = store_.ChangeBars(changes_); !changed) return changed;
   summary_.changed_bars += static_cast<int64_t>(changes_.size());
   changes_.clear();
+  ReleaseMemory();
   return {};
+}
+
+/// Otherwise the price files end up in memory whole.
+void CsvUpdate::ReleaseMemory() {
+  store_.ReleaseMemory();
+  loaded_bars_ = 0;
 }
 
 Status CsvUpdate::ImportFile(const CsvFile& file, Pass pass) {
@@ -224,7 +265,7 @@ Status CsvUpdate::ImportFile(const CsvFile& file, Pass pass) {
   problems_.Add(file.path, history->problems);
   const base::MasterRecord record = store_.Master().Find(file.code);
   if (record.IsNone()) {
-    if (!history->has_heading) return {};
+    if (!history->has_heading || surplus_.contains(file.code)) return {};
     problems_.Add(base::PathText(file.path.filename()) + " 銘柄コードが見つかりません。");
     return {};
   }
@@ -233,6 +274,8 @@ Status CsvUpdate::ImportFile(const CsvFile& file, Pass pass) {
   const store::StockRecord& stock = store_.Master().Stock(record);
   store_.LoadBars(stock.slot, DayIndex(1), store_.Days().Last(), stored_);
   (this->*pass)(stock, file, *history);
+  loaded_bars_ += store_.Days().Count();
+  if (loaded_bars_ >= kBarsPerRelease) ReleaseMemory();
   return changes_.size() < kChangesPerCommit ? Status() : CommitChanges();
 }
 
@@ -265,12 +308,9 @@ Status CsvUpdate::Import(const CsvUpdateSource& source) {
   // Nothing is changed before it is known that there is a calendar.
   const auto days = ReadCalendarDays(source.daily_directory);
   if (!days) return base::Forward(days);
-  const std::vector<store::NewStock> added = StocksToAdd(std::move(*list));
-  if (!added.empty()) {
-    if (const Status done = store_.AddStocks(added); !done) return done;
-    summary_.added_stocks = static_cast<int32_t>(added.size());
-  }
+  if (const Status done = AddStocks(std::move(*list)); !done || summary_.stopped) return done;
   if (const Status done = days->empty() ? Status() : store_.AddDays(*days); !done) return done;
+  ReleaseMemory();
   const Status done = ImportFiles(daily_, kDailyStage, &CsvUpdate::TakeDaily);
   return done ? ImportFiles(weekly_, kWeeklyStage, &CsvUpdate::TakeWeekly) : done;
 }
@@ -280,6 +320,9 @@ void CsvUpdate::WriteLog() {
   if (store_.Master().Header().date.IsNone()) return;
   std::string text;
   for (const std::string& problem : problems_.Sentences()) text += problem + "\r\n";
+  if (problems_.Further() > 0) {
+    text += "ほか" + std::to_string(problems_.Further()) + "件の問題があります。\r\n";
+  }
   text += "読み込んだファイル：" + std::to_string(summary_.files) + "、追加した銘柄：" +
           std::to_string(summary_.added_stocks) + "、更新した株価：" +
           std::to_string(summary_.changed_bars) + "\r\n";
@@ -304,6 +347,7 @@ base::Result<CsvUpdateSummary> CsvUpdate::Run(const CsvUpdateSource& source) {
   summary_.stocks = static_cast<int32_t>(seen_.size());
   summary_.days = store_.Days().Count();
   summary_.problems = problems_.Sentences();
+  summary_.further_problems = problems_.Further();
   return std::move(summary_);
 }
 
@@ -314,8 +358,9 @@ std::string ProblemsSentence(const CsvUpdateSummary& summary) {
   const std::string place = summary.log_file.empty()
                                 ? "があります"
                                 : "を " + base::PathText(summary.log_file) + " に記録しました";
-  return std::to_string(summary.problems.size()) + "件の問題" + place + "（最初の問題：" +
-         summary.problems.front() + "）。";
+  const int64_t count = static_cast<int64_t>(summary.problems.size()) + summary.further_problems;
+  return std::to_string(count) + "件の問題" + place + "（最初の問題：" + summary.problems.front() +
+         "）。";
 }
 
 base::Result<CsvUpdateSummary> UpdateFromCsv(store::StockStore& store,

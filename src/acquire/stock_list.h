@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <string_view>
 #include <vector>
 
@@ -7,6 +8,9 @@
 #include "store/stock_store.h"
 
 namespace orin::acquire {
+
+/// All stocks that a store can hold, in lines five times as long as usual, are half of this.
+inline constexpr int64_t kLargestStockList = int64_t{16} << 20;
 
 /// Stocks as a list file names them.
 struct StockList {

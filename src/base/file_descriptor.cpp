@@ -29,9 +29,10 @@ Result<OpenedFile> OpenRegularFile(const std::filesystem::path& path) {
   struct stat about = {};
   if (fstat(descriptor.Number(), &about) != 0) return FailSystemCall(path, "を開けません", errno);
   if (S_ISDIR(about.st_mode)) return FailSystemCall(path, "を開けません", EISDIR);
-  if (!S_ISREG(about.st_mode))
+  if (!S_ISREG(about.st_mode)) {
     return Fail("「" + path.string() + "」は通常のファイルではありません。");
-  return OpenedFile{std::move(descriptor), about.st_size};
+  }
+  return OpenedFile{std::move(descriptor), about.st_size, about.st_dev, about.st_ino};
 }
 
 }  // namespace orin::base

@@ -40,6 +40,8 @@ class FileDescriptor {
 struct OpenedFile {
   FileDescriptor descriptor;
   int64_t size;  // bytes at the time of opening
+  uint64_t device;
+  uint64_t number;  // of the file on its device
 };
 
 /// A file for reading; fails where it is missing or is a directory, a pipe or a device.

@@ -10,6 +10,7 @@
 
 #include "base/file_descriptor.h"
 #include "base/system_error.h"
+#include "base/temporary_file.h"
 
 namespace orin::base {
 
@@ -82,6 +83,14 @@ class NativeFiles final : public FileSystem {
     return OpenNative(path, O_CREAT | O_TRUNC, "を作成できません");
   }
 
+  Result<std::unique_ptr<WritableFile>> CreateNew(const std::filesystem::path& path) override {
+    // A link that has the name is not followed either.
+    FileDescriptor file = FileDescriptor::Open(path, O_RDWR | O_CREAT | O_EXCL, kNewFileMode);
+    if (file.IsOpen()) return std::make_unique<NativeFile>(std::move(file), path);
+    if (errno == EEXIST) return nullptr;
+    return FailSystemCall(path, "を作成できません", errno);
+  }
+
   Status Rename(const std::filesystem::path& from, const std::filesystem::path& to) override {
     if (rename(from.c_str(), to.c_str()) != 0) {
       return FailSystemCall(from, "の名前を「" + PathText(to) + "」に変えられません", errno);
@@ -137,19 +146,26 @@ std::optional<fs::perms> PermissionsFor(const fs::path& path, Readers readers_of
   return fs::perms::owner_read | fs::perms::owner_write;
 }
 
-/// The permissions are there before the first byte is. The owner may write until the end, so
-/// that a temporary that is left behind can be made anew.
-Status WriteNewFile(FileSystem& files, const fs::path& path, std::optional<fs::perms> permissions,
-                    std::string_view bytes) {
-  const auto file = files.Create(path);
-  if (!file) return Forward(file);
-  const bool may_write = !permissions || (*permissions & fs::perms::owner_write) != fs::perms::none;
+/// The permissions are there before the first byte is; they do not matter to a file that is open.
+Status WriteWhole(FileSystem& files, const TemporaryFile& temporary,
+                  std::optional<fs::perms> permissions, std::string_view bytes) {
   Status status;
-  if (permissions) status = files.SetPermissions(path, *permissions | fs::perms::owner_write);
-  if (status) status = (*file)->WriteAt(0, bytes);
-  if (status) status = (*file)->Sync();
-  if (status && !may_write) status = files.SetPermissions(path, *permissions);
-  return status;
+  if (permissions) status = files.SetPermissions(temporary.path, *permissions);
+  if (status) status = temporary.file->WriteAt(0, bytes);
+  return status ? temporary.file->Sync() : status;
+}
+
+/// A rename would put a file in the place of a device or a pipe.
+Status CheckReplaceable(const fs::path& path) {
+  std::error_code failure;
+  const fs::file_type type = fs::status(path, failure).type();
+  if (type == fs::file_type::directory) return FailSystemCall(path, "に書き込めません", EISDIR);
+  // None: it cannot be looked at, and writing beside it tells the reason.
+  if (type == fs::file_type::regular || type == fs::file_type::not_found ||
+      type == fs::file_type::none) {
+    return {};
+  }
+  return Fail("「" + PathText(path) + "」は通常のファイルではないので、書き込めません。");
 }
 
 }  // namespace
@@ -172,25 +188,30 @@ FileSystem& NativeFileSystem() {
 
 Status ReplaceFile(FileSystem& files, const fs::path& path, std::string_view bytes,
                    Readers readers_of_new_file) {
+  if (const Status checked = CheckReplaceable(path); !checked) return checked;
   const auto target = FollowLinks(path);
   if (!target) return Forward(target);
-  fs::path temporary = *target;
-  temporary += ".tmp";
+  const auto temporary = CreateTemporary(files, *target);
+  if (!temporary) return Forward(temporary);
   Status status =
-      WriteNewFile(files, temporary, PermissionsFor(*target, readers_of_new_file), bytes);
-  if (status) status = files.Rename(temporary, *target);
+      WriteWhole(files, *temporary, PermissionsFor(*target, readers_of_new_file), bytes);
+  if (status) status = files.Rename(temporary->path, *target);
   if (!status) {
     // Best effort: the first failure is the one to report.
-    static_cast<void>(files.Remove(temporary));
+    static_cast<void>(files.Remove(temporary->path));
     return status;
   }
   const fs::path directory = target->parent_path();
   return files.SyncDirectory(directory.empty() ? "." : directory);
 }
 
-Result<std::string> ReadFile(const std::filesystem::path& path) {
+Result<std::string> ReadFile(const std::filesystem::path& path, int64_t limit) {
   const auto file = OpenRegularFile(path);
   if (!file) return Forward(file);
+  if (file->size > limit) {
+    return Fail("「" + PathText(path) + "」は大きすぎるため読み込めません（" +
+                std::to_string(file->size) + "バイト、上限" + std::to_string(limit) + "バイト）。");
+  }
   std::string bytes(static_cast<size_t>(file->size), '\0');
   size_t filled = 0;
   while (filled < bytes.size()) {

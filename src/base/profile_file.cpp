@@ -142,7 +142,7 @@ Result<ProfileFile> ProfileFile::Load(const std::filesystem::path& path) {
   if (std::filesystem::status(path, failure).type() == std::filesystem::file_type::not_found) {
     return ProfileFile();
   }
-  const auto bytes = ReadFile(path);
+  const auto bytes = ReadFile(path, kLargestProfile);
   if (!bytes) return Forward(bytes);
   return Parse(*bytes);
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <filesystem>
 #include <optional>
 #include <string>
@@ -13,6 +14,9 @@
 
 namespace orin::base {
 
+/// Settings are some dozen kilobytes; what is a thousand times that is no settings file.
+inline constexpr int64_t kLargestProfile = int64_t{64} << 20;
+
 /// A profile file: sections in square brackets, one key=value line a setting, in memory whole.
 /// Values are text. Lines it does not know (comments, other sections and keys) keep their place
 /// and bytes when it is saved.
@@ -21,7 +25,7 @@ class ProfileFile {
   /// An empty profile; saving it makes a code page 932 file with CRLF line ends.
   ProfileFile() = default;
   static ProfileFile Parse(std::string_view bytes);
-  /// A missing file is an empty profile.
+  /// A missing file is an empty profile. Fails for one beyond kLargestProfile.
   static Result<ProfileFile> Load(const std::filesystem::path& path);
 
   /// Section and key are found without regard to ASCII case; the first one counts. A key that

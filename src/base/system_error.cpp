@@ -30,6 +30,7 @@ constexpr std::array kReasons = {
     Reason{ETXTBSY, "ほかのプログラムが使用中です"},
     Reason{EBUSY, "ほかのプログラムが使用中です"},
     Reason{EIO, "ディスクの読み書きで異常が起きました"},
+    Reason{EFAULT, "読み込み中のファイルが短くなりました"},
     Reason{EFBIG, "ファイルが大きすぎます"},
     Reason{ENAMETOOLONG, "名前が長すぎます"},
     Reason{ELOOP, "リンクがたどれません"},

@@ -6,6 +6,7 @@
 
 #include "base/cp932.h"
 #include "base/text.h"
+#include "screening/analysis_file.h"
 #include "screening/analysis_lines.h"
 
 namespace orin::screening {
@@ -137,7 +138,7 @@ AnalysisDocument AnalysisDocument::Parse(std::string_view bytes) {
 }
 
 base::Result<AnalysisDocument> AnalysisDocument::Read(const std::filesystem::path& file) {
-  const auto bytes = base::ReadFile(file);
+  const auto bytes = base::ReadFile(file, kLargestAnalysisFile);
   if (!bytes) return base::Forward(bytes);
   return Parse(*bytes);
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -11,6 +12,9 @@
 #include "store/stock_code.h"
 
 namespace orin::screening {
+
+/// A condition has at most some ten thousand terms, and its file is a few hundred kilobytes then.
+inline constexpr int64_t kLargestAnalysisFile = int64_t{1} << 20;
 
 /// A saved analysis, as its file tells it.
 struct AnalysisFile {

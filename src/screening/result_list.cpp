@@ -3,6 +3,7 @@
 #include <string_view>
 
 #include "base/cp932.h"
+#include "base/temporary_file.h"
 #include "base/text.h"
 
 namespace orin::screening {
@@ -49,7 +50,10 @@ std::string FormatResultList(const std::string& title, base::Date date,
 
 base::Status WriteResultList(base::FileSystem& files, const std::filesystem::path& path,
                              const std::string& text) {
-  return base::ReplaceFile(files, path, base::EncodeCp932Lossy(text));
+  const base::Status written = base::ReplaceFile(files, path, base::EncodeCp932Lossy(text));
+  // What is left of a run that was killed does no harm, so that failing to remove it is none.
+  if (written) static_cast<void>(base::RemoveLeftTemporaries(files, path.parent_path()));
+  return written;
 }
 
 }  // namespace orin::screening

@@ -64,7 +64,7 @@ ListedCodes ParseList(std::string_view utf8) {
 }
 
 base::Result<ListedCodes> ReadList(const fs::path& file) {
-  const auto bytes = base::ReadFile(file);
+  const auto bytes = base::ReadFile(file, kLargestList);
   if (!bytes) return base::Forward(bytes);
   return ParseList(base::DecodeText(*bytes).text);
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <filesystem>
 #include <optional>
 #include <span>
@@ -13,6 +14,9 @@
 
 namespace orin::screening {
 
+/// A list of all stocks that a store can hold is 4 MB; this leaves room for long lines.
+inline constexpr int64_t kLargestList = int64_t{16} << 20;
+
 /// A list of stocks as its file tells it: "T:" and "D:" lines, in whatever case, then a line a
 /// stock that begins with the code. Result lists, continuous-display and comparison lists.
 struct ListedCodes {
@@ -22,7 +26,7 @@ struct ListedCodes {
   std::vector<std::string> notes;       // lines passed over, a sentence each, at most ten
 };
 ListedCodes ParseList(std::string_view utf8);
-/// Fails with a sentence where the file cannot be read.
+/// Fails with a sentence where the file cannot be read or is larger than kLargestList.
 base::Result<ListedCodes> ReadList(const std::filesystem::path& file);
 
 /// What of one list is kept, in its order.

@@ -115,7 +115,7 @@ Result<DayIndex> FindDay(const store::StockStore& store, const std::optional<bas
 }
 
 Result<AnalysisFile> ReadAnalysisFile(const fs::path& file) {
-  const auto bytes = base::ReadFile(file);
+  const auto bytes = base::ReadFile(file, kLargestAnalysisFile);
   if (!bytes) return Forward(bytes);
   return ParseAnalysisFile(base::DecodeText(*bytes).text, base::PathText(file));
 }
@@ -124,7 +124,7 @@ Result<fs::path> FindResultDirectory(const AnalysisFile& analysis, const std::st
                                      const fs::path& base_directory) {
   std::string directory = analysis.result_directory;
   if (directory.empty()) {
-    const auto bytes = base::ReadFile(base_directory / kDefaultDirectoryFile);
+    const auto bytes = base::ReadFile(base_directory / kDefaultDirectoryFile, kLargestAnalysisFile);
     if (bytes) {
       const std::string text = base::DecodeText(*bytes).text;
       const auto lines = base::SplitLines(text);

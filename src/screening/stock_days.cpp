@@ -4,6 +4,7 @@
 #include "base/csv.h"
 #include "base/file_system.h"
 #include "base/text.h"
+#include "screening/result_sets.h"
 
 namespace orin::screening {
 
@@ -60,7 +61,7 @@ base::Result<StockDays> ReadStockDays(const std::filesystem::path& directory,
   const std::filesystem::path path = directory / kStockDaysFile;
   std::error_code failure;
   if (!std::filesystem::exists(path, failure)) return StockDays();
-  const auto bytes = base::ReadFile(path);
+  const auto bytes = base::ReadFile(path, kLargestList);
   if (!bytes) return base::Forward(bytes);
   return ParseStockDays(base::DecodeText(*bytes).text, store);
 }

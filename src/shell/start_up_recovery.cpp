@@ -1,7 +1,9 @@
 #include <array>
 #include <filesystem>
+#include <set>
 #include <string>
 
+#include "base/temporary_file.h"
 #include "shell/start_up_stages.h"
 
 namespace orin::shell {
@@ -36,9 +38,17 @@ std::vector<std::filesystem::path> Replaceable(const ProgramState& state) {
 }
 
 void RemoveTemporaries(StartUpRun& run) {
+  base::FileSystem& files = *run.state.files;
+  std::set<std::filesystem::path> directories;
   for (std::filesystem::path path : Replaceable(run.state)) {
+    directories.insert(path.parent_path());
+    // The name that earlier versions gave theirs.
     path += ".tmp";
-    run.problems.AddFailure(StartUpStep::kMultipleStart, run.state.files->Remove(path));
+    run.problems.AddFailure(StartUpStep::kMultipleStart, files.Remove(path));
+  }
+  for (const std::filesystem::path& directory : directories) {
+    run.problems.AddFailure(StartUpStep::kMultipleStart,
+                            base::RemoveLeftTemporaries(files, directory));
   }
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <cstdint>
 #include <optional>
 #include <span>
@@ -30,6 +31,10 @@ class CreditFiles {
   /// which is emptied first. Both are 0 where there are none.
   void Load(base::SlotRecord slot, int32_t first, int32_t last,
             std::vector<CreditBalance>& balances) const;
+  /// Whether no file has been cut short since it was opened.
+  [[nodiscard]] bool IsWhole() const {
+    return std::ranges::all_of(files_, [](const auto& file) { return !file || file->IsWhole(); });
+  }
 
  private:
   /// Takes the dates of file `index`; those of a later file count where a day is in both.

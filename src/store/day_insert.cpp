@@ -40,6 +40,9 @@ std::vector<Run> RunsOfFile(std::span<const base::Date> days,
   return runs;
 }
 
+// All the entries of a file for these are eight megabytes.
+constexpr int32_t kRecordsPerRelease = 2048;
+
 std::set<int16_t> SourcesOf(const PriceFiles& prices, std::span<const Run> runs) {
   std::set<int16_t> sources;
   for (const Run& run : runs) sources.insert(prices.PlaceOf(run.from).file);
@@ -70,6 +73,7 @@ class NewFile {
       const std::string entries = EntriesOf(record);
       if (damage_.IsKnown()) TakeSum(record, entries);
       if (const base::Status added = writer.Add(entries); !added) return added;
+      if (record % kRecordsPerRelease == 0) prices_.ReleaseMemory();
     }
     return writer.Finish();
   }

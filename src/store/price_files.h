@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <cstdint>
 #include <span>
 #include <string_view>
@@ -61,6 +62,16 @@ class PriceFiles {
 
   /// Brings the entries first..last of the slots, which Load is about to copy, near the processor.
   void ReadAhead(std::span<const base::SlotRecord> slots, int32_t first, int32_t last) const;
+
+  /// Whether no file has been cut short since it was opened; what was read from one that has may
+  /// be zeros.
+  [[nodiscard]] bool IsWhole() const {
+    return std::ranges::all_of(files_, &base::MappedFile::IsWhole);
+  }
+  /// Gives back the memory of the entries that have been read.
+  void ReleaseMemory() const {
+    for (const base::MappedFile& file : files_) file.ReleaseMemory();
+  }
 
   /// After a day has been committed behind the last one: takes it into Days(), with its file
   /// where it began a new one.

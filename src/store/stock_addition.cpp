@@ -38,25 +38,23 @@ base::Status CheckNewStocks(std::span<const NewStock> stocks, const StockMaster&
   return {};
 }
 
-/// The next `count` slots that no stock has, above those of all stocks. Slots that the price
-/// files (of `records` records) have above them are used again where purged stocks account for
-/// them; otherwise they hold what is left of stocks that orin.sys has lost.
-base::Result<std::vector<base::SlotRecord>> FreeSlots(const StoreLocation& location,
-                                                      const StockMaster& master, int32_t records,
-                                                      size_t count) {
+/// The next slots that no stock has, above those of all stocks: `count` of them, or as many as
+/// there is room for. Slots that the price files (of `records` records) have above them are used
+/// again where purged stocks account for them; otherwise they hold what is left of stocks that
+/// orin.sys has lost.
+std::vector<base::SlotRecord> FreeSlots(const StoreLocation& location, const StockMaster& master,
+                                        int32_t records, size_t count) {
   std::unordered_set<int32_t> used = {master.Header().date_record};
   for (const StockRecord& stock : master.Stocks()) used.insert(stock.slot.Value());
+  // A record number of orin.sys has to fit into the 16 bits of orin.ind as well.
+  const size_t known = std::min(master.Stocks().size(), size_t{kMostStocks});
+  count = std::min(count, size_t{kMostStocks} - known);
   std::vector<base::SlotRecord> slots;
   // Behind all stocks rather than in a gap, so that new slots lie together in the files.
   const bool reuses = CountSlots(location, master, records).IsExplained();
   int32_t next = std::max(reuses ? HighestSlot(master, records) : records, 1) + 1;
   for (; slots.size() < count && next <= kLastSlot; ++next) {
     if (!used.contains(next)) slots.emplace_back(next);
-  }
-  // A record number of orin.sys has to fit into the 16 bits of orin.ind as well.
-  if (slots.size() < count || master.Stocks().size() + 1 + count > size_t{kLastSlot}) {
-    return base::Fail("銘柄の数が上限の" + std::to_string(kLastSlot) + "を超えるため、" +
-                      std::to_string(count) + "銘柄を追加できません。");
   }
   return slots;
 }
@@ -134,6 +132,12 @@ base::Status ReplaceIndex(const StoreLocation& location, const StockMaster& mast
 
 }  // namespace
 
+int32_t StockStore::RoomForStocks() const {
+  return static_cast<int32_t>(FreeSlots(state_->location, state_->master,
+                                        state_->prices.LongestRecords(), size_t{kMostStocks})
+                                  .size());
+}
+
 base::Status StockStore::AddStocks(std::span<const NewStock> stocks) {
   if (const base::Status ready = state_->PrepareChange(); !ready) return ready;
   if (stocks.empty()) return {};
@@ -141,9 +145,12 @@ base::Status StockStore::AddStocks(std::span<const NewStock> stocks) {
   if (const base::Status checked = CheckNewStocks(stocks, master); !checked) return checked;
   const auto slots =
       FreeSlots(state_->location, master, state_->prices.LongestRecords(), stocks.size());
-  if (!slots) return base::Forward(slots);
+  if (slots.size() < stocks.size()) {
+    return base::Fail("銘柄の数が上限の" + std::to_string(kMostStocks) + "を超えるため、" +
+                      std::to_string(stocks.size()) + "銘柄を追加できません。");
+  }
   std::string record_bytes;
-  const auto added = MakeRecords(stocks, *slots, record_bytes);
+  const auto added = MakeRecords(stocks, slots, record_bytes);
   if (!added) return base::Forward(added);
 
   const base::MasterRecord first(static_cast<int32_t>(master.Stocks().size()) + 2);
@@ -161,7 +168,7 @@ base::Status StockStore::AddStocks(std::span<const NewStock> stocks) {
   transaction.Write(kMaster, int64_t{first.Value() - 1} * int64_t{kMasterRecordLength},
                     record_bytes);
   PriceSumChange sums(state_->location, state_->prices);
-  GrowPriceFiles(state_->prices, master.Header().date_record, *slots, sums, transaction);
+  GrowPriceFiles(state_->prices, master.Header().date_record, slots, sums, transaction);
   sums.AddTo(transaction);
   CompanionSumChange lists(state_->location);
   base::Status listed = ReplaceAdded(state_->location, *added, first, lists, transaction);

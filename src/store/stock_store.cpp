@@ -39,8 +39,12 @@ const SplitList& StockStore::Splits() const { return state_->splits; }
 std::span<const std::string> StockStore::Problems() const { return state_->problems; }
 
 bool StockStore::HasChangedOnDisk() const {
-  return FingerprintOf(state_->original) != state_->fingerprint;
+  // A file that was cut short and made whole again may look as it did before.
+  const bool is_whole = state_->prices.IsWhole() && (!state_->credit || state_->credit->IsWhole());
+  return !is_whole || FingerprintOf(state_->original) != state_->fingerprint;
 }
+
+void StockStore::ReleaseMemory() const { state_->prices.ReleaseMemory(); }
 
 int16_t StockStore::FirstFile() const {
   return state_->options.first_file.value_or(state_->master.Header().first_file);

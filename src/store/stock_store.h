@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <limits>
 #include <memory>
 #include <optional>
 #include <span>
@@ -38,6 +39,10 @@ struct OpenOptions {
   /// Used while opening alone.
   const StockStore* original = nullptr;
 };
+
+/// The most stocks that a store has ever room for: record numbers of orin.sys and slots have 16
+/// bits, and each has a record that is no stock's.
+inline constexpr int32_t kMostStocks = std::numeric_limits<int16_t>::max() - 1;
 
 /// A stock to be added; it gets the next record of the master and the next slot.
 struct NewStock {
@@ -87,7 +92,8 @@ class StockStore {
   [[nodiscard]] std::span<const std::string> Problems() const;
   /// Whether another process has changed any file of the store but the trend lines since it was
   /// loaded, or is about to; what was read after that may mix states before and after the change.
-  /// For a store that was opened for reading.
+  /// True as well once part of a price file was gone from the disk when it was read, which then
+  /// gave zeros. For a store that was opened for reading.
   [[nodiscard]] bool HasChangedOnDisk() const;
   /// The number of the first price file in use, as chosen when opening.
   [[nodiscard]] int16_t FirstFile() const;
@@ -118,14 +124,22 @@ class StockStore {
   /// that is missing, cannot be read or is damaged, as CheckStore does.
   [[nodiscard]] std::vector<std::string> LoadPriceCompanions() const;
 
+  /// Gives back the memory that loading bars takes: to be called now and then by a job that goes
+  /// through all stocks, so that it does not end up with all price files in memory.
+  void ReleaseMemory() const;
+
   // What follows needs Access::kWrite.
 
+  /// How many stocks AddStocks can add at most.
+  [[nodiscard]] int32_t RoomForStocks() const;
   /// Adds to orin.sys, orin.ind and orin.add and gives every price file the new slots. An
   /// orin.ind or orin.add that disagrees with orin.sys is kept as orin.ind.bad or orin.add.bad.
   base::Status AddStocks(std::span<const NewStock> stocks);
   /// One newer day for all stocks; a slot without a bar gets no data.
   base::Status AppendDay(base::Date date,
                          std::span<const std::pair<base::SlotRecord, base::Bar>> bars);
+  /// The earliest day that the price files can hold.
+  static base::Date EarliestDay() { return base::Date::FromSerial(1); }
   /// Makes every one of `dates` (ascending, 1899/12/31 to 9999/12/31) a day of the calendar,
   /// without data. Days newer than the newest are appended; others are put between, in front too.
   base::Status AddDays(std::span<const base::Date> dates);

@@ -164,13 +164,22 @@ base::Status StockStore::State::PrepareChange() {
   return {};
 }
 
+base::Status StockStore::State::CheckPricesAreWhole() {
+  if (prices.IsWhole()) return {};
+  in_doubt = true;
+  return base::Fail("「" + base::PathText(location.data_directory) +
+                    "」の株価ファイルがほかのプログラムに短くされたので、更新を中止しました。");
+}
+
 base::Status StockStore::State::Commit(Transaction& transaction) {
+  if (const base::Status whole = CheckPricesAreWhole(); !whole) return whole;
   const base::Status committed = transaction.Commit();
   if (transaction.InDoubt()) in_doubt = true;
   return committed;
 }
 
 base::Status StockStore::State::CommitHeader(const MasterHeader& header) {
+  if (const base::Status whole = CheckPricesAreWhole(); !whole) return whole;
   // One record lies within one disk sector, so that this write is whole or not at all and needs
   // no journal. What it commits is on the disk already.
   const MasterRecordBytes bytes = EncodeMasterHeader(header);

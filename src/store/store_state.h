@@ -93,6 +93,9 @@ struct StockStore::State {
   /// To be called before orin.ind and orin.add are replaced: keeps what they hold where it is
   /// damaged and would be lost.
   base::Status KeepDamagedCompanions();
+  /// Fails where a price file has been cut short since it was opened: what was read from it to be
+  /// written elsewhere may be zeros.
+  base::Status CheckPricesAreWhole();
   /// Commits and keeps in mind where that leaves doubt.
   base::Status Commit(Transaction& transaction);
   /// Writes record 1 of orin.sys: the commit of appended days.

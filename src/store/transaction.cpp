@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <thread>
 
+#include "base/temporary_file.h"
 #include "store/stored_file.h"
 
 namespace orin::store {
@@ -252,7 +253,9 @@ base::Result<std::optional<StoreLock>> LockForRecovery(
 
 base::Status RemoveLeftovers(const StoreLocation& location, base::FileSystem& files) {
   for (const auto& directory : {location.system_directory, location.data_directory}) {
-    if (const base::Status removed = RemoveStaged(directory, files); !removed) return removed;
+    base::Status removed = RemoveStaged(directory, files);
+    if (removed) removed = base::RemoveLeftTemporaries(files, directory);
+    if (!removed) return removed;
   }
   return {};
 }

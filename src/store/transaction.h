@@ -76,7 +76,8 @@ inline constexpr std::chrono::milliseconds kCommitPause{20};
 base::Result<std::optional<StoreLock>> LockForRecovery(
     const StoreLocation& location, std::chrono::steady_clock::time_point deadline);
 
-/// Removes staged files that no journal asks for. The caller holds the StoreLock and has
+/// Removes staged files that no journal asks for, and temporaries of processes that are gone. The
+/// caller holds the StoreLock and has
 /// recovered the store.
 base::Status RemoveLeftovers(const StoreLocation& location, base::FileSystem& files);
 

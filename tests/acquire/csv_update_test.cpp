@@ -3,7 +3,9 @@
 #include <fstream>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 
+#include "acquire/csv_files.h"
 #include "base/cp932.h"
 #include "support/faulty_file_system.h"
 #include "support/store_builder.h"
@@ -16,6 +18,7 @@ using support::AllBars;
 using support::Code;
 using support::FlatBar;
 using support::StoreBuilder;
+using ::testing::AllOf;
 using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 
@@ -265,6 +268,50 @@ TEST_F(CsvUpdateTest, WithoutACalendarNothingIsImported) {
                                      base::NativeFileSystem(), progress);
   ASSERT_FALSE(summary.has_value());
   EXPECT_THAT(summary.error().message, HasSubstr("^DJI.csv"));
+}
+
+TEST_F(CsvUpdateTest, AFileThatIsTooLargeOrNoFileCostsOnlyItself) {
+  WriteDaily("^DJI", {1, 2});
+  WriteDaily("AA", {5, 6});
+  WriteDaily("BIG", {7, 8});
+  fs::resize_file(root_ / "day/BIG.csv", kLargestCsvHistory + 1);
+  ASSERT_EQ(mkfifo((root_ / "day/PIPE.csv").c_str(), 0600), 0);
+  const CsvUpdateSummary summary = Update();
+  EXPECT_EQ(summary.files, 2);
+  EXPECT_THAT(Closes("AA"), ElementsAre(5, 6));
+  EXPECT_THAT(summary.problems,
+              ElementsAre(AllOf(HasSubstr("BIG.csv"), HasSubstr("大きすぎる")),
+                          AllOf(HasSubstr("PIPE.csv"), HasSubstr("通常のファイル"))));
+}
+
+TEST_F(CsvUpdateTest, ADayThatThePriceFilesCannotHoldCostsNoOther) {
+  Write("day/^DJI.csv", std::string(kHeader) + "1850/01/07,1,1,1,1,1\n2020/01/06,2,2,2,2,1\n");
+  const CsvUpdateSummary summary = Update();
+  EXPECT_EQ(summary.days, 1);
+  EXPECT_THAT(Closes("^DJI"), ElementsAre(2));
+  EXPECT_THAT(summary.problems, ElementsAre(HasSubstr("「1850/01/07」")));
+}
+
+TEST_F(CsvUpdateTest, StocksBeyondTheRoomOfTheStoreCostNoOther) {
+  WriteDaily("^DJI", {1});
+  WriteDaily("AA", {5});
+  std::string list = "銘柄コード,銘柄名,上場コード,種別コード,業種コード\n";
+  // The list leaves room for one of the two files, the calendar's.
+  for (int i = 1; i < store::kMostStocks; ++i) list += "S" + std::to_string(i) + ",s,1,1,1\n";
+  Write("list.csv", list);
+  const CsvUpdateSummary summary = Update();
+  EXPECT_EQ(summary.added_stocks, store::kMostStocks);
+  EXPECT_EQ(summary.files, 1);
+  EXPECT_THAT(Closes("^DJI"), ElementsAre(1));
+  EXPECT_THAT(summary.problems, ElementsAre(AllOf(HasSubstr("銘柄AAは"), HasSubstr("上限"))));
+  EXPECT_EQ(builder_.Open(store::Access::kWrite).RoomForStocks(), 0);
+}
+
+TEST(FileProblems, AreCountedBeyondThoseKept) {
+  FileProblems problems;
+  for (size_t i = 0; i < FileProblems::kKept + 3; ++i) problems.Add("x");
+  EXPECT_EQ(problems.Sentences().size(), FileProblems::kKept);
+  EXPECT_EQ(problems.Further(), 3);
 }
 
 }  // namespace

@@ -1,18 +1,30 @@
 #include "base/file_system.h"
 
+#include <algorithm>
 #include <csignal>
+#include <fcntl.h>
 #include <fstream>
+#include <functional>
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <set>
 #include <string>
+#include <sys/mman.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
+#include <vector>
 
+#include "base/file_descriptor.h"
+#include "base/temporary_file.h"
 #include "support/scratch_directory.h"
 
 namespace orin::base {
 namespace {
 
 namespace fs = std::filesystem;
+using ::testing::MatchesRegex;
 
 class FileSystemTest : public ::testing::Test {
  protected:
@@ -152,6 +164,153 @@ TEST_F(FileSystemTest, AReplacedLinkStaysALink) {
   EXPECT_EQ(ReadFile(scratch_ / "real/a").value(), "anew");
   fs::create_symlink("loop", scratch_ / "loop");
   ExpectFailure(ReplaceFile(files_, scratch_ / "loop", "x"), "loop", "リンクがたどれません");
+}
+
+/// Does something else just before the n-th operation.
+class Interleaved final : public FileSystem {
+ public:
+  Interleaved(int operation, std::function<void()> other)
+      : left_(operation), other_(std::move(other)) {}
+  [[nodiscard]] bool WasReached() const { return left_ <= 0; }
+
+  Result<std::unique_ptr<WritableFile>> OpenForUpdate(const fs::path& path) override {
+    return Files().OpenForUpdate(path);
+  }
+  Result<std::unique_ptr<WritableFile>> Create(const fs::path& path) override {
+    return Files().Create(path);
+  }
+  Result<std::unique_ptr<WritableFile>> CreateNew(const fs::path& path) override {
+    return Files().CreateNew(path);
+  }
+  Status Rename(const fs::path& from, const fs::path& to) override {
+    return Files().Rename(from, to);
+  }
+  Status Remove(const fs::path& path) override { return Files().Remove(path); }
+  Status MakeDirectory(const fs::path& path) override { return Files().MakeDirectory(path); }
+  Status SyncDirectory(const fs::path& path) override { return Files().SyncDirectory(path); }
+  Status SetPermissions(const fs::path& path, fs::perms permissions) override {
+    return Files().SetPermissions(path, permissions);
+  }
+
+ private:
+  FileSystem& Files() {
+    if (--left_ == 0) other_();
+    return NativeFileSystem();
+  }
+
+  int left_;
+  std::function<void()> other_;
+};
+
+TEST_F(FileSystemTest, OfTwoWritersOfOneFileOneStandsWhole) {
+  const std::string longer(9000, 'l');
+  Put("a", "old");
+  for (int operation = 1;; ++operation) {
+    Status other = Fail("not run");
+    Interleaved files(operation, [&] { other = ReplaceFile(files_, scratch_ / "a", longer); });
+    const Status own = ReplaceFile(files, scratch_ / "a", "short");
+    if (!files.WasReached()) break;
+    EXPECT_TRUE(own) << operation << own.error().message;
+    EXPECT_TRUE(other) << operation << other.error().message;
+    const std::string bytes = ReadFile(scratch_ / "a").value();
+    EXPECT_TRUE(bytes == longer || bytes == "short") << operation << " " << bytes.size();
+    EXPECT_EQ(std::distance(fs::directory_iterator(scratch_.Path()), {}), 1) << operation;
+  }
+}
+
+TEST_F(FileSystemTest, ANewFileIsNeverOneThatIsThere) {
+  Put("kept", "kept");
+  fs::create_symlink("kept", scratch_ / "link");
+  fs::create_symlink("none", scratch_ / "dangling");
+  for (const char* name : {"kept", "link", "dangling"}) {
+    const auto taken = files_.CreateNew(scratch_ / name);
+    ASSERT_TRUE(taken.has_value()) << name;
+    EXPECT_EQ(*taken, nullptr) << name;
+  }
+  EXPECT_EQ(ReadFile(scratch_ / "kept").value(), "kept");
+  EXPECT_FALSE(fs::exists(scratch_ / "none"));
+  const TemporaryFile first = CreateTemporary(files_, scratch_ / "a").value();
+  const TemporaryFile second = CreateTemporary(files_, scratch_ / "a").value();
+  EXPECT_NE(first.path, second.path);
+}
+
+TEST_F(FileSystemTest, TemporariesOfProcessesThatAreGoneAreRemoved) {
+  // A process that has been waited for is gone.
+  const pid_t child = fork();
+  if (child == 0) _exit(CreateTemporary(files_, scratch_ / "k.txt") ? 0 : 1);
+  int status = -1;
+  ASSERT_EQ(waitpid(child, &status, 0), child);
+  ASSERT_EQ(status, 0);
+  const std::string gone = std::to_string(child);
+  const fs::path left = fs::directory_iterator(scratch_.Path())->path();
+  EXPECT_THAT(left.filename().string(), MatchesRegex("k\\.txt\\.orin-" + gone + "-[0-9]+\\.tmp"));
+  const std::vector<std::string> kept = {
+      "k.txt.orin-" + gone + "-1", "k.txt." + gone + "-1.tmp", "k.txt.orin-" + gone + "-x.tmp",
+      "k.txt.orin-1-1.tmp",        ".orin-" + gone + "-1.tmp", "k.txt.orin-" + gone + ".tmp"};
+  for (const std::string& name : kept) Put(name, "kept");
+  ASSERT_TRUE(RemoveLeftTemporaries(files_, scratch_.Path()));
+  EXPECT_TRUE(RemoveLeftTemporaries(files_, scratch_ / "none"));
+  EXPECT_FALSE(fs::exists(left));
+  for (const std::string& name : kept) EXPECT_TRUE(fs::exists(scratch_ / name)) << name;
+}
+
+TEST_F(FileSystemTest, WhatIsNoRegularFileIsNotReplaced) {
+  ASSERT_EQ(mkfifo((scratch_ / "pipe").c_str(), 0600), 0);
+  fs::create_symlink("pipe", scratch_ / "to_pipe");
+  fs::create_symlink("/dev/null", scratch_ / "to_device");
+  fs::create_directory(scratch_ / "directory");
+  const auto count = [this] { return std::distance(fs::directory_iterator(scratch_.Path()), {}); };
+  const auto before = count();
+  for (const char* name : {"pipe", "to_pipe", "to_device"}) {
+    ExpectFailure(ReplaceFile(files_, scratch_ / name, "x"), name, "通常のファイルではない");
+  }
+  ExpectFailure(ReplaceFile(files_, scratch_ / "directory", "x"), "directory", "ディレクトリです");
+  EXPECT_TRUE(fs::is_fifo(scratch_ / "pipe"));
+  EXPECT_TRUE(fs::is_symlink(scratch_ / "to_device"));
+  EXPECT_TRUE(fs::is_character_file(scratch_ / "to_device"));
+  EXPECT_EQ(count(), before);
+  ExpectFailure(StatusOf(ReadFile(scratch_ / "to_device")), "to_device", "通常のファイル");
+}
+
+TEST_F(FileSystemTest, AFileBeyondTheLimitIsNotRead) {
+  Put("a", "12345");
+  EXPECT_EQ(ReadFile(scratch_ / "a", 5).value(), "12345");
+  ExpectFailure(StatusOf(ReadFile(scratch_ / "a", 4)), "/a", "大きすぎる");
+  // A hole of a terabyte takes no room on the disk, but would in memory.
+  Put("hole", "");
+  fs::resize_file(scratch_ / "hole", uintmax_t{1} << 40);
+  ExpectFailure(StatusOf(ReadFile(scratch_ / "hole")), "/hole", "大きすぎる");
+}
+
+TEST_F(FileSystemTest, AMappedFileThatIsCutShortReadsAsZerosAndIsNotWhole) {
+  const std::string bytes(100'000, 'x');
+  Put("a", bytes);
+  Put("other", bytes);
+  const MappedFile mapped = MappedFile::Open(scratch_ / "a").value();
+  const MappedFile other = MappedFile::Open(scratch_ / "other").value();
+  ASSERT_TRUE(mapped.IsWhole());
+  fs::resize_file(scratch_ / "a", 10);
+  EXPECT_FALSE(mapped.IsWhole()) << "before anything is read";
+  EXPECT_EQ(mapped.Bytes().substr(0, 12), std::string_view("xxxxxxxxxx\0\0", 12));
+  EXPECT_EQ(std::ranges::count(mapped.Bytes(), 'x'), 10);
+  // Restored to its old length, its lost pages still are.
+  Put("a", bytes);
+  EXPECT_FALSE(mapped.IsWhole());
+  EXPECT_TRUE(other.IsWhole());
+  EXPECT_TRUE(MappedFile::Open(scratch_ / "a")->IsWhole());
+  fs::remove(scratch_ / "other");
+  EXPECT_TRUE(other.IsWhole());
+}
+
+TEST_F(FileSystemTest, AnotherBadAddressStillEndsTheProgram) {
+  Put("a", "x");
+  const MappedFile guarded = MappedFile::Open(scratch_ / "a").value();
+  const FileDescriptor file = FileDescriptor::Open(scratch_ / "a", O_RDWR);
+  void* data = mmap(nullptr, 4096, PROT_READ, MAP_SHARED, file.Number(), 0);
+  ASSERT_NE(data, MAP_FAILED);
+  fs::resize_file(scratch_ / "a", 0);
+  EXPECT_DEATH(static_cast<void>(*static_cast<const volatile char*>(data)), "");
+  munmap(data, 4096);
 }
 
 TEST_F(FileSystemTest, AMappingMovesWithItsOwner) {

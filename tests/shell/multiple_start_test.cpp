@@ -79,7 +79,7 @@ TEST_F(MultipleStart, SecondInstanceLeavesTheMarkersOfTheFirst) {
 
 TEST_F(MultipleStart, RecoveryRemovesWhatAKilledWriterLeft) {
   LeaveMarkers();
-  const std::vector<std::filesystem::path> leftovers = {
+  std::vector<std::filesystem::path> leftovers = {
       home_.Places().ini_file.string() + ".tmp",
       home_.SettingsDirectory() / "orin.trn.tmp",
       home_.SettingsDirectory() / "orinsim.ini.tmp",
@@ -87,6 +87,10 @@ TEST_F(MultipleStart, RecoveryRemovesWhatAKilledWriterLeft) {
       home_.System() / "orin.fee.tmp",
       home_.System() / "企業url.txt.tmp",
       home_.Store().data_directory / "orin002.dat.tmp"};
+  // No process has a number this high.
+  leftovers.push_back(home_.System() / "orin.fee.orin-999999999-1.tmp");
+  leftovers.push_back(home_.SettingsDirectory() / "orin.chk.orin-999999999-1.tmp");
+  leftovers.push_back(home_.Store().data_directory / "K20200107.LOG.orin-999999999-1.tmp");
   for (const auto& leftover : leftovers) PutFile(leftover, "half");
   PutFile(home_.System() / "mine.tmp", "kept");
   home_.Screen().Questions().WillAnswer(Answer::kNo);

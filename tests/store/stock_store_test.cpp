@@ -297,5 +297,58 @@ TEST(StockStore, ReaderTellsWhetherAnotherHasChangedTheFiles) {
   }
 }
 
+/// Makes the file shorter while it is mapped, as a restore that copies over it does.
+class CutShort {
+ public:
+  CutShort(const StoreLocation& location, int16_t file, uintmax_t length)
+      : path_(PathOf(location, {FileKind::kDaily, file})),
+        bytes_(base::ReadFile(path_).value()),
+        time_(fs::last_write_time(path_)) {
+    fs::resize_file(path_, length);
+  }
+  void PutBack() const {
+    std::ofstream(path_, std::ios::binary) << bytes_;
+    fs::last_write_time(path_, time_);
+  }
+
+ private:
+  fs::path path_;
+  std::string bytes_;
+  fs::file_time_type time_;
+};
+
+TEST(StockStore, AFileCutShortUnderAReaderIsAChange) {
+  StoreBuilder builder("cut_reader");
+  builder.Days(Weekdays("2020/01/06", 150)).Stock("A", Rising(150));
+  const StockStore reader = builder.Open();
+  const StockStore unaware = builder.Open();
+  const CutShort cut(builder.Location(), 1, 0);
+  EXPECT_EQ(Closes(reader, "A").size(), 150U);
+  EXPECT_TRUE(reader.HasChangedOnDisk());
+  cut.PutBack();
+  EXPECT_TRUE(reader.HasChangedOnDisk()) << "what it has read was zeros";
+  EXPECT_FALSE(unaware.HasChangedOnDisk()) << "what it reads is as it was";
+  EXPECT_EQ(Closes(unaware, "A").back(), 150);
+}
+
+TEST(StockStore, NothingIsWrittenFromAFileCutShort) {
+  StoreBuilder builder("cut_writer");
+  builder.Days(Weekdays("2020/01/06", 150)).Stock("A", Rising(150));
+  StockStore writer = builder.Open(Access::kWrite);
+  const CutShort cut(builder.Location(), 1, 5000);
+  const std::vector<base::Date> earlier = {Day("2020/01/03")};
+  const base::Status added = writer.AddDays(earlier);
+  ASSERT_FALSE(added);
+  EXPECT_THAT(added.error().message, HasSubstr("短くされた"));
+  EXPECT_FALSE(writer.AddDays(earlier)) << "as long as the file is short";
+  cut.PutBack();
+  EXPECT_TRUE(writer.AddDays(earlier));
+  const std::vector<double> closes = Closes(writer, "A");
+  ASSERT_EQ(closes.size(), 151U);
+  EXPECT_EQ(closes[1], 1);
+  EXPECT_EQ(closes.back(), 150);
+  EXPECT_THAT(Findings(builder.Location()), IsEmpty());
+}
+
 }  // namespace
 }  // namespace orin::store

@@ -178,6 +178,15 @@ Result<std::unique_ptr<base::WritableFile>> FaultyFileSystem::Create(const fs::p
   return std::make_unique<File>(*this, place, std::move(*file));
 }
 
+Result<std::unique_ptr<base::WritableFile>> FaultyFileSystem::CreateNew(const fs::path& path) {
+  if (const Status alive = Begin(); !alive) return base::Forward(alive);
+  auto file = base::NativeFileSystem().CreateNew(path);
+  if (!file || !*file) return file;
+  const Place place = PlaceOf(path);
+  PendName(path, [place] { fs::remove(*place); });
+  return std::make_unique<File>(*this, place, std::move(*file));
+}
+
 Status FaultyFileSystem::Rename(const fs::path& from, const fs::path& to) {
   if (const Status alive = Begin(); !alive) return alive;
   const bool replaces = fs::exists(to);

@@ -55,7 +55,7 @@ const KeyTable<AnalysisGroup>& AnalysisGroupTable() {
 }
 
 base::Result<AnalysisGroup> LoadAnalysisGroup(const std::filesystem::path& path) {
-  const auto bytes = base::ReadFile(path);
+  const auto bytes = base::ReadFile(path, base::kLargestProfile);
   if (!bytes) return base::Forward(bytes);
   return ReadAnalysisGroup(base::ProfileFile::Parse(*bytes));
 }
