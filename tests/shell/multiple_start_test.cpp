@@ -79,14 +79,13 @@ TEST_F(MultipleStart, SecondInstanceLeavesTheMarkersOfTheFirst) {
 
 TEST_F(MultipleStart, RecoveryRemovesWhatAKilledWriterLeft) {
   LeaveMarkers();
-  std::vector<std::filesystem::path> leftovers = {
-      home_.Places().ini_file.string() + ".tmp",
-      home_.SettingsDirectory() / "orin.trn.tmp",
-      home_.SettingsDirectory() / "orinsim.ini.tmp",
-      home_.Program() / "orinsim.ini.tmp",
-      home_.System() / "orin.fee.tmp",
-      home_.System() / "企業url.txt.tmp",
-      home_.Store().data_directory / "orin002.dat.tmp"};
+  std::vector<std::filesystem::path> leftovers = {home_.Places().ini_file.string() + ".tmp",
+                                                  home_.SettingsDirectory() / "orin.trn.tmp",
+                                                  home_.SettingsDirectory() / "orinsim.ini.tmp",
+                                                  home_.Program() / "orinsim.ini.tmp",
+                                                  home_.System() / "orin.fee.tmp",
+                                                  home_.System() / "企業url.txt.tmp",
+                                                  home_.Store().data_directory / "orin002.dat.tmp"};
   // No process has a number this high.
   leftovers.push_back(home_.System() / "orin.fee.orin-999999999-1.tmp");
   leftovers.push_back(home_.SettingsDirectory() / "orin.chk.orin-999999999-1.tmp");
