@@ -34,7 +34,7 @@ constexpr int32_t kCut = 37;
 constexpr int32_t kFirstSerial = 43836;  // 2020/01/06, a Monday
 
 // The running week is another one from one day to the next; a hole is among them.
-constexpr std::array<int32_t, 9> kSingleDays = {60, 1, 37, 36, 38, 5, 23, 59, 2};
+constexpr std::array<int32_t, 5> kSingleDays = {60, 1, 37, 36, 23};
 
 /// A walk with holes: single days, the days 20 to 27 (a whole week) and, of the second stock, the
 /// first ones too. Some volumes are 0.
@@ -137,6 +137,10 @@ void CheckEditing(std::string_view text) {
   const std::string mended = orin::analysis::PastedCondition(text);
   Require(orin::analysis::PastedCondition(mended) == mended, "what has been mended stays");
 }
+
+/// Stacks of allocations cost an eighth of the time; ASAN_OPTIONS asks for them where a crash is
+/// looked into.
+extern "C" const char* __asan_default_options() { return "malloc_context_size=0"; }
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   const std::string_view text(reinterpret_cast<const char*>(data), size);

@@ -1,5 +1,6 @@
 #include "analysis/items/item_catalogue.h"
 
+#include <array>
 #include <unordered_map>
 
 #include "analysis/condition_text.h"
@@ -51,13 +52,20 @@ std::string InParentheses(std::string_view abbreviation) {
   return abbreviation.empty() ? "" : "（" + std::string(abbreviation) + "）";
 }
 
-/// `folded` is a daily name.
-bool IsSimilar(const ItemEntry& entry, std::string_view folded) {
-  const std::string name(entry.name);
-  if (Folded(name) == folded) return true;
-  if (entry.abbreviation.empty()) return false;
-  return Folded(entry.abbreviation) == folded ||
-         Folded(name + InParentheses(entry.abbreviation)) == folded;
+/// Of one form: its items by what their daily names, abbreviations and shown names are folded.
+using SimilarItems = std::unordered_map<std::string, const ItemEntry*>;
+
+SimilarItems MakeSimilarItems(SeriesForm form) {
+  SimilarItems items;
+  for (const ItemEntry& entry : ItemCatalogue()) {
+    if (!entry.HasForm(form)) continue;
+    const std::string name(entry.name);
+    items.try_emplace(Folded(name), &entry);
+    if (entry.abbreviation.empty()) continue;
+    items.try_emplace(Folded(entry.abbreviation), &entry);
+    items.try_emplace(Folded(name + InParentheses(entry.abbreviation)), &entry);
+  }
+  return items;
 }
 
 using NameIndex = std::unordered_map<std::string, FoundItem>;
@@ -151,14 +159,17 @@ FoundItem FindItem(std::string_view name) {
 }
 
 FoundItem FindSimilarItem(std::string_view name) {
+  // Folded once: a text that is pasted may hold very many names that no item has.
+  static const std::array<SimilarItems, std::size(kFormWords)> similar = {
+      MakeSimilarItems(SeriesForm::kDaily), MakeSimilarItems(SeriesForm::kWeekly),
+      MakeSimilarItems(SeriesForm::kMonthly), MakeSimilarItems(SeriesForm::kSecond)};
   for (const SeriesForm form : kAllForms) {
     const std::string_view prefix = WordsOf(form).prefix;
     if (form != SeriesForm::kDaily && !name.starts_with(prefix)) continue;
     // The rest is compared with daily names, because folding writes 週 and 月 as 日.
-    const std::string rest = Folded(name.substr(prefix.size()));
-    for (const ItemEntry& entry : ItemCatalogue()) {
-      if (entry.HasForm(form) && IsSimilar(entry, rest)) return {&entry, form};
-    }
+    const SimilarItems& items = similar[static_cast<size_t>(form)];
+    const auto found = items.find(Folded(name.substr(prefix.size())));
+    if (found != items.end()) return {found->second, form};
   }
   return {};
 }
