@@ -80,7 +80,10 @@ class Copy {
  public:
   Copy(const StoreLocation& store, const fs::path& directory, base::FileSystem& files,
        base::Progress& progress)
-      : store_(store), copy_{directory, directory}, files_(files), progress_(progress) {}
+      : store_(store::WithFoundNames(store)),
+        copy_(store::WithFoundNames({directory, directory})),
+        files_(files),
+        progress_(progress) {}
 
   base::Status Prepare() {
     const fs::path& directory = copy_.system_directory;
@@ -165,7 +168,7 @@ class Copy {
     return status;
   }
 
-  const StoreLocation& store_;
+  StoreLocation store_;
   StoreLocation copy_;
   base::FileSystem& files_;
   base::Progress& progress_;
@@ -205,7 +208,7 @@ void UseRamDisk(StartUpRun& run) {
     run.problems.AddFailure(StartUpStep::kRamDisk, opened);
     if (opened) {
       state.store.emplace(std::move(*opened));
-      state.ram_disk = location;
+      state.ram_disk = state.store->Location();
     }
   }
   run.problems.Show();

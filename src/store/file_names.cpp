@@ -4,6 +4,9 @@
 #include <array>
 #include <charconv>
 #include <cstdio>
+#include <set>
+#include <system_error>
+#include <utility>
 
 namespace orin::store {
 
@@ -80,6 +83,57 @@ std::filesystem::path PathFromUtf8(std::string_view name) {
   return std::filesystem::path(std::u8string(name.begin(), name.end()));
 }
 
+/// The usual names have no upper-case letters.
+std::string InLowerCase(std::string_view name) {
+  std::string lower(name);
+  for (char& c : lower) {
+    if (c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
+  }
+  return lower;
+}
+
+/// The store file that a name, or the name of what is kept beside a file, stands for.
+std::optional<StoreFile> FileOf(std::string_view name) {
+  if (const auto file = ParseFileName(name)) return file;
+  for (const std::string_view suffix : {kStagedSuffix, kSetAsideSuffix}) {
+    if (InLowerCase(name).ends_with(suffix)) {
+      return ParseFileName(name.substr(0, name.size() - suffix.size()));
+    }
+  }
+  return std::nullopt;
+}
+
+/// The names of the store's files, and of what is kept beside them, that lie where they belong.
+std::vector<std::pair<StoreFile, std::string>> NamesIn(const StoreLocation& location) {
+  std::vector<std::pair<StoreFile, std::string>> names;
+  for (const auto& directory :
+       std::set<std::filesystem::path>{location.system_directory, location.data_directory}) {
+    std::error_code failure;
+    std::filesystem::directory_iterator entry(directory, failure);
+    for (; !failure && entry != std::filesystem::directory_iterator(); entry.increment(failure)) {
+      const std::u8string u8 = entry->path().filename().u8string();
+      std::string name(u8.begin(), u8.end());
+      const auto file = FileOf(name);
+      if (file && DirectoryOf(location, *file) == directory) {
+        names.emplace_back(*file, std::move(name));
+      }
+    }
+  }
+  return names;
+}
+
+/// A name beside the file's: as it is found there, else the file's own with the suffix.
+std::filesystem::path PathBeside(const StoreLocation& location, const StoreFile& file,
+                                 std::string_view suffix) {
+  const auto found = location.found_names.find(FileName(file) + std::string(suffix));
+  if (found != location.found_names.end()) {
+    return DirectoryOf(location, file) / PathFromUtf8(found->second);
+  }
+  std::filesystem::path path = PathOf(location, file);
+  path += suffix;
+  return path;
+}
+
 }  // namespace
 
 std::string FileName(const StoreFile& file) {
@@ -92,7 +146,8 @@ std::string FileName(const StoreFile& file) {
   return std::string(family->prefix) + digits.data() + std::string(family->suffix);
 }
 
-std::optional<StoreFile> ParseFileName(std::string_view name) {
+std::optional<StoreFile> ParseFileName(std::string_view any_case) {
+  const std::string name = InLowerCase(any_case);
   for (const FixedName& fixed : kFixedNames) {
     if (fixed.name == name) return StoreFile{fixed.kind, 0};
   }
@@ -100,7 +155,8 @@ std::optional<StoreFile> ParseFileName(std::string_view name) {
     if (!name.starts_with(family.prefix) || !name.ends_with(family.suffix)) continue;
     const size_t fixed = family.prefix.size() + family.suffix.size();
     if (name.size() != fixed + kNumberWidth) continue;
-    const auto number = ParseNumber(name.substr(family.prefix.size(), kNumberWidth));
+    const auto number =
+        ParseNumber(std::string_view(name).substr(family.prefix.size(), kNumberWidth));
     if (number && *number >= family.first) return StoreFile{family.kind, *number};
   }
   return std::nullopt;
@@ -113,19 +169,18 @@ const std::filesystem::path& DirectoryOf(const StoreLocation& location, const St
 }
 
 std::filesystem::path PathOf(const StoreLocation& location, const StoreFile& file) {
-  return DirectoryOf(location, file) / PathFromUtf8(FileName(file));
+  const std::string name = FileName(file);
+  const auto found = location.found_names.find(name);
+  return DirectoryOf(location, file) /
+         PathFromUtf8(found == location.found_names.end() ? name : found->second);
 }
 
 std::filesystem::path StagedPathOf(const StoreLocation& location, const StoreFile& file) {
-  std::filesystem::path path = PathOf(location, file);
-  path += kStagedSuffix;
-  return path;
+  return PathBeside(location, file, kStagedSuffix);
 }
 
 std::filesystem::path SetAsidePathOf(const StoreLocation& location, const StoreFile& file) {
-  std::filesystem::path path = PathOf(location, file);
-  path += kSetAsideSuffix;
-  return path;
+  return PathBeside(location, file, kSetAsideSuffix);
 }
 
 std::string CodeFileStem(const StockCode& code) {
@@ -157,9 +212,38 @@ std::optional<StockCode> ParseCodeFileStem(std::string_view stem) {
   return code ? std::optional(*code) : std::nullopt;
 }
 
-std::optional<StoreFile> ParseStagedName(std::string_view name) {
+std::optional<StoreFile> ParseStagedName(std::string_view any_case) {
+  const std::string name = InLowerCase(any_case);
   if (!name.ends_with(kStagedSuffix)) return std::nullopt;
-  return ParseFileName(name.substr(0, name.size() - kStagedSuffix.size()));
+  return ParseFileName(std::string_view(name).substr(0, name.size() - kStagedSuffix.size()));
+}
+
+StoreLocation WithFoundNames(const StoreLocation& location) {
+  StoreLocation found = location;
+  found.found_names.clear();
+  std::set<std::string> usual;
+  for (const auto& [file, name] : NamesIn(location)) {
+    std::string lower = InLowerCase(name);
+    if (lower == name) {
+      usual.insert(std::move(lower));
+    } else {
+      // Of several, the first in byte order, so that every run takes the same one.
+      std::string& kept = found.found_names[std::move(lower)];
+      if (kept.empty() || name < kept) kept = name;
+    }
+  }
+  for (const std::string& name : usual) found.found_names.erase(name);
+  return found;
+}
+
+std::vector<std::filesystem::path> UnusedNames(const StoreLocation& location) {
+  std::vector<std::filesystem::path> unused;
+  for (const auto& [file, name] : NamesIn(location)) {
+    std::filesystem::path path = DirectoryOf(location, file) / PathFromUtf8(name);
+    if (ParseFileName(name) && path != PathOf(location, file)) unused.push_back(std::move(path));
+  }
+  std::ranges::sort(unused);
+  return unused;
 }
 
 }  // namespace orin::store

@@ -6,6 +6,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "store/stock_code.h"
 #include "store/store_location.h"
@@ -45,11 +46,12 @@ struct StoreFile {
 
 /// The name without its directory, UTF-8.
 std::string FileName(const StoreFile& file);
-/// nullopt for every name that FileName never gives.
+/// ASCII letters in any case; nullopt for every other name that FileName never gives.
 std::optional<StoreFile> ParseFileName(std::string_view name);
 
 /// The directory the file belongs in.
 const std::filesystem::path& DirectoryOf(const StoreLocation& location, const StoreFile& file);
+/// Under the name found there, else the usual one.
 std::filesystem::path PathOf(const StoreLocation& location, const StoreFile& file);
 /// The file's new content until it takes the file's name; the name is the file's with ".tmp".
 std::filesystem::path StagedPathOf(const StoreLocation& location, const StoreFile& file);
@@ -65,5 +67,12 @@ std::optional<StockCode> ParseCodeFileStem(std::string_view stem);
 
 /// The store file that a staged file's name stands for; nullopt for any other name.
 std::optional<StoreFile> ParseStagedName(std::string_view name);
+
+/// The location with the names of its files as one look at the directories finds them. A file of
+/// the usual name goes before others of the same letters. Nothing found where a directory cannot
+/// be read.
+StoreLocation WithFoundNames(const StoreLocation& location);
+/// The files that differ by case alone from one that PathOf names, and so are not used.
+std::vector<std::filesystem::path> UnusedNames(const StoreLocation& location);
 
 }  // namespace orin::store

@@ -28,6 +28,8 @@ std::vector<int16_t> DailyNumbers(const StoreLocation& location) {
     if (file && file->kind == FileKind::kDaily) numbers.push_back(file->number);
   }
   std::ranges::sort(numbers);
+  const auto twins = std::ranges::unique(numbers);
+  numbers.erase(twins.begin(), twins.end());
   return numbers;
 }
 

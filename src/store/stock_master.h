@@ -32,6 +32,14 @@ inline constexpr int16_t kSectorIndex = 926;
 /// "原材料", "消費財", ... "指数"; "未登録" for a code outside the table.
 std::string_view SectorName(int16_t sector_code);
 
+/// A reserved part as a new record has it: `zeros` bytes of numbers, then texts.
+template <size_t kWidth>
+constexpr std::array<char, kWidth> NewReserved(size_t zeros) {
+  std::array<char, kWidth> bytes{};
+  for (size_t i = zeros; i < kWidth; ++i) bytes[i] = ' ';
+  return bytes;
+}
+
 /// A stock's record of orin.sys.
 struct StockRecord {
   StockCode code;
@@ -40,8 +48,8 @@ struct StockRecord {
   int16_t kind = 1;
   int16_t sector = 0;
   int16_t rank = 0;
-  std::string name;                    // UTF-8, at most 16 bytes in code page 932
-  std::array<char, 18> reserved = {};  // kept as read
+  std::string name;                                    // UTF-8, at most 16 bytes in code page 932
+  std::array<char, 18> reserved = NewReserved<18>(2);  // an int16, a text; kept as read
 };
 
 /// Record 1 of orin.sys: the state of the price files.
@@ -53,7 +61,8 @@ struct MasterHeader {
   int16_t current_record = 0;  // last used slot of the current file, 1..100
   int16_t credit_first = 0;
   int16_t credit_current = 0;
-  std::array<char, 32> reserved = {};  // kept as read
+  /// A number of 8 bytes, an int16, texts of 8 and 14; kept as read.
+  std::array<char, 32> reserved = NewReserved<32>(10);
 
   bool operator==(const MasterHeader&) const = default;
 };

@@ -13,10 +13,10 @@ namespace orin::store {
 base::Result<StockStore> StockStore::Open(const StoreLocation& location, const OpenOptions& options,
                                           base::FileSystem& files) {
   auto state = std::make_unique<State>();
-  state->location = location;
+  state->location = WithFoundNames(location);
   state->options = options;
   state->files = &files;
-  state->original = location;
+  state->original = state->location;
   if (options.original != nullptr) {
     state->original = options.original->state_->original;
     state->fingerprint = options.original->state_->fingerprint;

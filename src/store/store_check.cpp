@@ -62,6 +62,11 @@ base::Result<std::vector<std::string>> CheckFiles(const StoreLocation& location,
     findings.Add("「" + base::PathText(damaged_journal) +
                  "」に、壊れていたため行わなかった更新があります。");
   }
+  for (const std::filesystem::path& unused : UnusedNames(location)) {
+    findings.Add("「" + base::PathText(unused) +
+                 "」は、大文字と小文字だけが違う名前の株価データのファイルがほかにあるので、"
+                 "使われません。");
+  }
   CheckMaster(store, findings);
   const base::Status prices = CheckPrices(store, progress, findings);
   if (!prices) return base::Forward(prices);
@@ -85,9 +90,10 @@ base::Result<std::vector<std::string>> CheckStore(const StoreLocation& location,
   return CheckStore(location, progress, base::NativeFileSystem());
 }
 
-base::Result<std::vector<std::string>> CheckStore(const StoreLocation& location,
+base::Result<std::vector<std::string>> CheckStore(const StoreLocation& directories,
                                                   base::Progress& progress, base::FileSystem& files,
                                                   CheckScope scope) {
+  const StoreLocation location = WithFoundNames(directories);
   std::error_code failure;
   if (!std::filesystem::is_directory(location.system_directory, failure)) {
     return CheckFiles(location, progress, scope);

@@ -100,7 +100,8 @@ base::Status MakeFiles(const StoreLocation& location, std::span<const NewFile> n
 
 }  // namespace
 
-base::Status StockStore::Create(const StoreLocation& location, base::FileSystem& files) {
+base::Status StockStore::Create(const StoreLocation& directories, base::FileSystem& files) {
+  const StoreLocation location = WithFoundNames(directories);
   const auto new_files = EmptyStore();
   if (!new_files) return base::Forward(new_files);
   // First without the lock, which needs the directory: a refusal makes nothing.

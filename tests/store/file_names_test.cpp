@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "support/store_builder.h"
+#include "support/test_files.h"
 
 namespace orin::store {
 namespace {
@@ -26,6 +27,8 @@ TEST(FileNames, EveryFileOfTheStoreIsMadeAndParsedAlike) {
     EXPECT_EQ(FileName(file), name);
     EXPECT_EQ(ParseFileName(name), file) << name;
     EXPECT_EQ(ParseStagedName(name + ".tmp"), file) << name;
+    EXPECT_EQ(ParseFileName(support::UpperCase(name)), file) << name;
+    EXPECT_EQ(ParseStagedName(support::UpperCase(name) + ".TMP"), file) << name;
   }
 }
 
@@ -54,7 +57,6 @@ TEST(FileNames, NoOtherNameIsAStoreFile) {
                                  "orinm.rnk.rnk",
                                  "orin001.dat ",
                                  " orin001.dat",
-                                 "orin001.DAT",
                                  "orin001.dat.tmp",
                                  "../orin.sys",
                                  "data/orin001.dat",

@@ -158,5 +158,12 @@ TEST(PriceFormat, CreditAndIntradayEntries) {
   EXPECT_EQ(DecodeIntradayBar(intraday.data()), bar);
 }
 
+TEST(ReservedFields, OfNewRecordsHaveZeroNumbersAndBlankTexts) {
+  const std::string zeros(10, '\0');
+  EXPECT_EQ(AsText(EncodeMasterHeader(MasterHeader())).substr(20), zeros + std::string(22, ' '));
+  EXPECT_EQ(AsText(EncodeStockRecord(StockRecord()).value()).substr(34),
+            zeros.substr(0, 2) + std::string(16, ' '));
+}
+
 }  // namespace
 }  // namespace orin::store

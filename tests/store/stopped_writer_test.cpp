@@ -13,6 +13,7 @@
 #include "store/transaction.h"
 #include "support/faulty_file_system.h"
 #include "support/store_builder.h"
+#include "support/test_files.h"
 
 namespace orin::store {
 namespace {
@@ -33,6 +34,7 @@ struct Job {
   std::string name;
   size_t days;  // in the store before
   std::function<base::Status(StockStore&)> run;
+  bool has_upper_case_names = false;
 };
 
 void PrintTo(const Job& job, std::ostream* out) { *out << job.name; }
@@ -106,6 +108,9 @@ std::vector<Job> Jobs() {
       {"SplitList", 3, [](StockStore& store) { return store.SaveSplits(SplitList({TheSplit()})); }},
       {"Companies", 3, SaveSomeCompanies},
       {"SplitCorrection", 102, [](StockStore& store) { return store.CorrectForSplit(TheSplit()); }},
+      {"UpperCaseDayThatBeginsAFile", 100, AppendNextDay, true},
+      {"UpperCaseDaysInBetween", 99, InsertDays, true},
+      {"UpperCaseStocks", 102, AddTwoStocks, true},
   };
 }
 
@@ -150,6 +155,10 @@ class StoppedWriter : public ::testing::TestWithParam<Job> {
       builder.Stock(code, bars);
     }
     const StoreLocation built = builder.Build();
+    if (GetParam().has_upper_case_names) {
+      orin::support::RenameToUpperCase(built.system_directory);
+      orin::support::RenameToUpperCase(built.data_directory);
+    }
     root_ = built.system_directory.parent_path();
     pristine_ = root_;
     pristine_ += "_pristine";

@@ -26,4 +26,9 @@ inline void PutFile(const std::filesystem::path& path, std::string_view bytes) {
   std::ofstream(path, std::ios::binary) << bytes;
 }
 
+/// ASCII letters alone.
+std::string UpperCase(std::string name);
+/// Gives every file of the directory, none below it, its name in upper case.
+void RenameToUpperCase(const std::filesystem::path& directory);
+
 }  // namespace orin::support

@@ -3,6 +3,7 @@
 #include <memory>
 
 #include "app/orin_cli/command.h"
+#include "base/paths.h"
 #include "shell/store_places.h"
 #include "store/system_file_listing.h"
 
@@ -16,7 +17,7 @@ base::Result<std::filesystem::path> Locate(const Session& session, const std::st
   if (path.has_parent_path()) return path;
   const auto settings = shell::LoadSettings(session.places);
   if (!settings) return base::Forward(settings);
-  return shell::LocateStore(settings->bus, session.places).system_directory / path;
+  return base::NativePath(file, shell::LocateStore(settings->bus, session.places).system_directory);
 }
 
 int RunSystemFile(const Session& session, const std::string& file) {
