@@ -154,9 +154,9 @@ TEST_F(LayoutOfRealQuotes, TrendLinesAndSplitsAreDrawnWhereTheSettingsSaySo) {
 }
 
 TEST_F(LayoutOfRealQuotes, TrendLinesOfACopyAreThoseOfTheStoreItself) {
-  const auto& [system, data] = store_.Location();
+  const std::filesystem::path& system = store_.Location().system_directory;
   const std::filesystem::path directory = system.parent_path() / "copy";
-  for (const auto& from : {system, data}) {
+  for (const auto& from : {system, store_.Location().data_directory}) {
     std::filesystem::copy(from, directory);
   }
   const auto copy = store::StockStore::Open(
