@@ -28,8 +28,8 @@ std::vector<int16_t> DailyNumbers(const StoreLocation& location) {
     if (file && file->kind == FileKind::kDaily) numbers.push_back(file->number);
   }
   std::ranges::sort(numbers);
-  const auto twins = std::ranges::unique(numbers);
-  numbers.erase(twins.begin(), twins.end());
+  // Two names that differ by case alone are one file to the store.
+  numbers.erase(std::unique(numbers.begin(), numbers.end()), numbers.end());
   return numbers;
 }
 
@@ -81,18 +81,21 @@ HeaderProof ProveHeader(const StoreLocation& location, const MasterHeader& heade
     findings.Add(master + "の日付レコード" + std::to_string(header.date_record) +
                  "が、株価ファイルのないときの1と違います。");
   }
+  const auto outside = [&](int16_t number, const std::string& bound) {
+    return "株価ファイル" + Named(location, {FileKind::kDaily, number}) + "の番号が" + master +
+           "の" + bound + "です。";
+  };
+  const std::string before = "先頭ファイル" + std::to_string(header.first_file) + "より前";
+  const std::string behind = "カレントファイル" + std::to_string(header.current_file) + "より後";
   for (const int16_t number : DailyNumbers(location)) {
-    const std::string file = "株価ファイル" + Named(location, {FileKind::kDaily, number});
     if (number < header.first_file) {
-      findings.AddOfKind("before", file + "の番号が" + master + "の先頭ファイル" +
-                                       std::to_string(header.first_file) + "より前です。");
+      findings.AddOfKind("before", outside(number, before));
     } else if (number <= header.current_file) {
       continue;
     } else if (IsLeftover(location, header, last_day, number)) {
       proof.leftover = number;
     } else {
-      findings.AddOfKind("behind", file + "の番号が" + master + "のカレントファイル" +
-                                       std::to_string(header.current_file) + "より後です。");
+      findings.AddOfKind("behind", outside(number, behind));
     }
   }
   findings.EndGroup();
