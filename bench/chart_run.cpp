@@ -21,7 +21,7 @@
 #include "chart/layout.h"
 #include "chart/ui/chart_painter.h"
 #include "market_maker.h"
-#include "shell/settings/settings.h"
+#include "settings/settings.h"
 #include "store/stock_store.h"
 
 namespace {
@@ -68,8 +68,8 @@ bool Measure(const std::string& name, const fs::path& market, int32_t days) {
     std::cerr << store.error().message << '\n';
     return false;
   }
-  const shell::Settings settings =
-      shell::LoadWhatIsReadable({market, market / "orin.ini"}).settings;
+  const settings::Settings settings =
+      settings::LoadWhatIsReadable({market, market / "orin.ini"}).settings;
   const store::StockRecord& stock = store->Master().Stock(base::MasterRecord(2));
   const store::StockRecord& second = store->Master().Stock(base::MasterRecord(3));
   chart::ChartSource source(*store, stock, &second, true, store::BarPeriod::kDay,

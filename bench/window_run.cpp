@@ -14,14 +14,14 @@
 #include <string_view>
 #include <unistd.h>
 
+#include "app/main_window/main_form.h"
+#include "app/main_window/start_screen.h"
 #include "base/file_system.h"
 #include "screening/ui/check2_form.h"
 #include "screening/ui/condition_editor.h"
 #include "shell/start_up.h"
-#include "shell/ui/look.h"
-#include "shell/ui/main_form.h"
-#include "shell/ui/start_screen.h"
 #include "store/file_names.h"
+#include "widgets/look.h"
 
 namespace {
 
@@ -38,14 +38,14 @@ constexpr std::string_view kConditions[] = {
 };
 
 /// Agrees to everything and asks nothing.
-class SilentMessages final : public orin::shell::Messages {
+class SilentMessages final : public orin::base::Messages {
  public:
-  orin::shell::Answer Show(const orin::shell::Message& message) override {
-    using orin::shell::Answer;
-    return message.buttons == orin::shell::Buttons::kOk ? Answer::kOk : Answer::kYes;
+  orin::base::Answer Show(const orin::base::Message& message) override {
+    using orin::base::Answer;
+    return message.buttons == orin::base::Buttons::kOk ? Answer::kOk : Answer::kYes;
   }
-  std::optional<fs::path> ChooseFile(const orin::shell::FileQuestion&) override { return {}; }
-  std::optional<std::string> AskText(const orin::shell::TextQuestion&) override { return {}; }
+  std::optional<fs::path> ChooseFile(const orin::base::FileQuestion&) override { return {}; }
+  std::optional<std::string> AskText(const orin::base::TextQuestion&) override { return {}; }
 };
 
 /// Notes how far apart the events of a timer arrive that is always due.
@@ -126,15 +126,15 @@ qint64 LongestKey() {
 int Run(const fs::path& market, const fs::path& scratch) {
   auto& files = orin::base::NativeFileSystem();
   SilentMessages messages;
-  const orin::shell::SettingsPlaces places{market, scratch / "orin.ini"};
-  orin::shell::StartScreen screen(places, files, messages);
+  const orin::settings::SettingsPlaces places{market, scratch / "orin.ini"};
+  orin::app::StartScreen screen(places, files, messages);
   const auto state = orin::shell::StartUp(places, files, screen);
   if (!state->store) {
     std::cerr << market.string() << " に株価データがありません。\n";
     return 1;
   }
-  orin::shell::Look look;
-  orin::shell::main_Form window(*state, screen, look);
+  orin::widgets::Look look;
+  orin::app::main_Form window(*state, screen, look);
   window.Form_Load();
   window.mnu_check2_Click();
   QCoreApplication::processEvents();

@@ -4,13 +4,14 @@
 
 namespace orin::chart {
 
-BarRange NewestBars(ChartSource& source, const shell::ChartActionSettings& action, int32_t future) {
+BarRange NewestBars(ChartSource& source, const settings::ChartActionSettings& action,
+                    int32_t future) {
   const int32_t count = std::max(0, source.Bars().Count());
   return {std::max(1, count - std::max(1, action.veaw_number) + 1), count,
           std::max(action.daymargin, future)};
 }
 
-int32_t FutureBars(const ChartOptions& options, const shell::ChartDisplaySettings& display) {
+int32_t FutureBars(const ChartOptions& options, const settings::ChartDisplaySettings& display) {
   int32_t bars = 0;
   for (const SubChart* chart : options.sub_charts) {
     bars = std::max(bars, FutureBars(*chart, display));
@@ -18,8 +19,8 @@ int32_t FutureBars(const ChartOptions& options, const shell::ChartDisplaySetting
   return bars;
 }
 
-Chart BuildChart(ChartSource& source, const shell::Settings& settings, const ChartOptions& options,
-                 const BarRange& view) {
+Chart BuildChart(ChartSource& source, const settings::Settings& settings,
+                 const ChartOptions& options, const BarRange& view) {
   const store::StockRecord& stock = source.Stock();
   Chart chart{.stock = "チャート銘柄：" + std::string(stock.code.Text()) + "(" + stock.name + ")",
               .period = std::string(store::PeriodName(source.Period())),

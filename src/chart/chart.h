@@ -8,7 +8,7 @@
 #include "chart/chart_source.h"
 #include "chart/main_chart.h"
 #include "chart/plot.h"
-#include "shell/settings/settings.h"
+#include "settings/settings.h"
 
 namespace orin::chart {
 
@@ -32,13 +32,14 @@ struct Chart {
 
 /// The newest bars, as many as the settings show, with the free bars right of them. `future` bars
 /// are free at least.
-BarRange NewestBars(ChartSource& source, const shell::ChartActionSettings& action, int32_t future);
+BarRange NewestBars(ChartSource& source, const settings::ChartActionSettings& action,
+                    int32_t future);
 
 /// The source must outlive the chart. `view` is within the source's bars; it may be empty.
-Chart BuildChart(ChartSource& source, const shell::Settings& settings, const ChartOptions& options,
-                 const BarRange& view);
+Chart BuildChart(ChartSource& source, const settings::Settings& settings,
+                 const ChartOptions& options, const BarRange& view);
 
 /// The bars beyond the newest one that the chosen charts reach.
-int32_t FutureBars(const ChartOptions& options, const shell::ChartDisplaySettings& display);
+int32_t FutureBars(const ChartOptions& options, const settings::ChartDisplaySettings& display);
 
 }  // namespace orin::chart

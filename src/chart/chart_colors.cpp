@@ -46,7 +46,7 @@ double Contrast(Color a, Color b) {
   return std::max(one, other) / std::min(one, other);
 }
 
-ChartColors::ChartColors(const shell::ChartCommonColorSettings& settings, ChartTheme theme) {
+ChartColors::ChartColors(const settings::ChartCommonColorSettings& settings, ChartTheme theme) {
   const bool is_set_dark = IsDarkColor(settings.chartbase_color);
   is_dark_ = theme == ChartTheme::kAsSet ? is_set_dark : theme == ChartTheme::kDark;
   is_as_set_ = theme == ChartTheme::kAsSet || is_dark_ == is_set_dark;

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "base/color.h"
-#include "shell/settings/chart_common_color_settings.h"
+#include "settings/chart_common_color_settings.h"
 
 namespace orin::chart {
 
@@ -20,7 +20,7 @@ double Contrast(base::Color a, base::Color b);
 /// told from it.
 class ChartColors {
  public:
-  ChartColors(const shell::ChartCommonColorSettings& settings, ChartTheme theme);
+  ChartColors(const settings::ChartCommonColorSettings& settings, ChartTheme theme);
 
   [[nodiscard]] bool IsDark() const { return is_dark_; }
   [[nodiscard]] base::Color Ground() const { return ground_; }

@@ -20,7 +20,7 @@ namespace {
 constexpr std::array kAverageNames = {"日移動平均", "週移動平均", "月移動平均"};
 constexpr int64_t kWhole = 100 * Currency::kScale;  // a rate of 100 per cent
 
-const shell::MainChartLines& LinesOf(const PlotRequest& request) {
+const settings::MainChartLines& LinesOf(const PlotRequest& request) {
   switch (request.source.Period()) {
     case BarPeriod::kWeek:
       return request.display.week;
@@ -59,7 +59,7 @@ base::ValueColumn BandColumn(const base::ValueColumn& average, Currency rate) {
   return band;
 }
 
-void AddBands(const PlotRequest& request, const shell::MainChartLines& lines,
+void AddBands(const PlotRequest& request, const settings::MainChartLines& lines,
               const base::ValueColumn& average, TimePlot& plot) {
   const int32_t period = lines.averages[0].period;
   const std::string rate = Literal(lines.band.rate);
@@ -78,8 +78,8 @@ void AddBands(const PlotRequest& request, const shell::MainChartLines& lines,
 }
 
 void AddAverages(const PlotRequest& request, TimePlot& plot) {
-  const shell::MainChartLines& lines = LinesOf(request);
-  for (const shell::PeriodLine& average : lines.averages) {
+  const settings::MainChartLines& lines = LinesOf(request);
+  for (const settings::PeriodLine& average : lines.averages) {
     if (!average.check) continue;
     plot.lines.push_back(LineOf(request, {"moving_average", "移動平均", {average.period}},
                                 AverageName(request, average.period) + " ", average.color,
@@ -143,7 +143,7 @@ void AddSplits(const PlotRequest& request, TimePlot& plot) {
   }
 }
 
-void FixScale(const PlotRequest& request, const shell::CommonSettings& common, TimePlot& plot) {
+void FixScale(const PlotRequest& request, const settings::CommonSettings& common, TimePlot& plot) {
   const BarPeriod period = request.source.Period();
   const bool is_meant = period == BarPeriod::kDay    ? common.fix_kabuka_chart
                         : period == BarPeriod::kWeek ? common.fix_kabuka_w_chart
@@ -165,7 +165,7 @@ void AddLastClose(const PlotRequest& request, TimePlot& plot) {
 
 }  // namespace
 
-Plot MainChart(const PlotRequest& request, const shell::CommonSettings& common,
+Plot MainChart(const PlotRequest& request, const settings::CommonSettings& common,
                const MainChartOptions& options) {
   Plot result;
   TimePlot plot;

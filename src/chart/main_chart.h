@@ -2,7 +2,7 @@
 
 #include "chart/plot.h"
 #include "chart/subcharts/sub_chart.h"
-#include "shell/settings/common_settings.h"
+#include "settings/common_settings.h"
 
 namespace orin::chart {
 
@@ -22,7 +22,7 @@ struct MainChartOptions {
 
 /// The main price chart: prices, moving averages and bands, volume where it is overlaid, trend
 /// lines, split marks, the line at the last close.
-Plot MainChart(const PlotRequest& request, const shell::CommonSettings& common,
+Plot MainChart(const PlotRequest& request, const settings::CommonSettings& common,
                const MainChartOptions& options);
 
 }  // namespace orin::chart

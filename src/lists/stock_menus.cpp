@@ -178,7 +178,7 @@ std::vector<StockMenu> MakeStockMenus(const store::StockMaster& master,
 }
 
 MenuLine LineOf(const store::StockRecord& stock, std::string_view company,
-                const shell::MenuDisplaySettings& display) {
+                const settings::MenuDisplaySettings& display) {
   MenuLine line;
   if (display.menu_code_displaytype != 2) line.code = stock.code.Text();
   if (display.menu_code_displaytype == 1) {
@@ -193,7 +193,7 @@ MenuLine LineOf(const store::StockRecord& stock, std::string_view company,
   return line;
 }
 
-base::Color ColorOf(const store::StockRecord& stock, const shell::MenuColorSettings& colors) {
+base::Color ColorOf(const store::StockRecord& stock, const settings::MenuColorSettings& colors) {
   const bool is_common = stock.kind == store::kKindCommonStock;
   switch (stock.listing) {
     case 1:

@@ -7,8 +7,8 @@
 
 #include "base/color.h"
 #include "base/ordinal.h"
-#include "shell/settings/menu_color_settings.h"
-#include "shell/settings/menu_display_settings.h"
+#include "settings/menu_color_settings.h"
+#include "settings/menu_display_settings.h"
 #include "store/companion_formats.h"
 #include "store/stock_master.h"
 
@@ -36,9 +36,9 @@ struct MenuLine {
   std::string sector;  // or empty
 };
 MenuLine LineOf(const store::StockRecord& stock, std::string_view company,
-                const shell::MenuDisplaySettings& display);
+                const settings::MenuDisplaySettings& display);
 
 /// The colour of a stock's entry: that of its market and kind.
-base::Color ColorOf(const store::StockRecord& stock, const shell::MenuColorSettings& colors);
+base::Color ColorOf(const store::StockRecord& stock, const settings::MenuColorSettings& colors);
 
 }  // namespace orin::lists

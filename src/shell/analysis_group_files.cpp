@@ -4,7 +4,7 @@
 
 #include "base/file_system.h"
 #include "base/paths.h"
-#include "shell/settings/analysis_group.h"
+#include "settings/analysis_group.h"
 
 namespace orin::shell {
 
@@ -12,7 +12,7 @@ namespace fs = std::filesystem;
 
 namespace {
 
-fs::path FileOfEntry(const AnalysisGroupEntry& entry, const fs::path& group_file,
+fs::path FileOfEntry(const settings::AnalysisGroupEntry& entry, const fs::path& group_file,
                      const fs::path& program_directory) {
   if (entry.file.empty()) return {};
   fs::path file = base::NativePath(entry.file, program_directory);
@@ -24,10 +24,10 @@ fs::path FileOfEntry(const AnalysisGroupEntry& entry, const fs::path& group_file
 
 }  // namespace
 
-AnalysisGroupFiles FilesOfGroup(const AnalysisGroup& group, const fs::path& group_file,
+AnalysisGroupFiles FilesOfGroup(const settings::AnalysisGroup& group, const fs::path& group_file,
                                 const fs::path& program_directory) {
   AnalysisGroupFiles files;
-  for (const AnalysisGroupEntry& entry : group.entries) {
+  for (const settings::AnalysisGroupEntry& entry : group.entries) {
     files.all.push_back(FileOfEntry(entry, group_file, program_directory));
     if (entry.check && !entry.file.empty()) files.ticked.push_back(files.all.back());
   }
@@ -36,7 +36,7 @@ AnalysisGroupFiles FilesOfGroup(const AnalysisGroup& group, const fs::path& grou
 
 base::Result<AnalysisGroupFiles> FilesOfGroup(const fs::path& group_file,
                                               const fs::path& program_directory) {
-  const auto group = LoadAnalysisGroup(group_file);
+  const auto group = settings::LoadAnalysisGroup(group_file);
   if (!group) return base::Forward(group);
   AnalysisGroupFiles files = FilesOfGroup(*group, group_file, program_directory);
   if (files.ticked.empty()) {

@@ -4,7 +4,7 @@
 #include <vector>
 
 #include "base/result.h"
-#include "shell/settings/analysis_group.h"
+#include "settings/analysis_group.h"
 
 namespace orin::shell {
 
@@ -16,7 +16,8 @@ struct AnalysisGroupFiles {
 };
 
 /// Of a group at hand, whose ticked entries may be none.
-AnalysisGroupFiles FilesOfGroup(const AnalysisGroup& group, const std::filesystem::path& group_file,
+AnalysisGroupFiles FilesOfGroup(const settings::AnalysisGroup& group,
+                                const std::filesystem::path& group_file,
                                 const std::filesystem::path& program_directory);
 /// Fails where the group file cannot be read or none of its entries is ticked.
 base::Result<AnalysisGroupFiles> FilesOfGroup(const std::filesystem::path& group_file,

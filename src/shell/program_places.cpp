@@ -27,9 +27,9 @@ fs::path DefaultProgramDirectory() {
   return fs::path(user != nullptr ? user : ".") / ".local/share/orin";
 }
 
-base::Result<SettingsPlaces> PlacesOf(const std::string& home, const std::string& ini) {
+base::Result<settings::SettingsPlaces> PlacesOf(const std::string& home, const std::string& ini) {
   if (home.empty()) return base::Fail("--home のディレクトリが空です。");
-  SettingsPlaces places;
+  settings::SettingsPlaces places;
   places.program_directory = Absolute(home);
   places.ini_file = ini.empty() ? places.program_directory / "orin.ini" : Absolute(ini);
   return places;

@@ -4,7 +4,7 @@
 #include <string>
 
 #include "base/result.h"
-#include "shell/settings/settings_places.h"
+#include "settings/settings_places.h"
 
 namespace orin::shell {
 
@@ -14,6 +14,6 @@ std::filesystem::path DefaultProgramDirectory();
 
 /// The places that the options --home and --ini name, as absolute paths; an empty `ini` is
 /// orin.ini in the program directory. Fails for an empty `home`.
-base::Result<SettingsPlaces> PlacesOf(const std::string& home, const std::string& ini);
+base::Result<settings::SettingsPlaces> PlacesOf(const std::string& home, const std::string& ini);
 
 }  // namespace orin::shell

@@ -7,10 +7,10 @@
 #include <vector>
 
 #include "base/file_system.h"
+#include "settings/settings.h"
+#include "settings/settings_places.h"
 #include "shell/error_log.h"
 #include "shell/run_marker.h"
-#include "shell/settings/settings.h"
-#include "shell/settings/settings_places.h"
 #include "shell/system_files.h"
 #include "store/companion_formats.h"
 #include "store/company_table.h"
@@ -22,10 +22,10 @@ namespace orin::shell {
 
 /// Everything the windows read at run time. Owned by the program, handed on by reference.
 struct ProgramState {
-  SettingsPlaces places;
+  settings::SettingsPlaces places;
   base::FileSystem* files = nullptr;
-  Settings settings;
-  Settings saved_settings;  // as they stand in the files
+  settings::Settings settings;
+  settings::Settings saved_settings;  // as they stand in the files
   /// False: orin.ini is there and could not be read. The settings are then defaults, and ShutDown
   /// writes none.
   bool are_settings_readable = true;

@@ -198,7 +198,7 @@ void UseRamDisk(StartUpRun& run) {
   const std::string& setting = state.settings.bus.ramdisk_dir;
   if (setting.empty()) return;
   run.screen.ShowStatus(kRamDiskStatus);
-  const fs::path directory = NativeSetting(state.places, setting);
+  const fs::path directory = settings::NativeSetting(state.places, setting);
   const auto copied = CopyToRamDisk(state.StoreLocation(), directory, *state.files, run.screen);
   run.problems.AddFailure(StartUpStep::kRamDisk, copied);
   if (copied && *copied == RamDiskCopy::kWhole) {

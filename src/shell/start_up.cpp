@@ -21,7 +21,7 @@ void LoadFromStore(StartUpRun& run) {
 }
 
 void AdoptSimulation(StartUpRun& run) {
-  const auto adopted = AdoptSimulationFile(*run.state.files, run.state.places);
+  const auto adopted = settings::AdoptSimulationFile(*run.state.files, run.state.places);
   run.problems.AddFailure(StartUpStep::kSettings, adopted);
   if (adopted && *adopted) run.screen.Questions().Inform(**adopted);
 }
@@ -30,7 +30,7 @@ void AdoptSimulation(StartUpRun& run) {
 
 void LoadSettingsAndClaim(StartUpRun& run, base::FileSystem& files) {
   ProgramState& state = run.state;
-  state.has_help_file = store::Exists(NativeSetting(state.places, kHelpFile));
+  state.has_help_file = store::Exists(settings::NativeSetting(state.places, kHelpFile));
   // A first start finds neither; what cannot be made, the markers will tell.
   for (const auto& directory :
        {state.places.program_directory, state.places.ini_file.parent_path()}) {
@@ -39,7 +39,7 @@ void LoadSettingsAndClaim(StartUpRun& run, base::FileSystem& files) {
   state.program_marker = RunMarker(state.places.program_directory / "orin.act");
   run.problems.AddFailure(StartUpStep::kProgramMarker, state.program_marker.Claim(files));
   AdoptSimulation(run);
-  LoadedSettings loaded = LoadWhatIsReadable(state.places);
+  settings::LoadedSettings loaded = settings::LoadWhatIsReadable(state.places);
   state.are_settings_readable = base::ProfileFile::Load(state.places.ini_file).has_value();
   state.settings = std::move(loaded.settings);
   state.saved_settings = state.settings;
@@ -51,8 +51,8 @@ void LoadSettingsAndClaim(StartUpRun& run, base::FileSystem& files) {
   run.problems.Show(kDefaultsUsed);
 }
 
-std::unique_ptr<ProgramState> StartUp(const SettingsPlaces& places, base::FileSystem& files,
-                                      StartUpScreen& screen) {
+std::unique_ptr<ProgramState> StartUp(const settings::SettingsPlaces& places,
+                                      base::FileSystem& files, StartUpScreen& screen) {
   auto state = std::make_unique<ProgramState>();
   state->places = places;
   state->files = &files;
@@ -68,7 +68,7 @@ std::unique_ptr<ProgramState> StartUp(const SettingsPlaces& places, base::FileSy
 }
 
 void ReadSettingsAnew(ProgramState& state) {
-  state.settings = LoadWhatIsReadable(state.places).settings;
+  state.settings = settings::LoadWhatIsReadable(state.places).settings;
   state.saved_settings = state.settings;
 }
 
@@ -84,7 +84,7 @@ namespace {
 base::Status SaveChangedSettings(ProgramState& state) {
   if (!state.are_settings_readable || state.settings == state.saved_settings) return {};
   base::Status saved =
-      SaveSettings(*state.files, state.places, state.saved_settings, state.settings);
+      settings::SaveSettings(*state.files, state.places, state.saved_settings, state.settings);
   if (saved) state.saved_settings = state.settings;
   return saved;
 }

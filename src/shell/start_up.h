@@ -5,9 +5,9 @@
 #include <string_view>
 
 #include "base/file_system.h"
+#include "base/messages.h"
 #include "base/progress.h"
 #include "base/result.h"
-#include "shell/messages.h"
 #include "shell/program_state.h"
 
 namespace orin::shell {
@@ -17,10 +17,10 @@ class StartUpScreen : public base::Progress {
  public:
   /// A status line on the logo, shown before its stage.
   virtual void ShowStatus(std::string_view status) = 0;
-  virtual Messages& Questions() = 0;
+  virtual base::Messages& Questions() = 0;
   /// Lets the user correct the path settings. False: given up; true: `settings` has been changed
   /// and saved.
-  virtual bool EditPaths(Settings& settings) = 0;
+  virtual bool EditPaths(settings::Settings& settings) = 0;
   /// The first start, without a store: offers to make one where the settings say. False: declined
   /// or stopped.
   virtual bool OfferMarket(const ProgramState& state) = 0;
@@ -29,8 +29,8 @@ class StartUpScreen : public base::Progress {
 /// Brings the system up in its fixed order and gives the state, without a store where there is
 /// none and the user wants none. What can be gone without is told through the screen and logged;
 /// nothing here ends the program.
-std::unique_ptr<ProgramState> StartUp(const SettingsPlaces& places, base::FileSystem& files,
-                                      StartUpScreen& screen);
+std::unique_ptr<ProgramState> StartUp(const settings::SettingsPlaces& places,
+                                      base::FileSystem& files, StartUpScreen& screen);
 
 /// Reads the settings files anew, after another part of the program has made them.
 void ReadSettingsAnew(ProgramState& state);

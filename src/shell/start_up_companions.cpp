@@ -3,7 +3,7 @@
 #include <string>
 #include <utility>
 
-#include "shell/settings/settings_places.h"
+#include "settings/settings_places.h"
 #include "shell/start_up_stages.h"
 #include "store/file_names.h"
 #include "store/list_formats.h"
@@ -33,8 +33,8 @@ bool HasPrices(const store::StockStore& store, const store::StockRecord& stock) 
 void LoadTrades(StartUpRun& run) {
   ProgramState& state = run.state;
   run.screen.ShowStatus("取引明細情報を読み込み中です。");
-  auto list = store::LoadRecords(store::kTradeFormat,
-                                 NativeSetting(state.places, state.settings.bus.meisai_file));
+  auto list = store::LoadRecords(
+      store::kTradeFormat, settings::NativeSetting(state.places, state.settings.bus.meisai_file));
   state.trades = std::move(list.entries);
   if (list.problem) run.problems.Add(StartUpStep::kTrades, *list.problem);
   run.problems.Show();

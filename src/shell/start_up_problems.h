@@ -5,7 +5,7 @@
 #include <string_view>
 #include <vector>
 
-#include "shell/messages.h"
+#include "base/messages.h"
 #include "shell/program_state.h"
 
 namespace orin::shell {
@@ -35,7 +35,8 @@ class StartUpProblems {
   /// The most sentences of one warning.
   static constexpr size_t kMostLines = 10;
 
-  StartUpProblems(ProgramState& state, Messages& messages) : state_(state), messages_(messages) {}
+  StartUpProblems(ProgramState& state, base::Messages& messages)
+      : state_(state), messages_(messages) {}
 
   /// Logs the sentence, and keeps it for the next warning. One that the user has been told, also by
   /// an earlier start-up stage or LoadStore, is passed over.
@@ -52,7 +53,7 @@ class StartUpProblems {
 
  private:
   ProgramState& state_;
-  Messages& messages_;
+  base::Messages& messages_;
   std::vector<std::string> untold_;
 };
 

@@ -22,15 +22,15 @@ constexpr std::array kListFiles = {"orin.swk", "orin.cwk", "orin.per", "orin.ser
 
 /// What a killed instance was about to give its name. The store's own are removed as it is opened.
 std::vector<std::filesystem::path> Replaceable(const ProgramState& state) {
-  const SettingsPlaces& places = state.places;
-  const BusSettings& bus = state.settings.bus;
+  const settings::SettingsPlaces& places = state.places;
+  const settings::BusSettings& bus = state.settings.bus;
   std::vector<std::filesystem::path> paths = {
       places.ini_file,
       places.program_directory / "orinsim.ini",
       places.ini_file.parent_path() / "orinsim.ini",
       places.program_directory / "orinerr.txt",
-      NativeSetting(places, state.settings.common.analysis_group_file),
-      NativeSetting(places, bus.meisai_file),
+      settings::NativeSetting(places, state.settings.common.analysis_group_file),
+      settings::NativeSetting(places, bus.meisai_file),
   };
   const std::filesystem::path system_directory = state.StoreLocation().system_directory;
   for (const char* name : kListFiles) paths.push_back(system_directory / name);
@@ -80,7 +80,7 @@ void Recover(StartUpRun& run) {
 void CheckMultipleStart(StartUpRun& run) {
   const ProgramState& state = run.state;
   if (!state.program_marker.IsOfAnother() && !state.user_marker.IsOfAnother()) return;
-  if (!run.screen.Questions().AskYesNo(kQuestion, StageCaption(kStage))) Recover(run);
+  if (!run.screen.Questions().AskYesNo(kQuestion, base::StageCaption(kStage))) Recover(run);
 }
 
 }  // namespace orin::shell

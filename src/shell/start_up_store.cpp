@@ -27,7 +27,7 @@ std::string MissingText(const StoreFile& file) {
 
 /// Whether the user has corrected the paths.
 bool CorrectPaths(StartUpRun& run, const StoreFile& missing) {
-  Messages& messages = run.screen.Questions();
+  base::Messages& messages = run.screen.Questions();
   if (!messages.AskYesNo(MissingText(missing) + "\n" + kChangeSettings)) return false;
   if (!run.screen.EditPaths(run.state.settings)) return false;
   run.state.saved_settings = run.state.settings;

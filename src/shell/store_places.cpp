@@ -4,9 +4,10 @@
 
 namespace orin::shell {
 
-store::StoreLocation LocateStore(const BusSettings& bus, const SettingsPlaces& places) {
-  return store::WithFoundNames(
-      {NativeSetting(places, bus.system_dir), NativeSetting(places, bus.datasave_dir)});
+store::StoreLocation LocateStore(const settings::BusSettings& bus,
+                                 const settings::SettingsPlaces& places) {
+  return store::WithFoundNames({settings::NativeSetting(places, bus.system_dir),
+                                settings::NativeSetting(places, bus.datasave_dir)});
 }
 
 }  // namespace orin::shell

@@ -122,8 +122,8 @@ struct Prober {
 
 }  // namespace
 
-shell::Settings DefaultSettings() {
-  return shell::LoadWhatIsReadable({"/nowhere", "/nowhere/orin.ini"}).settings;
+settings::Settings DefaultSettings() {
+  return settings::LoadWhatIsReadable({"/nowhere", "/nowhere/orin.ini"}).settings;
 }
 
 store::StockStore RealMarket(std::string_view directory_name, size_t days) {

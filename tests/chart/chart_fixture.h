@@ -6,14 +6,14 @@
 
 #include "chart/chart.h"
 #include "chart/layout.h"
-#include "shell/settings/settings.h"
+#include "settings/settings.h"
 #include "store/stock_store.h"
 #include "support/store_builder.h"
 
 namespace orin::chart {
 
 /// The settings as they are without any file.
-shell::Settings DefaultSettings();
+settings::Settings DefaultSettings();
 
 /// ^DJI (record 2), AAPL (3) and BA (4) of the demo market; the newest `days` of them. AAPL has
 /// made-up bars within the last one.

@@ -27,7 +27,7 @@ class LayoutOfRealQuotes : public testing::Test {
   }
 
   store::StockStore store_ = RealMarket("layout", 300);
-  shell::Settings settings_ = DefaultSettings();
+  settings::Settings settings_ = DefaultSettings();
   ChartSource source_{
       store_,          store_.Master().Stock(kApple), &store_.Master().Stock(kApple), true,
       BarPeriod::kDay, store_.Days().Last()};
@@ -179,7 +179,7 @@ TEST(SplitMarks, StandAtTheFirstBarWithNewShares) {
   builder.Stock("X", std::vector<base::Bar>(20, support::FlatBar(10)));
   builder.Split("X", 2, "2020/01/10");
   const store::StockStore store = builder.Open();
-  shell::Settings settings = DefaultSettings();
+  settings::Settings settings = DefaultSettings();
   ChartSource source(store, store.Master().Stock(base::MasterRecord(3)), nullptr, true,
                      BarPeriod::kDay, store.Days().Last());
   const Chart chart = BuildChart(source, settings, {}, {1, 20, 0});
@@ -202,7 +202,7 @@ TEST_F(LayoutOfRealQuotes, FixedPricesAreTheScale) {
 }
 
 TEST_F(LayoutOfRealQuotes, ExpressionsHaveTheScaleThatIsChosen) {
-  const auto range = [&](shell::ScaleChoice choice, int32_t first) {
+  const auto range = [&](settings::ScaleChoice choice, int32_t first) {
     settings_.chart_display.day_composites.charts[0].scale = choice;
     ChartOptions options;
     options.main.volume = VolumePlace::kNone;
@@ -219,7 +219,7 @@ TEST_F(LayoutOfRealQuotes, ExpressionsHaveTheScaleThatIsChosen) {
 }
 
 TEST(ChartColors, LinesCanBeToldFromEveryGround) {
-  const shell::Settings settings = DefaultSettings();
+  const settings::Settings settings = DefaultSettings();
   const auto& display = settings.chart_display;
   const ChartColors light(settings.chart_common_color, ChartTheme::kLight);
   for (const base::Color color : {display.rsi[0].color, display.rsi[1].color, display.volume.color,

@@ -31,11 +31,11 @@ class SubChartsOfRealQuotes : public testing::Test {
   }
 
   store::StockStore store_ = RealMarket("sub_charts");
-  shell::Settings settings_ = DefaultSettings();
+  settings::Settings settings_ = DefaultSettings();
 };
 
 /// As settings of a user who has everything drawn.
-void SwitchOn(shell::ChartDisplaySettings& display) {
+void SwitchOn(settings::ChartDisplaySettings& display) {
   for (auto* composites :
        {&display.day_composites, &display.week_composites, &display.month_composites}) {
     for (auto& chart : composites->charts) chart.line.check = true;
@@ -244,7 +244,7 @@ TEST(VolumeChart, CreditBalancesAreLinesOfDailyBarsWhereThereAreAny) {
   support::WriteCreditFile(location, 1, days, {{base::SlotRecord(2), balances}});
   support::NameCreditFiles(location, 1, 1);
   const store::StockStore store = builder.Open();
-  const shell::Settings settings = DefaultSettings();
+  const settings::Settings settings = DefaultSettings();
   const auto labels = [&](BarPeriod period) {
     ChartSource source(store, store.Master().Stock(base::MasterRecord(2)), nullptr, true, period,
                        store.Days().Last());

@@ -21,7 +21,7 @@ constexpr base::MasterRecord kSecond(3);
 constexpr base::MasterRecord kStock(4);
 
 /// Draws everything there is in sizes from a pixel on and asks every pane for its readout.
-void DrawEverything(const store::StockStore& store, const shell::Settings& settings) {
+void DrawEverything(const store::StockStore& store, const settings::Settings& settings) {
   for (const BarPeriod period : {BarPeriod::kDay, BarPeriod::kWeek, BarPeriod::kMonth}) {
     ChartSource source(store, store.Master().Stock(kStock), &store.Master().Stock(kSecond), true,
                        period, store.Days().Last());
@@ -97,7 +97,7 @@ INSTANTIATE_TEST_SUITE_P(
 TEST(OddExpressions, AreToldInTheirPaneAndTheOthersDrawn) {
   const store::StockStore store =
       MadeMarket("expressions", std::vector<base::Bar>(60, BarOf(10, 12, 9, 11, 100)));
-  shell::Settings settings = DefaultSettings();
+  settings::Settings settings = DefaultSettings();
   auto& lines = settings.chart_display.original.lines;
   lines[2].expression = "終値(0) / 0";       // fails everywhere
   lines[3].expression = "移動平均(25,0) +";  // no expression
@@ -128,7 +128,7 @@ TEST(OddExpressions, AreToldInTheirPaneAndTheOthersDrawn) {
 TEST(OddComparison, WithoutOverlapIsTold) {
   const store::StockStore store =
       MadeMarket("overlap", {FlatBar(1), FlatBar(2), NoBar()}, {NoBar(), NoBar(), FlatBar(3)});
-  const shell::Settings settings = DefaultSettings();
+  const settings::Settings settings = DefaultSettings();
   ChartSource source(store, store.Master().Stock(kStock), &store.Master().Stock(kSecond), true,
                      BarPeriod::kDay, store.Days().Last());
   ChartOptions options;

@@ -4,7 +4,7 @@
 #include <initializer_list>
 #include <utility>
 
-#include "shell/settings/settings.h"
+#include "settings/settings.h"
 #include "support/store_builder.h"
 
 namespace orin::lists {
@@ -152,7 +152,7 @@ TEST(StockMenuLine, SettingsChooseWhatIsShown) {
   stock.name = "GOLDMAN SACHS GR";
   const std::string company = "The Goldman Sachs Group, Inc.";
   struct Case {
-    shell::MenuDisplaySettings display;
+    settings::MenuDisplaySettings display;
     std::string company;
     Strings line;
   };
@@ -169,7 +169,7 @@ TEST(StockMenuLine, SettingsChooseWhatIsShown) {
 }
 
 TEST(StockMenuLine, ColourIsThatOfTheMarketAndKind) {
-  shell::MenuColorSettings colors = shell::Settings().menu_color;
+  settings::MenuColorSettings colors = settings::Settings().menu_color;
   colors.mnunyse_color = {1, 0, 0};
   colors.mnunyse_other_color = {2, 0, 0};
   colors.mnunasdaq_nm_color = {3, 0, 0};

@@ -35,7 +35,7 @@ class MultipleStart : public ::testing::Test {
 
 TEST_F(MultipleStart, MarkersOfAKilledRunAskAndYesLeavesThem) {
   LeaveMarkers();
-  home_.Screen().Questions().WillAnswer(Answer::kYes);
+  home_.Screen().Questions().WillAnswer(base::Answer::kYes);
   const auto state = home_.Start();
   ASSERT_THAT(home_.Screen().Texts(), ElementsAre(kQuestion));
   EXPECT_EQ(home_.Screen().Questions().Shown().front().caption,
@@ -48,7 +48,7 @@ TEST_F(MultipleStart, MarkersOfAKilledRunAskAndYesLeavesThem) {
 
 TEST_F(MultipleStart, NoTakesTheMarkersOver) {
   LeaveMarkers();
-  home_.Screen().Questions().WillAnswer(Answer::kNo);
+  home_.Screen().Questions().WillAnswer(base::Answer::kNo);
   const auto state = home_.Start();
   EXPECT_THAT(home_.Screen().Texts(), ElementsAre(kQuestion));
   EXPECT_TRUE(ShutDown(*state));
@@ -58,7 +58,7 @@ TEST_F(MultipleStart, NoTakesTheMarkersOver) {
 
 TEST_F(MultipleStart, OneMarkerOfAnotherIsEnoughToAsk) {
   PutFile(UserMarker(), kInUse);
-  home_.Screen().Questions().WillAnswer(Answer::kYes);
+  home_.Screen().Questions().WillAnswer(base::Answer::kYes);
   const auto state = home_.Start();
   EXPECT_THAT(home_.Screen().Texts(), ElementsAre(kQuestion));
   EXPECT_TRUE(ShutDown(*state));
@@ -68,7 +68,7 @@ TEST_F(MultipleStart, OneMarkerOfAnotherIsEnoughToAsk) {
 
 TEST_F(MultipleStart, SecondInstanceLeavesTheMarkersOfTheFirst) {
   const auto first = home_.Start();
-  home_.Screen().Questions().WillAnswer(Answer::kYes);
+  home_.Screen().Questions().WillAnswer(base::Answer::kYes);
   const auto second = home_.Start();
   EXPECT_TRUE(ShutDown(*second));
   EXPECT_EQ(Bytes(ProgramMarker()), kInUse);
@@ -92,7 +92,7 @@ TEST_F(MultipleStart, RecoveryRemovesWhatAKilledWriterLeft) {
   leftovers.push_back(home_.Store().data_directory / "K20200107.LOG.orin-999999999-1.tmp");
   for (const auto& leftover : leftovers) PutFile(leftover, "half");
   PutFile(home_.System() / "mine.tmp", "kept");
-  home_.Screen().Questions().WillAnswer(Answer::kNo);
+  home_.Screen().Questions().WillAnswer(base::Answer::kNo);
   home_.Start();
   for (const auto& leftover : leftovers) {
     EXPECT_FALSE(std::filesystem::exists(leftover)) << leftover;
@@ -103,7 +103,7 @@ TEST_F(MultipleStart, RecoveryRemovesWhatAKilledWriterLeft) {
 TEST_F(MultipleStart, RecoveryMakesAMissingIndexAnewAndReadsIt) {
   LeaveMarkers();
   std::filesystem::remove(home_.System() / "orin.ind");
-  home_.Screen().Questions().WillAnswer(Answer::kNo).WillAnswer(Answer::kNo);
+  home_.Screen().Questions().WillAnswer(base::Answer::kNo).WillAnswer(base::Answer::kNo);
   const auto state = home_.Start();
   EXPECT_THAT(home_.Screen().Texts(),
               ElementsAre(kMissingIndex, kQuestion, HasSubstr("作り直しました。")));
@@ -118,7 +118,7 @@ TEST_F(MultipleStart, RecoveryBesideALiveWriterIsASentence) {
   const auto writer =
       store::StockStore::Open(home_.Store(), {store::Access::kWrite, {}}, base::NativeFileSystem());
   ASSERT_TRUE(writer);
-  home_.Screen().Questions().WillAnswer(Answer::kNo);
+  home_.Screen().Questions().WillAnswer(base::Answer::kNo);
   const auto state = home_.Start();
   EXPECT_THAT(home_.Screen().Texts(),
               ElementsAre(kQuestion, HasSubstr("他の処理が株価データを更新中です")));
@@ -130,7 +130,7 @@ TEST_F(MultipleStart, MarkersThatCannotBeWrittenAreASentenceAndNoQuestion) {
   files.DieAt(1);
   const auto state = home_.Start(files);
   EXPECT_THAT(home_.Screen().Texts(), ::testing::SizeIs(1));
-  EXPECT_EQ(home_.Screen().Questions().Shown().front().icon, Icon::kWarning);
+  EXPECT_EQ(home_.Screen().Questions().Shown().front().icon, base::Icon::kWarning);
   EXPECT_TRUE(state->store);
   EXPECT_TRUE(ShutDown(*state));
   EXPECT_FALSE(std::filesystem::exists(ProgramMarker()));
@@ -146,7 +146,7 @@ TEST_F(MultipleStart, StartStoppedAtAnyWriteIsFollowedByAWholeStart) {
     StartUp(home_.Places(), files, first);
     support::AnsweredScreen second;
     if (Bytes(ProgramMarker()) == kInUse || Bytes(UserMarker()) == kInUse) {
-      second.Questions().WillAnswer(Answer::kNo);
+      second.Questions().WillAnswer(base::Answer::kNo);
     }
     const auto state = StartUp(home_.Places(), base::NativeFileSystem(), second);
     EXPECT_TRUE(state->store);

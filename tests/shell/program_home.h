@@ -50,7 +50,7 @@ class ProgramHome {
     return StartUp(places_, files, screen_);
   }
 
-  [[nodiscard]] const SettingsPlaces& Places() const { return places_; }
+  [[nodiscard]] const settings::SettingsPlaces& Places() const { return places_; }
   [[nodiscard]] std::filesystem::path Program() const { return places_.program_directory; }
   [[nodiscard]] std::filesystem::path SettingsDirectory() const {
     return places_.ini_file.parent_path();
@@ -67,7 +67,7 @@ class ProgramHome {
 
  private:
   support::ScratchDirectory root_;
-  SettingsPlaces places_{root_ / "program", root_ / "user" / "orin.ini"};
+  settings::SettingsPlaces places_{root_ / "program", root_ / "user" / "orin.ini"};
   support::StoreBuilder builder_;
   support::AnsweredScreen screen_;
 };

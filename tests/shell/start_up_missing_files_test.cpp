@@ -16,7 +16,7 @@ class MissingFiles : public ::testing::Test {
  protected:
   /// Settings that name a directory without a store.
   void NameWrongPlace() { home_.WriteSettings({home_ / "nowhere", home_ / "nowhere"}); }
-  bool CorrectPlace(Settings& settings) {
+  bool CorrectPlace(settings::Settings& settings) {
     settings.bus.system_dir = home_.Store().system_directory.string();
     settings.bus.datasave_dir = home_.Store().data_directory.string();
     return true;
@@ -27,7 +27,7 @@ class MissingFiles : public ::testing::Test {
 
 TEST_F(MissingFiles, WithoutMasterNoGoesOnWithoutAStore) {
   NameWrongPlace();
-  home_.Screen().Questions().WillAnswer(Answer::kNo);
+  home_.Screen().Questions().WillAnswer(base::Answer::kNo);
   const auto state = home_.Start();
   EXPECT_FALSE(state->store);
   EXPECT_THAT(home_.Screen().Texts(), ElementsAre(kMissingMaster));
@@ -38,13 +38,13 @@ TEST_F(MissingFiles, WithoutMasterNoGoesOnWithoutAStore) {
 
 TEST_F(MissingFiles, WithoutMasterPathsAreCorrectedAndTriedAgain) {
   NameWrongPlace();
-  home_.Screen().Questions().WillAnswer(Answer::kYes).WillAnswer(Answer::kYes);
+  home_.Screen().Questions().WillAnswer(base::Answer::kYes).WillAnswer(base::Answer::kYes);
   home_.Screen()
-      .WillEditPaths([](Settings& settings) {
+      .WillEditPaths([](settings::Settings& settings) {
         settings.bus.system_dir += "-still-wrong";
         return true;
       })
-      .WillEditPaths([this](Settings& settings) { return CorrectPlace(settings); });
+      .WillEditPaths([this](settings::Settings& settings) { return CorrectPlace(settings); });
   const auto state = home_.Start();
   ASSERT_TRUE(state->store);
   EXPECT_THAT(home_.Screen().Texts(), ElementsAre(kMissingMaster, kMissingMaster));
@@ -54,15 +54,15 @@ TEST_F(MissingFiles, WithoutMasterPathsAreCorrectedAndTriedAgain) {
 
 TEST_F(MissingFiles, PathsGivenUpAreAskedForOnce) {
   NameWrongPlace();
-  home_.Screen().Questions().WillAnswer(Answer::kYes);
-  home_.Screen().WillEditPaths([](Settings&) { return false; });
+  home_.Screen().Questions().WillAnswer(base::Answer::kYes);
+  home_.Screen().WillEditPaths([](settings::Settings&) { return false; });
   EXPECT_FALSE(home_.Start()->store);
   EXPECT_THAT(home_.Screen().Texts(), SizeIs(1));
 }
 
 TEST_F(MissingFiles, WithoutIndexNoGoesOnWithOneFromTheMaster) {
   std::filesystem::remove(home_.System() / "orin.ind");
-  home_.Screen().Questions().WillAnswer(Answer::kNo);
+  home_.Screen().Questions().WillAnswer(base::Answer::kNo);
   const auto state = home_.Start();
   ASSERT_TRUE(state->store);
   EXPECT_THAT(state->name_index, SizeIs(3));
@@ -79,8 +79,9 @@ TEST_F(MissingFiles, WithoutIndexPathsAreCorrected) {
   other.Stock("MSFT");
   home_.WriteSettings(other.Build());
   std::filesystem::remove(other.Location().system_directory / "orin.ind");
-  home_.Screen().Questions().WillAnswer(Answer::kYes);
-  home_.Screen().WillEditPaths([this](Settings& settings) { return CorrectPlace(settings); });
+  home_.Screen().Questions().WillAnswer(base::Answer::kYes);
+  home_.Screen().WillEditPaths(
+      [this](settings::Settings& settings) { return CorrectPlace(settings); });
   const auto state = home_.Start();
   ASSERT_TRUE(state->store);
   EXPECT_EQ(state->store->Master().Stocks().size(), 3U);

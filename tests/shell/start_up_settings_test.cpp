@@ -28,7 +28,7 @@ TEST(StartUpSettings, DirectoryInPlaceOfTheSettingsIsOneWarningAndStays) {
   std::filesystem::create_directory(home.Places().ini_file);
   const auto state = home.Start();
   ASSERT_THAT(home.Screen().Texts(), ElementsAre(HasSubstr("orin.ini")));
-  EXPECT_EQ(home.Screen().Questions().Shown().front().icon, Icon::kWarning);
+  EXPECT_EQ(home.Screen().Questions().Shown().front().icon, base::Icon::kWarning);
   EXPECT_TRUE(state->store);
   EXPECT_EQ(state->settings.common.analysis_group_file, "orin.chk");
   state->settings.bus.comp_file = "other.txt";
@@ -75,7 +75,7 @@ TEST(StartUpSettings, ShutDownWritesWhatChangedAndNothingElse) {
   state->settings.bus.comp_file = "other.txt";
   ASSERT_TRUE(ShutDown(*state));
   EXPECT_THAT(Bytes(home.Places().ini_file), HasSubstr("; a comment\r\n"));
-  const auto saved = LoadSettings(home.Places());
+  const auto saved = settings::LoadSettings(home.Places());
   ASSERT_TRUE(saved);
   EXPECT_EQ(saved->bus.comp_file, "other.txt");
   EXPECT_EQ(*saved, state->settings);
@@ -101,7 +101,7 @@ TEST(StartUpSettings, SimulationFileBesideTheSettingsIsCopiedAndToldOnce) {
   const auto state = home.Start();
   EXPECT_EQ(state->settings.orin_simulation.sim_start_date.ToText(), "2010/02/03");
   ASSERT_THAT(home.Screen().Texts(), SizeIs(1));
-  EXPECT_EQ(home.Screen().Questions().Shown()[0].icon, Icon::kInformation);
+  EXPECT_EQ(home.Screen().Questions().Shown()[0].icon, base::Icon::kInformation);
   EXPECT_TRUE(ShutDown(*state));
   home.Start();
   EXPECT_THAT(home.Screen().Texts(), SizeIs(1));

@@ -100,8 +100,8 @@ TEST(StartUp, ManyProblemsAreOneWarningOfTenLines) {
   PutFile(home.System() / "株式分割.txt", splits);
   home.Start();
   ASSERT_THAT(home.Screen().Texts(), SizeIs(1));
-  const Message& warning = home.Screen().Questions().Shown().front();
-  EXPECT_EQ(warning.icon, Icon::kWarning);
+  const base::Message& warning = home.Screen().Questions().Shown().front();
+  EXPECT_EQ(warning.icon, base::Icon::kWarning);
   EXPECT_EQ(std::ranges::count(warning.text, '\n'), 10);
   EXPECT_TRUE(warning.text.starts_with("25件のうち10件を示します。")) << warning.text;
 }
@@ -146,7 +146,8 @@ TEST(StartUp, GarbageInEveryCompanionIsToldOnceAndTheStoreIsUsed) {
 
 TEST(StartUp, FirstStartMakesItsDirectoriesAndSaysNothing) {
   const support::ScratchDirectory root;
-  const SettingsPlaces places = {root / "new" / "program", root / "new" / "user" / "orin.ini"};
+  const settings::SettingsPlaces places = {root / "new" / "program",
+                                           root / "new" / "user" / "orin.ini"};
   support::AnsweredScreen screen;
   screen.WillBeOffered([](const ProgramState&) { return false; });
   const auto state = StartUp(places, base::NativeFileSystem(), screen);
@@ -160,7 +161,7 @@ TEST(StartUp, HelpFileIsFoundWhateverItsCase) {
   ProgramHome home;
   EXPECT_FALSE(home.Start()->has_help_file);
   PutFile(home.Program() / "help" / "OrinHelp.hlp", "?");
-  home.Screen().Questions().WillAnswer(Answer::kYes);
+  home.Screen().Questions().WillAnswer(base::Answer::kYes);
   EXPECT_TRUE(home.Start()->has_help_file);
 }
 

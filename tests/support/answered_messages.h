@@ -8,7 +8,7 @@
 #include <utility>
 #include <vector>
 
-#include "shell/messages.h"
+#include "base/messages.h"
 
 namespace orin::support {
 
@@ -20,9 +20,9 @@ namespace orin::support {
 ///   Job(messages);
 ///   EXPECT_EQ(messages.Texts(), std::vector<std::string>{"…"});
 ///   EXPECT_TRUE(messages.IsEveryAnswerUsed());
-class AnsweredMessages final : public shell::Messages {
+class AnsweredMessages final : public base::Messages {
  public:
-  AnsweredMessages& WillAnswer(shell::Answer answer) {
+  AnsweredMessages& WillAnswer(base::Answer answer) {
     answers_.push_back(answer);
     return *this;
   }
@@ -36,40 +36,40 @@ class AnsweredMessages final : public shell::Messages {
     return *this;
   }
 
-  shell::Answer Show(const shell::Message& message) override {
+  base::Answer Show(const base::Message& message) override {
     shown_.push_back(message);
-    if (message.buttons == shell::Buttons::kOk) return shell::Answer::kOk;
-    const bool can_cancel = message.buttons == shell::Buttons::kYesNoCancel;
-    const shell::Answer closed = can_cancel ? shell::Answer::kCancel : shell::Answer::kNo;
+    if (message.buttons == base::Buttons::kOk) return base::Answer::kOk;
+    const bool can_cancel = message.buttons == base::Buttons::kYesNoCancel;
+    const base::Answer closed = can_cancel ? base::Answer::kCancel : base::Answer::kNo;
     const auto answer = TakeFirst(answers_, message.text);
     if (!answer) return closed;
     const bool offered =
-        *answer != shell::Answer::kOk && (can_cancel || *answer != shell::Answer::kCancel);
+        *answer != base::Answer::kOk && (can_cancel || *answer != base::Answer::kCancel);
     EXPECT_TRUE(offered) << "not an answer to: " << message.text;
     return offered ? *answer : closed;
   }
 
-  std::optional<std::filesystem::path> ChooseFile(const shell::FileQuestion& question) override {
+  std::optional<std::filesystem::path> ChooseFile(const base::FileQuestion& question) override {
     file_questions_.push_back(question);
     return TakeFirst(paths_, question.caption).value_or(std::nullopt);
   }
 
-  std::optional<std::string> AskText(const shell::TextQuestion& question) override {
+  std::optional<std::string> AskText(const base::TextQuestion& question) override {
     text_questions_.push_back(question);
     return TakeFirst(texts_, question.text).value_or(std::nullopt);
   }
 
-  [[nodiscard]] const std::vector<shell::Message>& Shown() const { return shown_; }
-  [[nodiscard]] const std::vector<shell::FileQuestion>& FileQuestions() const {
+  [[nodiscard]] const std::vector<base::Message>& Shown() const { return shown_; }
+  [[nodiscard]] const std::vector<base::FileQuestion>& FileQuestions() const {
     return file_questions_;
   }
-  [[nodiscard]] const std::vector<shell::TextQuestion>& TextQuestions() const {
+  [[nodiscard]] const std::vector<base::TextQuestion>& TextQuestions() const {
     return text_questions_;
   }
   /// The texts of Shown().
   [[nodiscard]] std::vector<std::string> Texts() const {
     std::vector<std::string> texts;
-    for (const shell::Message& message : shown_) texts.push_back(message.text);
+    for (const base::Message& message : shown_) texts.push_back(message.text);
     return texts;
   }
   [[nodiscard]] bool IsEveryAnswerUsed() const {
@@ -94,12 +94,12 @@ class AnsweredMessages final : public shell::Messages {
     return first;
   }
 
-  std::deque<shell::Answer> answers_;
+  std::deque<base::Answer> answers_;
   std::deque<std::optional<std::filesystem::path>> paths_;
   std::deque<std::optional<std::string>> texts_;
-  std::vector<shell::Message> shown_;
-  std::vector<shell::FileQuestion> file_questions_;
-  std::vector<shell::TextQuestion> text_questions_;
+  std::vector<base::Message> shown_;
+  std::vector<base::FileQuestion> file_questions_;
+  std::vector<base::TextQuestion> text_questions_;
 };
 
 }  // namespace orin::support

@@ -19,7 +19,7 @@ namespace orin::support {
 /// market without an answer prepared fails the test and counts as given up.
 class AnsweredScreen final : public shell::StartUpScreen {
  public:
-  using Edit = std::function<bool(shell::Settings&)>;
+  using Edit = std::function<bool(settings::Settings&)>;
   using Offer = std::function<bool(const shell::ProgramState&)>;
 
   AnsweredScreen& WillEditPaths(Edit edit) {
@@ -36,7 +36,7 @@ class AnsweredScreen final : public shell::StartUpScreen {
   void ShowStatus(std::string_view status) override { statuses_.emplace_back(status); }
   AnsweredMessages& Questions() override { return messages_; }
 
-  bool EditPaths(shell::Settings& settings) override {
+  bool EditPaths(settings::Settings& settings) override {
     if (edits_.empty()) {
       ADD_FAILURE() << "unexpected call of EditPaths";
       return false;

@@ -15,9 +15,9 @@
 #include "chart/ui/chart_view.h"
 #include "chart/ui/picture_encoding.h"
 #include "chart_fixture.h"
-#include "shell/ui/qt_text.h"
 #include "support/scratch_directory.h"
 #include "support/test_files.h"
+#include "widgets/qt_text.h"
 
 namespace orin::chart {
 namespace {
@@ -35,7 +35,7 @@ class ChartPictures : public testing::Test {
   }
 
   store::StockStore store_ = RealMarket("pictures");
-  shell::Settings settings_ = DefaultSettings();
+  settings::Settings settings_ = DefaultSettings();
   std::vector<std::unique_ptr<ChartSource>> sources_;
 };
 
@@ -206,7 +206,7 @@ TEST_F(ChartPictures, FilesAndPagesArePainted) {
   const support::ScratchDirectory directory;
   QPrinter printer(QPrinter::HighResolution);
   printer.setOutputFormat(QPrinter::PdfFormat);
-  printer.setOutputFileName(shell::PathOf(directory / "page.pdf"));
+  printer.setOutputFileName(widgets::PathOf(directory / "page.pdf"));
   const PictureSize size = PageSize(printer);
   EXPECT_GT(size.scale, 2);
   EXPECT_TRUE(PaintPage(printer, InMode(LayOut(chart, size).picture, InkMode::kGrey)));

@@ -23,10 +23,10 @@ namespace {
 namespace fs = std::filesystem;
 using screening::ConditionEditor;
 using screening::joken_Form;
-using shell::Text;
-using shell::Utf8;
 using testing::HasSubstr;
 using testing::StartsWith;
+using widgets::Text;
+using widgets::Utf8;
 
 class ConditionWindow : public WindowTest {
  protected:
@@ -41,7 +41,7 @@ class ConditionWindow : public WindowTest {
     if (file.empty()) {
       analysis->mnu_new_Click();
     } else {
-      shell::AnalysisGroup group;
+      settings::AnalysisGroup group;
       group.entries[0] = {"", file.string(), true};
       program_.state->settings.analysis_group = group;
       analysis->Reload();
@@ -227,17 +227,17 @@ TEST_F(ConditionWindow, ClosingAsksForWhatIsNotSaved) {
   QPointer<joken_Form> still_there = &form;
   QTest::keyClicks(&form.Editor(), QStringLiteral("1 = 1"));
   EXPECT_TRUE(form.isWindowModified());
-  messages_.WillAnswer(shell::Answer::kCancel);
+  messages_.WillAnswer(base::Answer::kCancel);
   EXPECT_FALSE(program_.window->close()) << "the program stays too";
   EXPECT_EQ(messages_.Texts().back(),
             "「新しい条件」は変更されています。保存しますか？\n"
             "はい　　　：保存して閉じます。\n"
             "いいえ　　：保存しないで閉じます。\n"
             "キャンセル：閉じません。");
-  messages_.WillAnswer(shell::Answer::kYes);
+  messages_.WillAnswer(base::Answer::kYes);
   messages_.WillChoose(std::nullopt);
   EXPECT_FALSE(form.parentWidget()->close()) << "no name was given";
-  messages_.WillAnswer(shell::Answer::kNo);
+  messages_.WillAnswer(base::Answer::kNo);
   EXPECT_TRUE(program_.window->close());
 }
 

@@ -27,7 +27,7 @@ class FirstStart : public WindowTest {
   }
   static std::string StoreLine(Program& program) {
     for (const QLabel* label : program.window->statusBar()->findChildren<QLabel*>()) {
-      if (!label->text().isEmpty()) return shell::Utf8(label->text());
+      if (!label->text().isEmpty()) return widgets::Utf8(label->text());
     }
     return {};
   }

@@ -20,10 +20,10 @@ namespace fs = std::filesystem;
 using screening::AnalysisFieldsPanel;
 using screening::joken_Form;
 using screening::MarketCount;
-using shell::Text;
-using shell::Utf8;
 using testing::HasSubstr;
 using testing::StartsWith;
+using widgets::Text;
+using widgets::Utf8;
 
 constexpr int kLongEnough = 10'000;  // ms
 
@@ -61,10 +61,10 @@ class AnalysisEditor : public WindowTest {
 TEST_F(AnalysisEditor, OnlyWhatWouldBeLostIsAChange) {
   Open("a.txt", "タイトル：　見出し\n分析結果格納場所：.\n分析項目：終値(0) > {1 + 2} * 3\n");
   EXPECT_FALSE(form_->isWindowModified()) << "full-width blanks of the file are its own";
-  look_.Apply(shell::Theme::kDark, 125);
+  look_.Apply(widgets::Theme::kDark, 125);
   QCoreApplication::processEvents();
   EXPECT_FALSE(form_->isWindowModified()) << "other colours change nothing";
-  look_.Apply(shell::Theme::kLight, 100);
+  look_.Apply(widgets::Theme::kLight, 100);
 
   QTest::keyClicks(&form_->Editor(), QStringLiteral("1"));
   EXPECT_TRUE(form_->isWindowModified());

@@ -20,8 +20,8 @@ namespace {
 
 using lists::meigaramenu_Form;
 using lists::pricelist_Form;
-using shell::Text;
-using shell::Utf8;
+using widgets::Text;
+using widgets::Utf8;
 using Strings = std::vector<std::string>;
 
 /// The entry of the menu with that text; "&" and what follows it do not count.

@@ -7,7 +7,7 @@
 #include <fstream>
 #include <set>
 
-#include "shell/ui/settings_form.h"
+#include "settings/ui/settings_form.h"
 #include "support/test_files.h"
 #include "ui/window_test.h"
 
@@ -30,7 +30,7 @@ class MainWindow : public WindowTest {
   QMdiArea* Area() { return program_.window->findChild<QMdiArea*>(); }
   QMdiSubWindow* Front() { return Area()->activeSubWindow(); }
   std::string FrontTitle() {
-    return Front() == nullptr ? "" : shell::Utf8(Front()->widget()->windowTitle());
+    return Front() == nullptr ? "" : widgets::Utf8(Front()->widget()->windowTitle());
   }
   int FrontRows() {
     const auto* table = Front()->widget()->findChild<QTableView*>();
@@ -41,11 +41,11 @@ class MainWindow : public WindowTest {
     for (QAction* action : program_.window->findChildren<QAction*>()) {
       if (action->menu() == nullptr && action->text().startsWith(text)) return action;
     }
-    ADD_FAILURE() << "no entry " << shell::Utf8(text);
+    ADD_FAILURE() << "no entry " << widgets::Utf8(text);
     return nullptr;
   }
   void Choose(const char* text) {
-    Entry(shell::Text(text))->trigger();
+    Entry(widgets::Text(text))->trigger();
     QCoreApplication::processEvents();
   }
 
@@ -61,16 +61,16 @@ TEST_F(MainWindow, EveryMenuEntryHasAKeyOrAMnemonicAndWorks) {
       if (entry->isSeparator() || entry->menu() != nullptr) continue;
       const QString key = entry->shortcut().toString();
       if (!key.isEmpty()) {
-        EXPECT_TRUE(keys.insert(key).second) << shell::Utf8(entry->text());
+        EXPECT_TRUE(keys.insert(key).second) << widgets::Utf8(entry->text());
       }
       const qsizetype mark = entry->text().indexOf('&');
       if (mark >= 0) {
         EXPECT_TRUE(mnemonics.insert(entry->text().mid(mark, 2)).second)
-            << shell::Utf8(entry->text());
+            << widgets::Utf8(entry->text());
       }
       // The demo market has all there is to work with, but a store is there already.
       const bool is_made = entry->text().contains(QStringLiteral("株価データを用意する"));
-      EXPECT_EQ(entry->isEnabled(), !is_made) << shell::Utf8(entry->text());
+      EXPECT_EQ(entry->isEnabled(), !is_made) << widgets::Utf8(entry->text());
     }
   }
 }
@@ -132,7 +132,7 @@ TEST_F(MainWindow, CsvUpdateAddsADayAndReloadsTheWindows) {
 }
 
 TEST_F(MainWindow, SettingsAreSavedAndTakeEffectAtOnce) {
-  WithDialog<shell::settings_Form>([](shell::settings_Form& form) {
+  WithDialog<settings::settings_Form>([](settings::settings_Form& form) {
     form.ShowGroup("Window");
     auto* size = form.findChild<QAbstractSpinBox*>(QStringLiteral("FontPercent"));
     ASSERT_NE(size, nullptr);

@@ -12,7 +12,7 @@
 #include "screening/ui/check2_form.h"
 #include "screening/ui/columns_form.h"
 #include "screening/ui/result_form.h"
-#include "shell/settings/analysis_group.h"
+#include "settings/analysis_group.h"
 #include "ui/window_test.h"
 
 namespace orin::test {
@@ -22,11 +22,11 @@ namespace fs = std::filesystem;
 using screening::check2_Form;
 using screening::columns_Form;
 using screening::result_Form;
-using shell::Text;
-using shell::Utf8;
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::StartsWith;
+using widgets::Text;
+using widgets::Utf8;
 
 constexpr const char* kEnd = "株価チェックが終了しました。";
 
@@ -61,7 +61,7 @@ class AnalysisWindow : public WindowTest {
 
   /// Makes the entries of the group those of these files, all ticked, and opens the window.
   check2_Form& WindowWith(const std::vector<fs::path>& files) {
-    shell::AnalysisGroup group;
+    settings::AnalysisGroup group;
     for (size_t i = 0; i < files.size(); ++i) {
       group.entries.at(i) = {"", files[i].string(), true};
     }
@@ -169,7 +169,7 @@ TEST_F(AnalysisWindow, WindowThatLoadsFromAChangedStoreIsReadAnew) {
 TEST_F(AnalysisWindow, ResultIsSortedExplainedSteppedThroughAndExported) {
   WindowWith({WriteAnalysis("高い", "終値(0) > 100")}).Command1_Click();
   result_Form& form = Result("高い");
-  shell::TableView& table = form.Table();
+  widgets::TableView& table = form.Table();
   ASSERT_GT(table.Content().rows.size(), 3U);
 
   table.SelectCode(QStringLiteral("AAPL"));
@@ -228,7 +228,7 @@ TEST_F(AnalysisWindow, UsersColumnsAreComputedAndKeptWithTheGroup) {
   EXPECT_EQ((*apple)[3], "310.3300");
   EXPECT_EQ((*apple)[7], "620.6600");
   EXPECT_EQ((*apple)[8], "○");
-  const auto group = shell::LoadAnalysisGroup(home_ / "orin.chk");
+  const auto group = settings::LoadAnalysisGroup(home_ / "orin.chk");
   ASSERT_TRUE(group);
   EXPECT_EQ(group->columns[0].expression, "終値(0) * 2");
 }
@@ -299,7 +299,7 @@ TEST_F(AnalysisWindow, StoppedRunWritesNothingMoreAndSaysNothing) {
   QTimer stopper;
   stopper.setInterval(0);
   QObject::connect(&stopper, &QTimer::timeout, [&] {
-    if (auto* job = program_.window->findChild<shell::JobProgress*>()) job->Stop();
+    if (auto* job = program_.window->findChild<widgets::JobProgress*>()) job->Stop();
   });
   stopper.start();
   window.Command1_Click();
@@ -409,10 +409,10 @@ TEST_F(AnalysisWindow, GroupIsChangedAndSavedWithWhatElseItsFileHolds) {
   window.mnu_remove_Click();
   window.List().SelectEntry(1);
   window.mnu_up_Click();
-  const auto saved = shell::LoadAnalysisGroup(other);
+  const auto saved = settings::LoadAnalysisGroup(other);
   ASSERT_TRUE(saved);
-  EXPECT_EQ(saved->entries[0], (shell::AnalysisGroupEntry{"足した", "足した.txt", false}));
-  EXPECT_EQ(saved->entries[1], shell::AnalysisGroupEntry());
+  EXPECT_EQ(saved->entries[0], (settings::AnalysisGroupEntry{"足した", "足した.txt", false}));
+  EXPECT_EQ(saved->entries[1], settings::AnalysisGroupEntry());
   EXPECT_THAT(*base::ReadFile(other), HasSubstr("[Mine]"));
 }
 

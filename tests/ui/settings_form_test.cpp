@@ -1,4 +1,4 @@
-#include "shell/ui/settings_form.h"
+#include "settings/ui/settings_form.h"
 
 #include <QAbstractSpinBox>
 #include <QCheckBox>
@@ -17,11 +17,11 @@
 #include <vector>
 
 #include "base/file_system.h"
-#include "shell/ui/qt_text.h"
-#include "shell/ui/settings_pick_editors.h"
-#include "shell/ui/settings_search.h"
+#include "settings/ui/settings_pick_editors.h"
+#include "settings/ui/settings_search.h"
 #include "support/answered_messages.h"
 #include "support/scratch_directory.h"
+#include "widgets/qt_text.h"
 
 namespace orin::shell {
 
@@ -34,18 +34,18 @@ class SettingsForm : public testing::Test {
  protected:
   SettingsForm()
       : places_{directory_.Path(), directory_.Path() / "orin.ini"},
-        settings_(LoadWhatIsReadable(places_).settings) {
+        settings_(settings::LoadWhatIsReadable(places_).settings) {
     MakeForm();
   }
 
   void MakeForm() {
     form_.reset();
-    form_ = std::make_unique<settings_Form>(settings_, places_, messages_,
-                                            [this](const Settings& changed) -> base::Status {
-                                              if (!refusal_.empty()) return base::Fail(refusal_);
-                                              saved_.push_back(changed);
-                                              return {};
-                                            });
+    form_ = std::make_unique<settings::settings_Form>(
+        settings_, places_, messages_, [this](const settings::Settings& changed) -> base::Status {
+          if (!refusal_.empty()) return base::Fail(refusal_);
+          saved_.push_back(changed);
+          return {};
+        });
     form_->show();
     QCoreApplication::processEvents();
   }
@@ -66,22 +66,24 @@ class SettingsForm : public testing::Test {
     if (auto* line = qobject_cast<QLineEdit*>(field)) {
       line->selectAll();
       QTest::keyClick(line, Qt::Key_Backspace);
-      line->insert(Text(text));
+      line->insert(widgets::Text(text));
       Q_EMIT line->textEdited(line->text());
     } else {
-      qobject_cast<QPlainTextEdit*>(field)->setPlainText(Text(text));
+      qobject_cast<QPlainTextEdit*>(field)->setPlainText(widgets::Text(text));
     }
   }
 
   std::string Sentence(const char* key) {
     const auto* label = Find<QLabel>((std::string(key) + ".sentence").c_str());
-    return label->isVisible() ? Utf8(label->text()) : std::string();
+    return label->isVisible() ? widgets::Utf8(label->text()) : std::string();
   }
 
   void Press(const char* name) { Find<QToolButton>(name)->click(); }
   void PressOk() { form_->findChild<QPushButton*>("ok")->click(); }
-  void Search(const char* text) { form_->findChild<QLineEdit*>("search")->setText(Text(text)); }
-  std::string Title() { return Utf8(form_->findChild<QLabel*>("title")->text()); }
+  void Search(const char* text) {
+    form_->findChild<QLineEdit*>("search")->setText(widgets::Text(text));
+  }
+  std::string Title() { return widgets::Utf8(form_->findChild<QLabel*>("title")->text()); }
   QListWidgetItem* CurrentGroup() {
     return form_->findChild<QListWidget*>("groups")->currentItem();
   }
@@ -91,26 +93,26 @@ class SettingsForm : public testing::Test {
   }
 
   support::ScratchDirectory directory_;
-  SettingsPlaces places_;
-  Settings settings_;
+  settings::SettingsPlaces places_;
+  settings::Settings settings_;
   AnsweredMessages messages_;
-  std::vector<Settings> saved_;
+  std::vector<settings::Settings> saved_;
   std::string refusal_;  // of saving
-  std::unique_ptr<settings_Form> form_;
+  std::unique_ptr<settings::settings_Form> form_;
 };
 
 TEST_F(SettingsForm, EveryKeyHasAnEditorThatShowsItsValueAndNamesItsKey) {
   size_t entries = 0;
-  for (const SettingsGroup& group : SettingsCatalogue()) {
+  for (const settings::SettingsGroup& group : settings::SettingsCatalogue()) {
     auto* groups = form_->findChild<QListWidget*>("groups");
-    groups->setCurrentItem(groups->findItems(Text(group.title), Qt::MatchExactly).front());
-    for (const SettingEntry& entry : group.entries) {
+    groups->setCurrentItem(groups->findItems(widgets::Text(group.title), Qt::MatchExactly).front());
+    for (const settings::SettingEntry& entry : group.entries) {
       const auto* field = Find(entry.key.c_str());
       ++entries;
       EXPECT_FALSE(field->accessibleName().isEmpty()) << entry.key;
-      EXPECT_THAT(Utf8(field->parentWidget()->toolTip()), testing::HasSubstr(entry.key));
+      EXPECT_THAT(widgets::Utf8(field->parentWidget()->toolTip()), testing::HasSubstr(entry.key));
       if (const auto* line = qobject_cast<const QLineEdit*>(field)) {
-        EXPECT_EQ(Utf8(line->text()), entry.text(settings_)) << entry.key;
+        EXPECT_EQ(widgets::Utf8(line->text()), entry.text(settings_)) << entry.key;
       }
       EXPECT_EQ(Sentence(entry.key.c_str()), "") << entry.key;
     }
@@ -128,7 +130,7 @@ TEST_F(SettingsForm, OkSavesWhatWasChangedAndNothingElse) {
   PressOk();
   ASSERT_EQ(saved_.size(), 1u);
   EXPECT_FALSE(form_->isVisible());
-  Settings expected = settings_;
+  settings::Settings expected = settings_;
   expected.tax.syouhi_zeiritu = *base::Currency::Parse("8.5");
   expected.tax.capitalgain_tax = !settings_.tax.capitalgain_tax;
   EXPECT_EQ(saved_[0].tax, expected.tax);
@@ -157,18 +159,18 @@ TEST_F(SettingsForm, WrongTextIsExplainedMarkedAndKeepsTheWindowOpenAtItsField) 
     form_->ShowGroup(wrong.section);
     Type(wrong.key, wrong.text);
     EXPECT_NE(Sentence(wrong.key), "") << wrong.key;
-    EXPECT_TRUE(CurrentGroup()->text().endsWith(Text("！"))) << wrong.key;
+    EXPECT_TRUE(CurrentGroup()->text().endsWith(widgets::Text("！"))) << wrong.key;
     Search("背景の色");
     PressOk();
     EXPECT_TRUE(form_->isVisible()) << wrong.key;
     EXPECT_TRUE(saved_.empty()) << wrong.key;
     auto* field = Find(wrong.key);
     EXPECT_TRUE(field->isAncestorOf(form_->focusWidget()) || field == form_->focusWidget());
-    EXPECT_EQ(Utf8(form_->findChild<QLineEdit*>("search")->text()), "");
+    EXPECT_EQ(widgets::Utf8(form_->findChild<QLineEdit*>("search")->text()), "");
 
     Press((std::string(wrong.key) + ".reset").c_str());
     EXPECT_EQ(Sentence(wrong.key), "") << wrong.key;
-    EXPECT_FALSE(CurrentGroup()->text().endsWith(Text("！"))) << wrong.key;
+    EXPECT_FALSE(CurrentGroup()->text().endsWith(widgets::Text("！"))) << wrong.key;
   }
 }
 
@@ -200,11 +202,11 @@ TEST_F(SettingsForm, OneFieldAGroupOrEverythingGoesBackToItsDefaults) {
   form_->group_default_Click();
   EXPECT_EQ(form_->Current().bus.comp_file, settings_.bus.comp_file);
   EXPECT_EQ(form_->Current().bus.update_file, "html\\StockHtm.txt");
-  EXPECT_EQ(Utf8(Find<QLineEdit>("update_file")->text()), "html\\StockHtm.txt");
+  EXPECT_EQ(widgets::Utf8(Find<QLineEdit>("update_file")->text()), "html\\StockHtm.txt");
 
   form_->ShowGroup("Tax");
   Type("syouhi_zeiritu", "8");
-  messages_.WillAnswer(Answer::kNo).WillAnswer(Answer::kYes);
+  messages_.WillAnswer(base::Answer::kNo).WillAnswer(base::Answer::kYes);
   form_->all_default_Click();
   EXPECT_NE(form_->Current().tax, settings_.tax);
   form_->all_default_Click();
@@ -215,8 +217,8 @@ TEST_F(SettingsForm, OneFieldAGroupOrEverythingGoesBackToItsDefaults) {
 TEST_F(SettingsForm, SearchFindsByKeyAndLabelInAnyWidthAndCase) {
   const auto keys = [](const char* text) {
     std::set<std::string> found;
-    const auto& groups = SettingsCatalogue();
-    for (const EntryPlace place : FindSettings(groups, Text(text))) {
+    const auto& groups = settings::SettingsCatalogue();
+    for (const settings::EntryPlace place : settings::FindSettings(groups, widgets::Text(text))) {
       found.insert(groups[place.group].entries[place.entry].key);
     }
     return found;
@@ -234,22 +236,23 @@ TEST_F(SettingsForm, HitsAreEditedInPlaceAndTheGroupShowsItAfterwards) {
   EXPECT_EQ(Title(), "検索結果：1件");
   Type("syouhi_zeiritu", "8");
   Search("");
-  EXPECT_EQ(Title(), Utf8(CurrentGroup()->text()));
-  EXPECT_EQ(Utf8(Find<QLineEdit>("syouhi_zeiritu")->text()), "8");
+  EXPECT_EQ(Title(), widgets::Utf8(CurrentGroup()->text()));
+  EXPECT_EQ(widgets::Utf8(Find<QLineEdit>("syouhi_zeiritu")->text()), "8");
   Search("そんな設定はない");
   EXPECT_EQ(Title(), "「そんな設定はない」に当たる設定はありません");
 }
 
 TEST_F(SettingsForm, ManyHitsComePieceByPieceUntilAllAreThere) {
   Search("_");
-  const size_t all = FindSettings(SettingsCatalogue(), "_").size();
+  const size_t all = settings::FindSettings(settings::SettingsCatalogue(), "_").size();
   auto* page = form_->findChild<QStackedWidget*>()->currentWidget();
-  auto* hits = qobject_cast<SettingsPage*>(page);
+  auto* hits = qobject_cast<settings::SettingsPage*>(page);
   for (size_t i = 0; i < all && hits->Rows() < all; ++i) {
     const size_t before = hits->Rows();
     QCoreApplication::processEvents();
     for (auto* button : page->findChildren<QPushButton*>()) {
-      if (button->text().startsWith(Text("残りの")) && !button->isHidden()) button->click();
+      if (button->text().startsWith(widgets::Text("残りの")) && !button->isHidden())
+        button->click();
     }
     ASSERT_GT(hits->Rows(), before);
   }
@@ -262,7 +265,7 @@ TEST_F(SettingsForm, ColourShowsInThePreviewBeforeItIsSaved) {
     QCoreApplication::processEvents();
     const QImage before = Preview();
     const bool is_menu = std::string(section) == "MenuColor";
-    auto* editor = qobject_cast<SettingEditor*>(
+    auto* editor = qobject_cast<settings::SettingEditor*>(
         Find(is_menu ? "mnubase_color" : "chartbase_color")->parentWidget());
     Q_EMIT editor->Edited("4660");  // red 52, green 18
     const QImage after = Preview();
@@ -280,12 +283,13 @@ TEST_F(SettingsForm, PathIsChosenInADialogThatStartsAtTheOldOne) {
   auto* editor = Find("datasave_dir")->parentWidget();
   editor->findChild<QPushButton*>()->click();
   const std::string expected =
-      PathSettingText(directory_.Path() / "prices", SettingKind::kDirectory);
+      settings::PathSettingText(directory_.Path() / "prices", settings::SettingKind::kDirectory);
   EXPECT_EQ(form_->Current().bus.datasave_dir, expected);
   ASSERT_EQ(messages_.FileQuestions().size(), 1u);
-  EXPECT_EQ(messages_.FileQuestions()[0].choice, FileChoice::kDirectory);
-  EXPECT_EQ(messages_.FileQuestions()[0].start, NativeSetting(places_, settings_.bus.datasave_dir));
-  EXPECT_EQ(NativeSetting(places_, expected), directory_.Path() / "prices");
+  EXPECT_EQ(messages_.FileQuestions()[0].choice, base::FileChoice::kDirectory);
+  EXPECT_EQ(messages_.FileQuestions()[0].start,
+            settings::NativeSetting(places_, settings_.bus.datasave_dir));
+  EXPECT_EQ(settings::NativeSetting(places_, expected), directory_.Path() / "prices");
 }
 
 TEST_F(SettingsForm, TabGoesThroughTheFieldsAndEscapeLeavesTheSearch) {
@@ -301,7 +305,7 @@ TEST_F(SettingsForm, TabGoesThroughTheFieldsAndEscapeLeavesTheSearch) {
   Search("消費税");
   auto* search = form_->findChild<QLineEdit*>("search");
   QTest::keyClick(search, Qt::Key_Escape);
-  EXPECT_EQ(Utf8(search->text()), "");
+  EXPECT_EQ(widgets::Utf8(search->text()), "");
   EXPECT_TRUE(form_->isVisible());
 
   // The return key in an expression is that of the window.
@@ -320,7 +324,7 @@ TEST_F(SettingsForm, ClosingWithChangesAsksAndSavesNothing) {
   MakeForm();
   form_->ShowGroup("Tax");
   Type("syouhi_zeiritu", "8");
-  messages_.WillAnswer(Answer::kNo).WillAnswer(Answer::kYes);
+  messages_.WillAnswer(base::Answer::kNo).WillAnswer(base::Answer::kYes);
   form_->close();
   EXPECT_TRUE(form_->isVisible());
   form_->close();

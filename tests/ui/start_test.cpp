@@ -3,14 +3,14 @@
 #include <fstream>
 
 #include "base/cp932.h"
-#include "shell/ui/settings_form.h"
+#include "settings/ui/settings_form.h"
 #include "ui/window_test.h"
 
 namespace orin::test {
 namespace {
 
 namespace fs = std::filesystem;
-using shell::Answer;
+using base::Answer;
 
 constexpr const char* kRunningCaption = "ミルテ（複数起動、異常状態チェック）";
 constexpr const char* kRunningText =
@@ -80,11 +80,11 @@ TEST_F(StartJourney, WrongPathsAreCorrectedInTheSettings) {
     fs::rename(home_ / name, home_ / "elsewhere" / name);
   }
   messages_.WillAnswer(Answer::kYes);
-  WithDialog<shell::settings_Form>([this](shell::settings_Form& form) {
+  WithDialog<settings::settings_Form>([this](settings::settings_Form& form) {
     auto* field = form.findChild<QLineEdit*>(QStringLiteral("system_dir"));
     ASSERT_NE(field, nullptr);
     field->selectAll();
-    QTest::keyClicks(field, shell::Text((home_ / "elsewhere").string()));
+    QTest::keyClicks(field, widgets::Text((home_ / "elsewhere").string()));
     form.ok_Click();
   });
   Program program = Start(messages_);

@@ -13,17 +13,17 @@
 #include <string>
 
 #include "acquire/market_setup.h"
+#include "app/main_window/main_form.h"
+#include "app/main_window/start_screen.h"
 #include "base/file_system.h"
 #include "shell/program_places.h"
 #include "shell/start_up.h"
 #include "shell/store_places.h"
-#include "shell/ui/look.h"
-#include "shell/ui/main_form.h"
-#include "shell/ui/qt_text.h"
-#include "shell/ui/start_screen.h"
 #include "support/answered_messages.h"
 #include "support/scratch_directory.h"
 #include "support/test_files.h"
+#include "widgets/look.h"
+#include "widgets/qt_text.h"
 
 namespace orin::test {
 
@@ -65,7 +65,7 @@ class WindowTest : public testing::Test {
     const std::filesystem::path demo = support::DemoFile("");
     ASSERT_TRUE(acquire::CopyDemoFiles(demo, home_.Path(), files));
     base::SilentProgress progress;
-    const auto settings = shell::LoadSettings(places_);
+    const auto settings = settings::LoadSettings(places_);
     const auto made = acquire::SetUpMarket(shell::LocateStore(settings->bus, places_),
                                            {demo / "brand", demo / "stocks.csv"}, files, progress);
     ASSERT_TRUE(made) << made.error().message;
@@ -73,16 +73,16 @@ class WindowTest : public testing::Test {
 
   /// The program from its start to the main window.
   struct Program {
-    std::unique_ptr<shell::StartScreen> screen;
+    std::unique_ptr<app::StartScreen> screen;
     std::unique_ptr<shell::ProgramState> state;
-    std::unique_ptr<shell::main_Form> window;
+    std::unique_ptr<app::main_Form> window;
   };
-  Program Start(shell::Messages& messages) {
+  Program Start(base::Messages& messages) {
     auto& files = base::NativeFileSystem();
     Program program;
-    program.screen = std::make_unique<shell::StartScreen>(places_, files, messages);
+    program.screen = std::make_unique<app::StartScreen>(places_, files, messages);
     program.state = shell::StartUp(places_, files, *program.screen);
-    program.window = std::make_unique<shell::main_Form>(*program.state, *program.screen, look_);
+    program.window = std::make_unique<app::main_Form>(*program.state, *program.screen, look_);
     program.window->Form_Load();
     QCoreApplication::processEvents();
     return program;
@@ -93,8 +93,8 @@ class WindowTest : public testing::Test {
   }
 
   support::ScratchDirectory home_;
-  shell::SettingsPlaces places_;
-  shell::Look look_;
+  settings::SettingsPlaces places_;
+  widgets::Look look_;
   support::AnsweredMessages messages_;
 };
 

@@ -9,14 +9,14 @@
 #include <string>
 
 #include "app/japanese_usage.h"
+#include "app/main_window/main_form.h"
+#include "app/main_window/start_screen.h"
 #include "base/file_system.h"
 #include "base/text.h"
 #include "shell/program_places.h"
-#include "shell/ui/look.h"
-#include "shell/ui/main_form.h"
-#include "shell/ui/qt_messages.h"
-#include "shell/ui/qt_text.h"
-#include "shell/ui/start_screen.h"
+#include "widgets/look.h"
+#include "widgets/qt_messages.h"
+#include "widgets/qt_text.h"
 
 namespace orin::app {
 
@@ -29,9 +29,9 @@ struct Options {
   bool close_when_ready = false;
 };
 
-const std::map<std::string, shell::Theme> kThemes = {{"system", shell::Theme::kSystem},
-                                                     {"light", shell::Theme::kLight},
-                                                     {"dark", shell::Theme::kDark}};
+const std::map<std::string, widgets::Theme> kThemes = {{"system", widgets::Theme::kSystem},
+                                                       {"light", widgets::Theme::kLight},
+                                                       {"dark", widgets::Theme::kDark}};
 
 /// Until there are windows the toolkit can only fail for want of a display; it would end the
 /// program with a message of its own and a dump.
@@ -49,25 +49,25 @@ int Run(const Options& options) {
     std::cerr << base::Printable(places.error().message) << '\n';
     return 2;
   }
-  const shell::Look look;
-  look.Apply(shell::Theme::kSystem, 100);
-  QApplication::setWindowIcon(QIcon(shell::IconPath()));
-  if (!shell::HasJapaneseFont()) {
+  const widgets::Look look;
+  look.Apply(widgets::Theme::kSystem, 100);
+  QApplication::setWindowIcon(QIcon(widgets::IconPath()));
+  if (!widgets::HasJapaneseFont()) {
     std::cerr << "日本語のフォントがないので、文字が正しく表示されません（fonts-noto-cjk などを"
                  "入れてください）。\n";
   }
 
-  shell::QtMessages messages;
-  shell::StartScreen screen(*places, base::NativeFileSystem(), messages);
+  widgets::QtMessages messages;
+  app::StartScreen screen(*places, base::NativeFileSystem(), messages);
   screen.ShowLogo();
   const auto state = shell::StartUp(*places, base::NativeFileSystem(), screen);
   if (const auto theme = kThemes.find(options.theme); theme != kThemes.end()) {
     state->settings.window.theme = static_cast<int32_t>(theme->second);
     state->saved_settings.window.theme = state->settings.window.theme;
   }
-  look.Apply(static_cast<shell::Theme>(state->settings.window.theme),
+  look.Apply(static_cast<widgets::Theme>(state->settings.window.theme),
              state->settings.window.font_percent);
-  shell::main_Form window(*state, screen, look);
+  app::main_Form window(*state, screen, look);
   screen.CloseLogo([&window](const QString& status) { window.ShowStatus(status); });
   window.Form_Load();
   if (options.close_when_ready) QTimer::singleShot(0, &window, &QWidget::close);

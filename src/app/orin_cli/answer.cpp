@@ -21,7 +21,7 @@ int Answer::Give(int status) const {
 int AnswerFromStore(const Session& session,
                     const std::function<int(const StoreReading&, Answer&)>& work,
                     std::optional<int16_t> first_file) {
-  const auto settings = shell::LoadSettings(session.places);
+  const auto settings = settings::LoadSettings(session.places);
   if (!settings) return Report(settings.error());
   std::optional<Answer> answer;
   int status = kDone;

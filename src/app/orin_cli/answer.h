@@ -37,7 +37,7 @@ class Answer {
 
 /// The settings and the store they name, open for reading.
 struct StoreReading {
-  const shell::Settings& settings;
+  const settings::Settings& settings;
   const store::StockStore& store;
 };
 

@@ -124,7 +124,7 @@ int ListSubCharts() {
 
 /// The bars from the first date on, or as many as the settings show.
 chart::BarRange ViewOf(const ChartCommandOptions& options, chart::ChartSource& source,
-                       const shell::Settings& settings, base::Date from) {
+                       const settings::Settings& settings, base::Date from) {
   chart::BarRange view = chart::NewestBars(
       source, settings.chart_action, chart::FutureBars(options.chart, settings.chart_display));
   if (!options.from.empty()) view.first = std::min(source.BarOf(from), std::max(1, view.last));

@@ -23,7 +23,7 @@ void Print(const std::vector<std::string>& findings) {
 }
 
 int RunCheck(const Session& session) {
-  const auto settings = shell::LoadSettings(session.places);
+  const auto settings = settings::LoadSettings(session.places);
   if (!settings) return Report(settings.error());
   const StoreLocation location = shell::LocateStore(settings->bus, session.places);
   const auto findings = Check(location, CheckScope::kAll);
@@ -51,7 +51,7 @@ base::Status MakeSums(const StoreLocation& location) {
 }
 
 int RunChecksums(const Session& session, bool force) {
-  const auto settings = shell::LoadSettings(session.places);
+  const auto settings = settings::LoadSettings(session.places);
   if (!settings) return Report(settings.error());
   const StoreLocation location = shell::LocateStore(settings->bus, session.places);
   const auto findings = Check(location, CheckScope::kAllButSums);

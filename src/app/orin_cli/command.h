@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "base/result.h"
-#include "shell/settings/settings.h"
+#include "settings/settings.h"
 
 namespace orin::app {
 
@@ -17,7 +17,7 @@ inline constexpr int kWrongUsage = 2;  // or an expression that cannot be compil
 
 /// Where a command finds the program's files; filled in before the command runs.
 struct Session {
-  shell::SettingsPlaces places;
+  settings::SettingsPlaces places;
   /// Those of `eval`, `series`, `signals` and `explain`, in the order of the command line.
   std::vector<std::string> expressions;
   /// The chosen command; returns the exit status.

@@ -8,7 +8,7 @@ namespace orin::app {
 namespace {
 
 int RunInit(const Session& session) {
-  const auto settings = shell::LoadSettings(session.places);
+  const auto settings = settings::LoadSettings(session.places);
   if (!settings) return Report(settings.error());
   const auto created = store::StockStore::Create(shell::LocateStore(settings->bus, session.places),
                                                  base::NativeFileSystem());

@@ -72,7 +72,7 @@ int Run(std::vector<std::string> arguments) {
          " がないので、既定値を使います。");
   }
   // No command needs those settings: where they cannot be copied, they stay in use as they are.
-  const auto adopted = shell::AdoptSimulationFile(base::NativeFileSystem(), session.places);
+  const auto adopted = settings::AdoptSimulationFile(base::NativeFileSystem(), session.places);
   if (adopted && *adopted) Tell(**adopted);
   return session.run();
 }

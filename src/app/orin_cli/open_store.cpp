@@ -10,7 +10,7 @@
 namespace orin::app {
 
 base::Result<OpenedStore> OpenForChange(const Session& session) {
-  auto settings = shell::LoadSettings(session.places);
+  auto settings = settings::LoadSettings(session.places);
   if (!settings) return base::Forward(settings);
   auto store = store::StockStore::Open(shell::LocateStore(settings->bus, session.places),
                                        {store::Access::kWrite, {}}, base::NativeFileSystem());

@@ -14,7 +14,7 @@ namespace orin::app {
 /// The settings and the store they name, open for a change. Problems met in loading go to standard
 /// error.
 struct OpenedStore {
-  shell::Settings settings;
+  settings::Settings settings;
   store::StockStore store;
 };
 

@@ -85,7 +85,7 @@ base::Result<std::optional<store::StockStore>> OpenFromFirstFile(const StoreRead
   return std::optional(std::move(*store));
 }
 
-int Screen(const StoreReading& reading, const shell::SettingsPlaces& places,
+int Screen(const StoreReading& reading, const settings::SettingsPlaces& places,
            const ScreenOptions& options, Answer& answer) {
   const auto from_first_file = OpenFromFirstFile(reading, options.first_file);
   if (!from_first_file) return answer.Report(from_first_file.error());

@@ -13,7 +13,7 @@ int RunSettings(const Session& session, bool markdown) {
     std::cout << SettingsPage();
     return kDone;
   }
-  const shell::LoadedSettings loaded = shell::LoadWhatIsReadable(session.places);
+  const settings::LoadedSettings loaded = settings::LoadWhatIsReadable(session.places);
   for (const std::string& problem : loaded.problems) Tell(problem);
   std::cout << SettingsCsv(loaded.settings, session.places);
   return loaded.problems.empty() ? kDone : kFailed;

@@ -8,15 +8,15 @@
 #include "base/csv.h"
 #include "base/currency.h"
 #include "base/text.h"
-#include "shell/settings/settings_catalogue.h"
+#include "settings/settings_catalogue.h"
 
 namespace orin::app {
 
 namespace {
 
-using shell::SettingEntry;
-using shell::SettingKind;
-using shell::SettingsGroup;
+using settings::SettingEntry;
+using settings::SettingKind;
+using settings::SettingsGroup;
 
 constexpr std::string_view kIntroduction =
     R"(# orin.ini、orinsim.ini、orin.chk（設定）
@@ -75,7 +75,7 @@ constexpr std::array kKindTexts = {
 };
 
 std::string NumberText(double number) {
-  return shell::SettingText(base::Currency::FromDouble(number).value_or(base::Currency()));
+  return settings::SettingText(base::Currency::FromDouble(number).value_or(base::Currency()));
 }
 
 std::string ValuesText(const SettingEntry& entry) {
@@ -84,7 +84,7 @@ std::string ValuesText(const SettingEntry& entry) {
     text = NumberText(entry.minimum) + "～" + NumberText(entry.maximum);
     return text + (entry.kind == SettingKind::kRate ? "（小数は四桁まで）" : "");
   }
-  for (const shell::SettingChoice& choice : entry.choices) {
+  for (const settings::SettingChoice& choice : entry.choices) {
     text += (text.empty() ? "" : "<br>") + std::string(choice.text);
   }
   for (const KindText& kind : kKindTexts) {
@@ -102,7 +102,7 @@ std::string Code(const std::string& text) {
 
 std::string EntryRow(const SettingEntry& entry) {
   // Two short directories that no path begins with by chance.
-  const shell::SettingsPlaces letters{"P", "S/orin.ini"};
+  const settings::SettingsPlaces letters{"P", "S/orin.ini"};
   return "| " + Code(entry.key) + " | " + Code(entry.default_text(letters)) + " | " +
          ValuesText(entry) + " | " + entry.explanation + " |\n";
 }
@@ -139,13 +139,14 @@ std::string GroupText(const SettingsGroup& group) {
 
 std::string SettingsPage() {
   std::string text(kIntroduction);
-  for (const SettingsGroup& group : shell::SettingsCatalogue()) text += GroupText(group);
+  for (const SettingsGroup& group : settings::SettingsCatalogue()) text += GroupText(group);
   return text;
 }
 
-std::string SettingsCsv(const shell::Settings& settings, const shell::SettingsPlaces& places) {
+std::string SettingsCsv(const settings::Settings& settings,
+                        const settings::SettingsPlaces& places) {
   std::string text = "ファイル,セクション,キー,値,既定値,名前\n";
-  for (const SettingsGroup& group : shell::SettingsCatalogue()) {
+  for (const SettingsGroup& group : settings::SettingsCatalogue()) {
     for (const SettingEntry& entry : group.entries) {
       std::string value = entry.text(settings);
       if (entry.kind == SettingKind::kSecret && !value.empty()) value = "********";

@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "shell/settings/settings.h"
+#include "settings/settings.h"
 
 namespace orin::app {
 
@@ -11,6 +11,6 @@ std::string SettingsPage();
 
 /// A heading and a line for each key: file, section, key, value, default and label as CSV. What
 /// is secret is not shown.
-std::string SettingsCsv(const shell::Settings& settings, const shell::SettingsPlaces& places);
+std::string SettingsCsv(const settings::Settings& settings, const settings::SettingsPlaces& places);
 
 }  // namespace orin::app

@@ -15,7 +15,7 @@ namespace {
 base::Result<std::filesystem::path> Locate(const Session& session, const std::string& file) {
   const std::filesystem::path path(file);
   if (path.has_parent_path()) return path;
-  const auto settings = shell::LoadSettings(session.places);
+  const auto settings = settings::LoadSettings(session.places);
   if (!settings) return base::Forward(settings);
   return base::NativePath(file, shell::LocateStore(settings->bus, session.places).system_directory);
 }

@@ -16,10 +16,11 @@ struct UpdateCsvOptions {
   std::string stock_list;
 };
 
-acquire::CsvUpdateSource SourceOf(const UpdateCsvOptions& options, const shell::BusSettings& bus,
-                                  const shell::SettingsPlaces& places) {
+acquire::CsvUpdateSource SourceOf(const UpdateCsvOptions& options, const settings::BusSettings& bus,
+                                  const settings::SettingsPlaces& places) {
   const auto chosen = [&places](const std::string& option, const std::string& setting) {
-    return option.empty() ? shell::NativeSetting(places, setting) : std::filesystem::path(option);
+    return option.empty() ? settings::NativeSetting(places, setting)
+                          : std::filesystem::path(option);
   };
   acquire::CsvUpdateSource source;
   source.daily_directory = chosen(options.directory, bus.csvday_dir);

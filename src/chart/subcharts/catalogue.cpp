@@ -80,7 +80,7 @@ const SubChart* FindSubChart(std::string_view typed, BarPeriod period) {
   return of_other_bars;
 }
 
-int32_t FutureBars(const SubChart& chart, const shell::ChartDisplaySettings& display) {
+int32_t FutureBars(const SubChart& chart, const settings::ChartDisplaySettings& display) {
   const bool is_ichimoku = chart.make == IchimokuChart && display.ichimoku.check;
   return is_ichimoku ? std::max(0, display.ichimoku.leading1.period - 1) : 0;
 }

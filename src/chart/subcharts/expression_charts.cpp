@@ -11,7 +11,7 @@ namespace orin::chart {
 
 namespace {
 
-ScaleRule ScaleOf(shell::ScaleChoice choice) {
+ScaleRule ScaleOf(settings::ScaleChoice choice) {
   ScaleRule scale;
   switch (choice) {
     case 0:
@@ -33,14 +33,14 @@ ScaleRule ScaleOf(shell::ScaleChoice choice) {
   return scale;
 }
 
-Plot ExpressionPlot(const PlotRequest& request, const std::string& title, shell::ScaleChoice scale,
-                    std::span<const shell::ExpressionLine> lines) {
+Plot ExpressionPlot(const PlotRequest& request, const std::string& title,
+                    settings::ScaleChoice scale, std::span<const settings::ExpressionLine> lines) {
   Plot result;
   result.subtitle = title;
   TimePlot plot;
   plot.number = NumberForm::kPrice;
   plot.scale = ScaleOf(scale);
-  for (const shell::ExpressionLine& line : lines) {
+  for (const settings::ExpressionLine& line : lines) {
     if (!line.check || line.expression.empty()) continue;
     const std::string& name = line.label.empty() ? line.expression : line.label;
     PlotLine drawn;
@@ -56,17 +56,17 @@ Plot ExpressionPlot(const PlotRequest& request, const std::string& title, shell:
     plot.lines.push_back(std::move(drawn));
   }
   if (plot.lines.empty()) {
-    const bool is_on = std::ranges::any_of(lines, &shell::ExpressionLine::check);
+    const bool is_on = std::ranges::any_of(lines, &settings::ExpressionLine::check);
     result.notes.emplace_back(is_on ? "表示する式がまだありません。" : kSwitchedOff);
   }
   result.content = std::move(plot);
   return result;
 }
 
-Plot CompositeChart(const PlotRequest& request, const shell::CompositeCharts& charts,
+Plot CompositeChart(const PlotRequest& request, const settings::CompositeCharts& charts,
                     size_t which) {
-  const shell::CompositeCharts::Chart& chart = charts.charts.at(which);
-  const std::span<const shell::ExpressionLine> lines(&chart.line, charts.check ? 1 : 0);
+  const settings::CompositeCharts::Chart& chart = charts.charts.at(which);
+  const std::span<const settings::ExpressionLine> lines(&chart.line, charts.check ? 1 : 0);
   return ExpressionPlot(request, chart.title, chart.scale, lines);
 }
 
@@ -78,8 +78,8 @@ Plot OriginalChart(const PlotRequest& request, size_t which) {
     size_t count;
   };
   constexpr std::array kLines = {LineRange{0, 2}, LineRange{2, 2}, LineRange{4, 3}};
-  const shell::OriginalCharts& charts = request.display.original;
-  const shell::OriginalCharts::Chart& chart = charts.charts.at(which);
+  const settings::OriginalCharts& charts = request.display.original;
+  const settings::OriginalCharts::Chart& chart = charts.charts.at(which);
   const bool is_off = request.source.Period() == store::BarPeriod::kDay && !chart.daychart_check;
   const LineRange range = kLines.at(which);
   return ExpressionPlot(request, chart.title, chart.scale,

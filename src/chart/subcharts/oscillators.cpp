@@ -17,10 +17,10 @@ struct PairRow {
 };
 
 Plot PairPlot(const PlotRequest& request, const PairRow& row,
-              const std::array<shell::PeriodLine, 2>& lines, const ScaleRule& scale) {
+              const std::array<settings::PeriodLine, 2>& lines, const ScaleRule& scale) {
   TimePlot plot;
   plot.scale = scale;
-  for (const shell::PeriodLine& line : lines) {
+  for (const settings::PeriodLine& line : lines) {
     if (!line.check) continue;
     plot.lines.push_back(LineOf(request, {row.indicator, row.item, {line.period}},
                                 std::string(row.label) + std::to_string(line.period) + ":",
@@ -66,7 +66,7 @@ Plot DeviationChart(const PlotRequest& request, size_t /*which*/) {
 }
 
 Plot StochasticsChart(const PlotRequest& request, size_t /*which*/) {
-  const shell::StochasticsChart& chart = request.display.stochastics;
+  const settings::StochasticsChart& chart = request.display.stochastics;
   Plot result;
   TimePlot plot;
   plot.scale = Between(0, 100, {0, 20, 50, 80, 100});

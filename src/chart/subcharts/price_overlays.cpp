@@ -50,7 +50,7 @@ base::ValueColumn LaggingColumn(const BarsView& bars, int32_t ahead) {
 }  // namespace
 
 Plot IchimokuChart(const PlotRequest& request, size_t /*which*/) {
-  const shell::IchimokuChart& chart = request.display.ichimoku;
+  const settings::IchimokuChart& chart = request.display.ichimoku;
   if (!chart.check) return SwitchedOff(request);
   const BarsView bars = BarsOfView(request);
   const store::BarPeriod period = request.source.Period();
@@ -95,7 +95,7 @@ Plot IchimokuChart(const PlotRequest& request, size_t /*which*/) {
 Plot BollingerChart(const PlotRequest& request, size_t /*which*/) {
   constexpr std::array kUpper = {"+1 ", "+2 ", "+3 "};
   constexpr std::array kLower = {"-1 ", "-2 ", "-3 "};
-  const shell::BollingerChart& chart = request.display.bollinger;
+  const settings::BollingerChart& chart = request.display.bollinger;
   if (!chart.check) return SwitchedOff(request);
   TimePlot plot;
   plot.lines.push_back(LineOf(request, {"moving_average", "移動平均", {chart.period}},
@@ -113,7 +113,7 @@ Plot BollingerChart(const PlotRequest& request, size_t /*which*/) {
 }
 
 Plot ParabolicChart(const PlotRequest& request, size_t /*which*/) {
-  const shell::ParabolicChart& chart = request.display.parabolic;
+  const settings::ParabolicChart& chart = request.display.parabolic;
   const BarsView bars = BarsOfView(request);
   const indicators::ParabolicPath path =
       indicators::BuildParabolic(bars, {chart.initial, chart.step, chart.maximum});

@@ -158,7 +158,7 @@ Plot SwitchedOff(double column_width) {
 }  // namespace
 
 Plot KagiChart(const PlotRequest& request, size_t /*which*/) {
-  const shell::KagiChart& chart = request.display.kagi;
+  const settings::KagiChart& chart = request.display.kagi;
   if (!chart.check) return SwitchedOff(kKagiColumn);
   const base::BarColumns visible = VisibleBars(request, BarsOfView(request));
   const BarsView bars(visible);
@@ -176,7 +176,7 @@ Plot KagiChart(const PlotRequest& request, size_t /*which*/) {
 }
 
 Plot PointAndFigureChart(const PlotRequest& request, size_t /*which*/) {
-  const shell::PointAndFigureChart& chart = request.display.point_and_figure;
+  const settings::PointAndFigureChart& chart = request.display.point_and_figure;
   if (!chart.check) return SwitchedOff(kFigureColumn);
   const BarsView bars = BarsOfView(request);
   const int32_t span = bars.Count() - std::max(1, request.view.first) + 1;

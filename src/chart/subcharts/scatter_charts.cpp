@@ -44,7 +44,7 @@ void AddRegression(const indicators::RegressionLine& line, base::Color color, Pl
 
 void FillCorrelation(const PlotRequest& request, const store::StockRecord& other,
                      store::BarPeriod period, PlanePlot& plot, Plot& result) {
-  const shell::CorrelationChart& chart = request.display.correlation;
+  const settings::CorrelationChart& chart = request.display.correlation;
   const BarsView chart_bars = BarsOfView(request);
   if (chart_bars.Count() < 1) return;
   const base::Date last = chart_bars.DateOf(chart_bars.Count());
@@ -89,7 +89,7 @@ void FillCorrelation(const PlotRequest& request, const store::StockRecord& other
 }  // namespace
 
 Plot CorrelationChart(const PlotRequest& request, size_t /*which*/) {
-  const shell::CorrelationChart& chart = request.display.correlation;
+  const settings::CorrelationChart& chart = request.display.correlation;
   Plot result;
   PlanePlot plot;
   plot.has_zero_lines = true;
@@ -112,7 +112,7 @@ Plot CorrelationChart(const PlotRequest& request, size_t /*which*/) {
 }
 
 Plot InverseWatchChart(const PlotRequest& request, size_t /*which*/) {
-  const shell::PeriodLine& chart = request.display.inverse_watch;
+  const settings::PeriodLine& chart = request.display.inverse_watch;
   Plot result;
   PlanePlot plot;
   plot.across.number = NumberForm::kVolume;

@@ -10,17 +10,17 @@
 #include "chart/chart_source.h"
 #include "chart/plot.h"
 #include "chart/scales.h"
-#include "shell/settings/chart_action_settings.h"
-#include "shell/settings/chart_display_settings.h"
+#include "settings/chart_action_settings.h"
+#include "settings/chart_display_settings.h"
 
 namespace orin::chart {
 
 /// What a pane is made from. Everything must outlive the call alone.
 struct PlotRequest {
   ChartSource& source;
-  const shell::ChartDisplaySettings& display;
-  const shell::ChartActionSettings& action;
-  const shell::ChartCommonColorSettings& common;
+  const settings::ChartDisplaySettings& display;
+  const settings::ChartActionSettings& action;
+  const settings::ChartCommonColorSettings& common;
   const ChartColors& colors;
   PriceStyle style = PriceStyle::kCandles;  // of panes with prices
   /// The bars in view. Whatever depends on an end of the chart ends with the last of them.
@@ -49,7 +49,7 @@ const SubChart* FindSubChart(int32_t number, store::BarPeriod period);
 /// charts that differ by the kind of bars the one for `period`. Null where nothing is meant.
 const SubChart* FindSubChart(std::string_view typed, store::BarPeriod period);
 /// The number of bars that the charts reach beyond the newest one.
-int32_t FutureBars(const SubChart& chart, const shell::ChartDisplaySettings& display);
+int32_t FutureBars(const SubChart& chart, const settings::ChartDisplaySettings& display);
 
 // The charts of the catalogue, a family a file. `which` counts from 0.
 

@@ -13,7 +13,7 @@ namespace {
 
 constexpr int32_t kPriceBands = 24;
 
-PlotLine VolumeLine(const PlotRequest& request, const shell::PeriodLine& line) {
+PlotLine VolumeLine(const PlotRequest& request, const settings::PeriodLine& line) {
   PlotLine average;
   average.label = "V" + std::to_string(line.period) + ":";
   average.name = "出来高移動平均(" + std::to_string(line.period) + ")";
@@ -58,7 +58,7 @@ PlotTable IntradayTable(const IntradayPlot& plot) {
 }  // namespace
 
 Plot VolumeChart(const PlotRequest& request, size_t /*which*/) {
-  const shell::VolumeChart& chart = request.display.volume;
+  const settings::VolumeChart& chart = request.display.volume;
   const BarsView bars = BarsOfView(request);
   TimePlot plot;
   plot.number = NumberForm::kVolume;
@@ -72,7 +72,7 @@ Plot VolumeChart(const PlotRequest& request, size_t /*which*/) {
   volume.number = NumberForm::kVolume;
   volume.values = IndicatorColumn(bars, "volume", {});
   plot.lines.push_back(std::move(volume));
-  for (const shell::PeriodLine& average : chart.averages) {
+  for (const settings::PeriodLine& average : chart.averages) {
     if (average.check) plot.lines.push_back(VolumeLine(request, average));
   }
   AddCredit(request, plot);

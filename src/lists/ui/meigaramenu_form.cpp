@@ -12,12 +12,12 @@
 #include <array>
 #include <utility>
 
-#include "shell/ui/qt_text.h"
+#include "widgets/qt_text.h"
 
 namespace orin::lists {
 
-using shell::Text;
-using shell::Utf8;
+using widgets::Text;
+using widgets::Utf8;
 
 namespace {
 
@@ -157,7 +157,7 @@ void meigaramenu_Form::AddMenus(QTreeWidgetItem* parent, const std::vector<Stock
 }
 
 void meigaramenu_Form::PaintAsSet() {
-  const shell::MenuColorSettings& colors = state_.settings.menu_color;
+  const settings::MenuColorSettings& colors = state_.settings.menu_color;
   view_->setStyleSheet(
       QStringLiteral("QTableView { background-color: %1; gridline-color: %2; }"
                      "QHeaderView::section { background-color: %3; color: %4; border: none;"
@@ -165,7 +165,7 @@ void meigaramenu_Form::PaintAsSet() {
           .arg(Css(colors.mnubase_color), Css(colors.mnuline_color), Css(colors.mnufixbase_color),
                Css(colors.mnufixchar_color)));
   SizeColumns();
-  const shell::MenuDisplaySettings& display = state_.settings.menu_display;
+  const settings::MenuDisplaySettings& display = state_.settings.menu_display;
   view_->setColumnHidden(0, display.menu_code_displaytype == 2);
   view_->setColumnHidden(1, display.menu_name_displaytype == 2);
   view_->setColumnHidden(2, display.menu_category_displaytype == 0);

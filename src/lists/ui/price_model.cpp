@@ -8,11 +8,11 @@
 #include <utility>
 #include <vector>
 
-#include "shell/ui/qt_text.h"
+#include "widgets/qt_text.h"
 
 namespace orin::lists {
 
-using shell::Text;
+using widgets::Text;
 
 QColor ColorOfChange(base::Currency change, const QPalette& palette) {
   if (change == base::Currency()) return palette.color(QPalette::Text);

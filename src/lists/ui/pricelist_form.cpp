@@ -11,15 +11,15 @@
 #include <array>
 #include <vector>
 
-#include "shell/ui/qt_text.h"
-#include "shell/ui/table_view.h"
 #include "store/file_names.h"
 #include "store/name_index.h"
+#include "widgets/qt_text.h"
+#include "widgets/table_view.h"
 
 namespace orin::lists {
 
-using shell::Text;
-using shell::Utf8;
+using widgets::Text;
+using widgets::Utf8;
 
 namespace {
 
@@ -33,7 +33,7 @@ BarPeriod FirstPeriod(int32_t setting) {
 
 }  // namespace
 
-pricelist_Form::pricelist_Form(const shell::ProgramState& state, shell::Messages& messages)
+pricelist_Form::pricelist_Form(const shell::ProgramState& state, base::Messages& messages)
     : state_(state),
       messages_(messages),
       period_(FirstPeriod(state.settings.window.first_listing)),
@@ -82,7 +82,7 @@ void pricelist_Form::MakePeriodButtons(QBoxLayout* layout) {
 
 void pricelist_Form::MakeTable() {
   view_->setModel(model_);
-  shell::PrepareTable(*view_, QStringLiteral("株価一覧"));
+  widgets::PrepareTable(*view_, QStringLiteral("株価一覧"));
   view_->horizontalHeader()->setSortIndicator(static_cast<int>(PriceColumn::kDate),
                                               Qt::DescendingOrder);
   view_->setSortingEnabled(true);
@@ -286,7 +286,7 @@ void pricelist_Form::mnu_copy_Click() {
 
 void pricelist_Form::mnu_save_Click() {
   const std::string name = store::CodeFileStem(code_) + "_" + std::string(PeriodName(period_));
-  shell::SaveCsv(messages_, *state_.files, Text(name), model_->Listing().ToCsv());
+  widgets::SaveCsv(messages_, *state_.files, Text(name), model_->Listing().ToCsv());
 }
 
 }  // namespace orin::lists

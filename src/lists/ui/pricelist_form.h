@@ -9,10 +9,10 @@
 #include <string>
 #include <vector>
 
+#include "base/messages.h"
 #include "base/ordinal.h"
 #include "lists/price_listing.h"
 #include "lists/ui/price_model.h"
-#include "shell/messages.h"
 #include "shell/program_state.h"
 
 namespace orin::lists {
@@ -29,7 +29,7 @@ class pricelist_Form final : public QWidget {
 
  public:
   /// Both outlive the window.
-  pricelist_Form(const shell::ProgramState& state, shell::Messages& messages);
+  pricelist_Form(const shell::ProgramState& state, base::Messages& messages);
 
   /// What the keys for the next and the previous stock step through; all stocks of the master
   /// where it is empty.
@@ -68,7 +68,7 @@ class pricelist_Form final : public QWidget {
   [[nodiscard]] PriceListing Load(BarPeriod period) const;
 
   const shell::ProgramState& state_;
-  shell::Messages& messages_;
+  base::Messages& messages_;
   base::MasterRecord stock_;
   store::StockCode code_;
   BarPeriod period_;

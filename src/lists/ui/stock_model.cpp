@@ -5,11 +5,11 @@
 #include <array>
 #include <utility>
 
-#include "shell/ui/qt_text.h"
+#include "widgets/qt_text.h"
 
 namespace orin::lists {
 
-using shell::Text;
+using widgets::Text;
 
 namespace {
 

@@ -10,16 +10,16 @@
 #include "base/paths.h"
 #include "screening/screening_run.h"
 #include "screening/ui/trading_day_edit.h"
-#include "shell/ui/qt_text.h"
+#include "widgets/qt_text.h"
 
 namespace orin::screening {
 
 namespace fs = std::filesystem;
-using shell::Text;
-using shell::Utf8;
+using widgets::Text;
+using widgets::Utf8;
 
-AnalysisFieldsPanel::AnalysisFieldsPanel(const shell::ProgramState& state,
-                                         shell::Messages& messages, QWidget* owner)
+AnalysisFieldsPanel::AnalysisFieldsPanel(const shell::ProgramState& state, base::Messages& messages,
+                                         QWidget* owner)
     : QWidget(owner),
       state_(state),
       messages_(messages),
@@ -141,8 +141,8 @@ void AnalysisFieldsPanel::Directory_Click() {
   const auto chosen = messages_.ChooseFile(
       {.caption = "分析結果格納場所",
        .start = base::NativePath(Utf8(directory_->text()), state_.places.program_directory),
-       .choice = shell::FileChoice::kDirectory});
-  if (chosen) directory_->setText(shell::PathOf(*chosen));
+       .choice = base::FileChoice::kDirectory});
+  if (chosen) directory_->setText(widgets::PathOf(*chosen));
 }
 
 void AnalysisFieldsPanel::Calendar_Click() {

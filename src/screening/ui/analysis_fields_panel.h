@@ -5,8 +5,8 @@
 #include <QLineEdit>
 #include <QWidget>
 
+#include "base/messages.h"
 #include "screening/analysis_document.h"
-#include "shell/messages.h"
 #include "shell/program_state.h"
 
 namespace orin::screening {
@@ -18,7 +18,7 @@ class AnalysisFieldsPanel final : public QWidget {
 
  public:
   /// Both outlive the panel.
-  AnalysisFieldsPanel(const shell::ProgramState& state, shell::Messages& messages,
+  AnalysisFieldsPanel(const shell::ProgramState& state, base::Messages& messages,
                       QWidget* owner = nullptr);
 
   void Show(const AnalysisFields& fields);
@@ -36,7 +36,7 @@ class AnalysisFieldsPanel final : public QWidget {
 
  private:
   const shell::ProgramState& state_;
-  shell::Messages& messages_;
+  base::Messages& messages_;
   AnalysisFields shown_;
   QLineEdit* title_;
   QLineEdit* directory_;

@@ -6,8 +6,8 @@
 #include <utility>
 
 #include "base/paths.h"
-#include "shell/settings/settings_places.h"
-#include "shell/ui/qt_text.h"
+#include "settings/settings_places.h"
+#include "widgets/qt_text.h"
 
 // What the window shows; the group is changed in check2_form_group.cpp, the run is in
 // check2_form_run.cpp.
@@ -15,8 +15,8 @@
 namespace orin::screening {
 
 namespace fs = std::filesystem;
-using shell::PathOf;
-using shell::Text;
+using widgets::PathOf;
+using widgets::Text;
 
 namespace {
 
@@ -24,7 +24,7 @@ constexpr int kCountAfter = 300;  // ms without another choice
 
 }  // namespace
 
-check2_Form::check2_Form(const shell::ProgramState& state, shell::Messages& messages,
+check2_Form::check2_Form(const shell::ProgramState& state, base::Messages& messages,
                          Surroundings surroundings)
     : state_(state),
       messages_(messages),
@@ -50,7 +50,7 @@ check2_Form::check2_Form(const shell::ProgramState& state, shell::Messages& mess
   setFocusProxy(list_);
 
   connect(list_, &GroupList::Ticked, this, [this](int place, bool is_ticked) {
-    Change([&](shell::AnalysisGroup& group) {
+    Change([&](settings::AnalysisGroup& group) {
       group.entries.at(static_cast<size_t>(place)).check = is_ticked;
     });
   });
@@ -184,7 +184,8 @@ fs::path check2_Form::GroupFile() const {
 }
 
 shell::AnalysisGroupFiles check2_Form::Files() const {
-  return FilesOfGroup(state_.settings.analysis_group, GroupFile(), state_.places.program_directory);
+  return shell::FilesOfGroup(state_.settings.analysis_group, GroupFile(),
+                             state_.places.program_directory);
 }
 
 fs::path check2_Form::CurrentFile() const { return Files().all.at(list_->CurrentEntry()); }
@@ -220,7 +221,7 @@ void check2_Form::EnableButtons() {
   start_->setEnabled(state_.store.has_value() && !IsRunning());
 }
 
-bool check2_Form::Save(const shell::Settings& changed) {
+bool check2_Form::Save(const settings::Settings& changed) {
   const auto saved = surroundings_.save(changed);
   if (!saved) messages_.Warn(saved.error().message);
   return saved.has_value();
@@ -258,7 +259,7 @@ void check2_Form::FirstFile_Changed(int number) {
     ShowFirstFile();
     return;
   }
-  shell::Settings changed = state_.settings;
+  settings::Settings changed = state_.settings;
   // The master's own first file is that of every store.
   changed.common.analysis_system_first_file = number == header.first_file ? 0 : number;
   Save(changed);

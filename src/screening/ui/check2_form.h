@@ -12,16 +12,16 @@
 #include <string>
 #include <vector>
 
+#include "base/messages.h"
 #include "screening/screening_run.h"
 #include "screening/ui/day_counts_chart.h"
 #include "screening/ui/group_list.h"
 #include "screening/ui/market_count.h"
 #include "screening/ui/result_content.h"
 #include "screening/ui/trading_day_edit.h"
-#include "shell/messages.h"
+#include "settings/settings.h"
 #include "shell/program_state.h"
-#include "shell/settings/settings.h"
-#include "shell/ui/job_progress.h"
+#include "widgets/job_progress.h"
 
 namespace orin::screening {
 
@@ -34,7 +34,7 @@ class check2_Form final : public QWidget {
   /// What the window needs of its surroundings.
   struct Surroundings {
     /// Saves the settings and takes them over.
-    std::function<base::Status(const shell::Settings&)> save;
+    std::function<base::Status(const settings::Settings&)> save;
     /// Opens the condition editor; an empty path for a new analysis.
     std::function<void(const std::filesystem::path&)> edit;
     std::function<void(ResultContent)> show;
@@ -44,7 +44,7 @@ class check2_Form final : public QWidget {
     std::function<void(const std::string&)> fail;
   };
   /// All of them outlive the window.
-  check2_Form(const shell::ProgramState& state, shell::Messages& messages,
+  check2_Form(const shell::ProgramState& state, base::Messages& messages,
               Surroundings surroundings);
 
   /// The store is about to be read anew.
@@ -86,9 +86,9 @@ class check2_Form final : public QWidget {
   [[nodiscard]] shell::AnalysisGroupFiles Files() const;
   [[nodiscard]] std::filesystem::path CurrentFile() const;
   /// Changes the group, saves it and shows it.
-  void Change(const std::function<void(shell::AnalysisGroup&)>& change);
+  void Change(const std::function<void(settings::AnalysisGroup&)>& change);
   /// Saves the settings; false where that failed, which the user has been told.
-  bool Save(const shell::Settings& changed);
+  bool Save(const settings::Settings& changed);
   void MoveEntry(int step);
   void ShowGroup();
   void ShowFirstFile();
@@ -110,9 +110,9 @@ class check2_Form final : public QWidget {
       const base::Result<std::optional<int16_t>>& first_file) const;
 
   const shell::ProgramState& state_;
-  shell::Messages& messages_;
+  base::Messages& messages_;
   Surroundings surroundings_;
-  shell::JobProgress* job_ = nullptr;  // of the run under way
+  widgets::JobProgress* job_ = nullptr;  // of the run under way
   bool is_stopping_to_close_ = false;
   bool is_filling_ = false;
   QLabel* group_label_;

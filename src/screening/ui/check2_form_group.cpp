@@ -25,8 +25,8 @@ std::string SettingOf(const fs::path& file, const fs::path& program_directory) {
 
 }  // namespace
 
-void check2_Form::Change(const std::function<void(shell::AnalysisGroup&)>& change) {
-  shell::Settings changed = state_.settings;
+void check2_Form::Change(const std::function<void(settings::AnalysisGroup&)>& change) {
+  settings::Settings changed = state_.settings;
   change(changed.analysis_group);
   Save(changed);
   ShowGroup();
@@ -36,12 +36,12 @@ void check2_Form::mnu_group_Click() {
   const auto file = messages_.ChooseFile(
       {.caption = "株価分析グループファイル", .filter = kGroupFilter, .start = GroupFile()});
   if (!file) return;
-  const auto group = shell::LoadAnalysisGroup(*file);
+  const auto group = settings::LoadAnalysisGroup(*file);
   if (!group) {
     messages_.Warn(group.error().message);
     return;
   }
-  shell::Settings changed = state_.settings;
+  settings::Settings changed = state_.settings;
   changed.common.analysis_group_file = SettingOf(*file, state_.places.program_directory);
   changed.analysis_group = *group;
   Save(changed);
@@ -52,15 +52,15 @@ void check2_Form::mnu_savegroup_Click() {
   const auto file = messages_.ChooseFile({.caption = "株価分析グループファイル",
                                           .filter = kGroupFilter,
                                           .start = GroupFile(),
-                                          .choice = shell::FileChoice::kSave});
+                                          .choice = base::FileChoice::kSave});
   if (!file) return;
   const auto written =
-      shell::SaveAnalysisGroup(*state_.files, *file, state_.settings.analysis_group);
+      settings::SaveAnalysisGroup(*state_.files, *file, state_.settings.analysis_group);
   if (!written) {
     messages_.Warn(written.error().message);
     return;
   }
-  shell::Settings changed = state_.settings;
+  settings::Settings changed = state_.settings;
   changed.common.analysis_group_file = SettingOf(*file, state_.places.program_directory);
   Save(changed);
   ShowGroup();
@@ -78,7 +78,7 @@ void check2_Form::mnu_pick_Click() {
     messages_.Warn(analysis.error().message);
     return;
   }
-  Change([&](shell::AnalysisGroup& group) {
+  Change([&](settings::AnalysisGroup& group) {
     group.entries.at(list_->CurrentEntry()) = {
         analysis->title, SettingOf(*file, state_.places.program_directory), true};
   });
@@ -96,14 +96,14 @@ void check2_Form::mnu_edit_Click() {
 }
 
 void check2_Form::mnu_remove_Click() {
-  Change([this](shell::AnalysisGroup& group) { group.entries.at(list_->CurrentEntry()) = {}; });
+  Change([this](settings::AnalysisGroup& group) { group.entries.at(list_->CurrentEntry()) = {}; });
 }
 
 void check2_Form::MoveEntry(int step) {
   const auto place = static_cast<int>(list_->CurrentEntry());
   const int other = place + step;
-  if (other < 0 || other >= static_cast<int>(shell::AnalysisGroup::kEntries)) return;
-  Change([&](shell::AnalysisGroup& group) {
+  if (other < 0 || other >= static_cast<int>(settings::AnalysisGroup::kEntries)) return;
+  Change([&](settings::AnalysisGroup& group) {
     std::swap(group.entries.at(static_cast<size_t>(place)),
               group.entries.at(static_cast<size_t>(other)));
   });
@@ -123,7 +123,7 @@ void check2_Form::TakeSaved(const fs::path& file) {
     return;
   }
   const auto analysis = ReadAnalysisFile(file);
-  Change([&](shell::AnalysisGroup& group) {
+  Change([&](settings::AnalysisGroup& group) {
     group.entries.at(list_->CurrentEntry()) = {
         analysis ? analysis->title : "", SettingOf(file, state_.places.program_directory), true};
   });

@@ -4,15 +4,15 @@
 #include "base/paths.h"
 #include "screening/result_sets.h"
 #include "screening/ui/check2_form.h"
-#include "shell/ui/job_progress.h"
-#include "shell/ui/qt_text.h"
+#include "widgets/job_progress.h"
+#include "widgets/qt_text.h"
 
 // The run of the screening window, and what comes of it.
 
 namespace orin::screening {
 
 namespace fs = std::filesystem;
-using shell::Text;
+using widgets::Text;
 
 /// A run over the ticked entries.
 struct check2_Form::Run {
@@ -48,7 +48,7 @@ void check2_Form::Command1_Click() {
   count_timer_.stop();
   list_->ClearOutcomes();
   auto progress =
-      std::make_unique<shell::JobProgress>(window(), Text(shell::StageCaption("株価分析")));
+      std::make_unique<widgets::JobProgress>(window(), Text(base::StageCaption("株価分析")));
   job_ = progress.get();
   EnableButtons();
   Run run{store,

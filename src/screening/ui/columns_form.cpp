@@ -7,18 +7,18 @@
 
 #include "analysis/note_sentence.h"
 #include "analysis/program.h"
-#include "shell/ui/manual_form.h"
-#include "shell/ui/qt_text.h"
+#include "widgets/manual_form.h"
+#include "widgets/qt_text.h"
 
 namespace orin::screening {
 
-using shell::Text;
-using shell::Utf8;
+using widgets::Text;
+using widgets::Utf8;
 
 columns_Form::columns_Form(const Columns& columns, QWidget* owner) : QDialog(owner) {
   setWindowTitle(QStringLiteral("結果の列"));
   setProperty("helpPage", QStringLiteral("screening"));
-  shell::OpenManualWithF1(this);
+  widgets::OpenManualWithF1(this);
   auto* grid = new QGridLayout;
   grid->addWidget(new QLabel(QStringLiteral("見出し"), this), 0, 1);
   grid->addWidget(new QLabel(QStringLiteral("式（「移動平均乖離率(25,0)」など）"), this), 0, 2);

@@ -5,7 +5,7 @@
 #include <QLineEdit>
 #include <array>
 
-#include "shell/settings/analysis_group.h"
+#include "settings/analysis_group.h"
 
 namespace orin::screening {
 
@@ -14,7 +14,7 @@ class columns_Form final : public QDialog {
   Q_OBJECT
 
  public:
-  using Columns = decltype(shell::AnalysisGroup::columns);
+  using Columns = decltype(settings::AnalysisGroup::columns);
 
   explicit columns_Form(const Columns& columns, QWidget* owner = nullptr);
 

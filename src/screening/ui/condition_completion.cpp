@@ -11,14 +11,14 @@
 #include "analysis/items/item_suggestions.h"
 #include "screening/ui/condition_editor.h"
 #include "screening/ui/condition_highlighter.h"
-#include "shell/ui/qt_text.h"
+#include "widgets/qt_text.h"
 
 // Completion of item names in the condition editor.
 
 namespace orin::screening {
 
-using shell::Text;
-using shell::Utf8;
+using widgets::Text;
+using widgets::Utf8;
 
 namespace {
 

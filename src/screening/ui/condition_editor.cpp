@@ -15,14 +15,14 @@
 #include "analysis/program.h"
 #include "screening/analysis_document.h"
 #include "screening/ui/condition_highlighter.h"
-#include "shell/ui/qt_text.h"
+#include "widgets/qt_text.h"
 
 // The text and the notes; completion is in condition_completion.cpp.
 
 namespace orin::screening {
 
-using shell::Text;
-using shell::Utf8;
+using widgets::Text;
+using widgets::Utf8;
 
 namespace {
 

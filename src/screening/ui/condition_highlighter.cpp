@@ -5,7 +5,7 @@
 #include <array>
 
 #include "analysis/condition_words.h"
-#include "shell/ui/qt_text.h"
+#include "widgets/qt_text.h"
 
 namespace orin::screening {
 
@@ -97,7 +97,7 @@ void ConditionHighlighter::highlightBlock(const QString& text) {
     }
     return at;
   };
-  for (const MarkedWord& word : analysis::MarkWords(shell::Utf8(text), state)) {
+  for (const MarkedWord& word : analysis::MarkWords(widgets::Utf8(text), state)) {
     const int begin = go_to(word.first);
     const int end = go_to(word.first + word.count);
     setFormat(begin, end - begin, FormatOf(word, is_dark_));

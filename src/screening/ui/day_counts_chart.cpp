@@ -7,11 +7,11 @@
 #include <algorithm>
 #include <utility>
 
-#include "shell/ui/qt_text.h"
+#include "widgets/qt_text.h"
 
 namespace orin::screening {
 
-using shell::Text;
+using widgets::Text;
 
 namespace {
 

@@ -9,11 +9,11 @@
 
 #include "analysis/explanation_outline.h"
 #include "analysis/note_sentence.h"
-#include "shell/ui/qt_text.h"
+#include "widgets/qt_text.h"
 
 namespace orin::screening {
 
-using shell::Text;
+using widgets::Text;
 
 namespace {
 

@@ -6,11 +6,11 @@
 #include <memory>
 
 #include "screening/screening_run.h"
-#include "shell/ui/qt_text.h"
+#include "widgets/qt_text.h"
 
 namespace orin::screening {
 
-using shell::Text;
+using widgets::Text;
 
 namespace {
 
@@ -29,7 +29,7 @@ GroupList::GroupList(QWidget* owner) : QTreeWidget(owner) {
   setSelectionBehavior(QAbstractItemView::SelectRows);
   header()->setStretchLastSection(true);
   header()->setSectionsMovable(false);
-  for (size_t i = 0; i < shell::AnalysisGroup::kEntries; ++i) {
+  for (size_t i = 0; i < settings::AnalysisGroup::kEntries; ++i) {
     auto item = std::make_unique<QTreeWidgetItem>();
     item->setText(kNumber, QString::number(i + 1));
     item->setTextAlignment(kOutcome, Qt::AlignRight | Qt::AlignVCenter);
@@ -44,7 +44,7 @@ GroupList::GroupList(QWidget* owner) : QTreeWidget(owner) {
   connect(this, &QTreeWidget::itemActivated, this, &GroupList::EditWanted);
 }
 
-void GroupList::ShowGroup(const shell::AnalysisGroup& group,
+void GroupList::ShowGroup(const settings::AnalysisGroup& group,
                           const shell::AnalysisGroupFiles& files) {
   is_filling_ = true;
   for (size_t i = 0; i < group.entries.size(); ++i) ShowEntry(i, group.entries[i], files.all[i]);
@@ -56,13 +56,13 @@ void GroupList::ShowGroup(const shell::AnalysisGroup& group,
   }
 }
 
-void GroupList::ShowEntry(size_t place, const shell::AnalysisGroupEntry& entry,
+void GroupList::ShowEntry(size_t place, const settings::AnalysisGroupEntry& entry,
                           const std::filesystem::path& file) {
   QTreeWidgetItem* item = topLevelItem(static_cast<int>(place));
   qDeleteAll(item->takeChildren());
   item->setText(kTitle, Text(entry.title));
   item->setText(kFile, Text(entry.file));
-  item->setToolTip(kFile, file.empty() ? QString() : shell::PathOf(file));
+  item->setToolTip(kFile, file.empty() ? QString() : widgets::PathOf(file));
   item->setText(kOutcome, {});
   for (const Column column : {kDate, kMarket}) item->setText(column, {});
   if (entry.file.empty()) {
@@ -104,7 +104,7 @@ void GroupList::ShowOutcome(size_t place, const QString& outcome,
 }
 
 void GroupList::ClearOutcomes() {
-  for (size_t i = 0; i < shell::AnalysisGroup::kEntries; ++i) ShowOutcome(i, {}, {});
+  for (size_t i = 0; i < settings::AnalysisGroup::kEntries; ++i) ShowOutcome(i, {}, {});
 }
 
 size_t GroupList::CurrentEntry() const {

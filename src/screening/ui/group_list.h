@@ -5,8 +5,8 @@
 #include <string>
 #include <vector>
 
+#include "settings/analysis_group.h"
 #include "shell/analysis_group_files.h"
-#include "shell/settings/analysis_group.h"
 
 namespace orin::screening {
 
@@ -19,7 +19,7 @@ class GroupList final : public QTreeWidget {
   explicit GroupList(QWidget* owner = nullptr);
 
   /// Reads the analysis files for what the rows show of them; those that cannot be read show why.
-  void ShowGroup(const shell::AnalysisGroup& group, const shell::AnalysisGroupFiles& files);
+  void ShowGroup(const settings::AnalysisGroup& group, const shell::AnalysisGroupFiles& files);
   /// The place of the current row.
   [[nodiscard]] size_t CurrentEntry() const;
   void SelectEntry(size_t place);
@@ -34,7 +34,7 @@ class GroupList final : public QTreeWidget {
   void EditWanted();
 
  private:
-  void ShowEntry(size_t place, const shell::AnalysisGroupEntry& entry,
+  void ShowEntry(size_t place, const settings::AnalysisGroupEntry& entry,
                  const std::filesystem::path& file);
   void AddNotes(size_t place, const std::vector<std::string>& notes);
 

@@ -8,14 +8,14 @@
 
 #include "analysis/items/item_suggestions.h"
 #include "indicators/indicator.h"
-#include "shell/ui/manual_form.h"
-#include "shell/ui/qt_text.h"
+#include "widgets/manual_form.h"
+#include "widgets/qt_text.h"
 
 namespace orin::screening {
 
 using analysis::SeriesForm;
-using shell::Text;
-using shell::Utf8;
+using widgets::Text;
+using widgets::Utf8;
 
 namespace {
 
@@ -48,7 +48,7 @@ koumoku_Form::koumoku_Form(QWidget* owner)
       call_(new QLabel(this)) {
   setWindowTitle(QStringLiteral("分析項目の挿入"));
   setProperty("helpPage", QStringLiteral("condition_editor"));
-  shell::OpenManualWithF1(this);
+  widgets::OpenManualWithF1(this);
   families_->addItems(FamilyTitles());
   families_->setAccessibleName(QStringLiteral("分類"));
   for (const char* name : kFormNames) forms_->addItem(Text(name));

@@ -9,14 +9,14 @@
 #include "analysis/note_sentence.h"
 #include "screening/ui/item_form.h"
 #include "screening/ui/snippet_form.h"
-#include "shell/ui/qt_text.h"
+#include "widgets/qt_text.h"
 
 // The window and what is done with its condition; the file is in joken_form_file.cpp.
 
 namespace orin::screening {
 
-using shell::Text;
-using shell::Utf8;
+using widgets::Text;
+using widgets::Utf8;
 
 namespace {
 
@@ -24,7 +24,7 @@ constexpr int kCountAfter = 500;  // ms after the last change
 
 }  // namespace
 
-joken_Form::joken_Form(const shell::ProgramState& state, shell::Messages& messages)
+joken_Form::joken_Form(const shell::ProgramState& state, base::Messages& messages)
     : state_(state),
       messages_(messages),
       fields_(new AnalysisFieldsPanel(state, messages, this)),

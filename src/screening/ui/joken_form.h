@@ -8,13 +8,13 @@
 #include <filesystem>
 #include <string>
 
+#include "base/messages.h"
 #include "screening/analysis_document.h"
 #include "screening/ui/analysis_fields_panel.h"
 #include "screening/ui/condition_editor.h"
 #include "screening/ui/day_counts_chart.h"
 #include "screening/ui/market_count.h"
 #include "screening/ui/try_panel.h"
-#include "shell/messages.h"
 #include "shell/program_state.h"
 
 namespace orin::screening {
@@ -25,7 +25,7 @@ class joken_Form final : public QWidget {
 
  public:
   /// Both outlive the window.
-  joken_Form(const shell::ProgramState& state, shell::Messages& messages);
+  joken_Form(const shell::ProgramState& state, base::Messages& messages);
 
   /// Shows the file; fails with a sentence where it cannot be read, and shows nothing.
   base::Status Open(const std::filesystem::path& file);
@@ -72,7 +72,7 @@ class joken_Form final : public QWidget {
   void Count();
 
   const shell::ProgramState& state_;
-  shell::Messages& messages_;
+  base::Messages& messages_;
   std::filesystem::path file_;
   AnalysisDocument document_;
   AnalysisFieldsPanel* fields_;

@@ -3,15 +3,15 @@
 
 #include "screening/screening_run.h"
 #include "screening/ui/joken_form.h"
-#include "shell/ui/qt_text.h"
+#include "widgets/qt_text.h"
 
 // The analysis file of the condition editor: opening, saving, closing.
 
 namespace orin::screening {
 
 namespace fs = std::filesystem;
-using shell::PathOf;
-using shell::Utf8;
+using widgets::PathOf;
+using widgets::Utf8;
 
 namespace {
 
@@ -91,23 +91,23 @@ bool joken_Form::mnu_saveas_Click() {
        .filter = kFilter,
        .start =
            file_.empty() ? state_.places.program_directory / "analysis" / (name + ".txt") : file_,
-       .choice = shell::FileChoice::kSave});
+       .choice = base::FileChoice::kSave});
   return file && SaveTo(*file);
 }
 
 void joken_Form::closeEvent(QCloseEvent* event) {
   if (IsChanged()) {
-    const shell::Answer answer =
+    const base::Answer answer =
         messages_.Show({.text = Utf8(QStringLiteral("「%1」は変更されています。保存しますか？\n"
                                                     "はい　　　：保存して閉じます。\n"
                                                     "いいえ　　：保存しないで閉じます。\n"
                                                     "キャンセル：閉じません。")
                                          .arg(Name())),
-                        .icon = shell::Icon::kQuestion,
-                        .buttons = shell::Buttons::kYesNoCancel,
-                        .default_answer = shell::Answer::kYes});
+                        .icon = base::Icon::kQuestion,
+                        .buttons = base::Buttons::kYesNoCancel,
+                        .default_answer = base::Answer::kYes});
     const bool may_close =
-        answer == shell::Answer::kNo || (answer == shell::Answer::kYes && mnu_save_Click());
+        answer == base::Answer::kNo || (answer == base::Answer::kYes && mnu_save_Click());
     if (!may_close) {
       event->ignore();
       return;

@@ -6,11 +6,11 @@
 
 #include "analysis/note_sentence.h"
 #include "screening/screening_run.h"
-#include "shell/ui/qt_text.h"
+#include "widgets/qt_text.h"
 
 namespace orin::screening {
 
-using shell::Text;
+using widgets::Text;
 
 namespace {
 

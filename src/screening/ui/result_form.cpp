@@ -9,14 +9,14 @@
 #include "screening/explain_stock.h"
 #include "screening/result_columns.h"
 #include "screening/ui/result_table.h"
-#include "shell/ui/job_progress.h"
-#include "shell/ui/qt_text.h"
 #include "store/name_index.h"
+#include "widgets/job_progress.h"
+#include "widgets/qt_text.h"
 
 namespace orin::screening {
 
-using shell::Text;
-using shell::Utf8;
+using widgets::Text;
+using widgets::Utf8;
 
 namespace {
 
@@ -31,7 +31,7 @@ constexpr OperationRow kOperations[] = {
     {ListOperation::kInEither, "どちらかにある銘柄(&E)", "どちらかにある銘柄"},
 };
 
-std::vector<ResultColumn> ColumnsOf(const shell::AnalysisGroup& group) {
+std::vector<ResultColumn> ColumnsOf(const settings::AnalysisGroup& group) {
   std::vector<ResultColumn> columns;
   for (const auto& column : group.columns) {
     if (!column.expression.empty()) columns.push_back({column.title, column.expression});
@@ -41,7 +41,7 @@ std::vector<ResultColumn> ColumnsOf(const shell::AnalysisGroup& group) {
 
 }  // namespace
 
-result_Form::result_Form(const shell::ProgramState& state, shell::Messages& messages,
+result_Form::result_Form(const shell::ProgramState& state, base::Messages& messages,
                          Surroundings surroundings, ResultContent content)
     : state_(state),
       messages_(messages),
@@ -50,7 +50,7 @@ result_Form::result_Form(const shell::ProgramState& state, shell::Messages& mess
       heading_(new QLabel(this)),
       notes_(new QLabel(this)),
       compare_menu_(new QMenu(this)),
-      view_(new shell::TableView(QStringLiteral("分析結果"), messages, *state.files, this)),
+      view_(new widgets::TableView(QStringLiteral("分析結果"), messages, *state.files, this)),
       code_box_(new QLineEdit(this)),
       explanation_(new ExplanationView(this)) {
   setProperty("helpPage", QStringLiteral("screening"));
@@ -71,8 +71,8 @@ result_Form::result_Form(const shell::ProgramState& state, shell::Messages& mess
   splitter->setChildrenCollapsible(false);
   layout->addWidget(splitter, 1);
   setFocusProxy(view_);
-  connect(view_, &shell::TableView::CodeChosen, this, &result_Form::StockChosen);
-  connect(view_, &shell::TableView::CurrentCodeChanged, this, [this](const QString& code) {
+  connect(view_, &widgets::TableView::CodeChosen, this, &result_Form::StockChosen);
+  connect(view_, &widgets::TableView::CurrentCodeChanged, this, [this](const QString& code) {
     if (!code.isEmpty()) Explain(code);
   });
   LoadRows();
@@ -96,7 +96,7 @@ void result_Form::MakeHeading(QBoxLayout* layout) {
   connect(columns, &QPushButton::clicked, this, [this] { surroundings_.edit_columns(); });
   QPushButton* save =
       add(QStringLiteral("ＣＳＶに保存(&S)…"), QStringLiteral("表の順のまま保存します（Ctrl+S）"));
-  connect(save, &QPushButton::clicked, view_, &shell::TableView::mnu_save_Click);
+  connect(save, &QPushButton::clicked, view_, &widgets::TableView::mnu_save_Click);
 }
 
 QWidget* result_Form::MakeExplanation() {
@@ -167,7 +167,7 @@ void result_Form::LoadRows() {
     }
     notes.push_back(content_.date.ToText() + " の株価データがないので、値を表示できません。");
   } else {
-    shell::JobProgress progress(window(), QStringLiteral("分析結果"));
+    widgets::JobProgress progress(window(), QStringLiteral("分析結果"));
     rows = LoadResultRows(*store, content_.codes, question, progress, notes);
   }
   QStringList sentences;

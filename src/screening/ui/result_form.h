@@ -9,13 +9,13 @@
 #include <optional>
 #include <vector>
 
+#include "base/messages.h"
 #include "screening/result_sets.h"
 #include "screening/ui/explanation_view.h"
 #include "screening/ui/result_content.h"
-#include "shell/messages.h"
 #include "shell/program_state.h"
-#include "shell/ui/table_view.h"
 #include "store/stock_store.h"
+#include "widgets/table_view.h"
 
 namespace orin::screening {
 
@@ -35,11 +35,11 @@ class result_Form final : public QWidget {
     std::function<void(ResultContent)> show;
   };
   /// All of them outlive the window.
-  result_Form(const shell::ProgramState& state, shell::Messages& messages,
-              Surroundings surroundings, ResultContent content);
+  result_Form(const shell::ProgramState& state, base::Messages& messages, Surroundings surroundings,
+              ResultContent content);
 
   [[nodiscard]] const ResultContent& Content() const { return content_; }
-  [[nodiscard]] shell::TableView& Table() const { return *view_; }
+  [[nodiscard]] widgets::TableView& Table() const { return *view_; }
   /// In the order of the table.
   [[nodiscard]] std::vector<store::StockCode> Codes() const;
   /// The store is about to be read anew.
@@ -73,14 +73,14 @@ class result_Form final : public QWidget {
   [[nodiscard]] std::optional<store::StockCode> SecondStock() const;
 
   const shell::ProgramState& state_;
-  shell::Messages& messages_;
+  base::Messages& messages_;
   Surroundings surroundings_;
   ResultContent content_;
   std::optional<store::StockStore> own_store_;
   QLabel* heading_;
   QLabel* notes_;
   QMenu* compare_menu_;
-  shell::TableView* view_;
+  widgets::TableView* view_;
   QLineEdit* code_box_;
   ExplanationView* explanation_;
 };

@@ -10,13 +10,13 @@
 #include "analysis/condition_rewriting.h"
 #include "analysis/condition_text.h"
 #include "analysis/program.h"
-#include "shell/ui/manual_form.h"
-#include "shell/ui/qt_text.h"
+#include "widgets/manual_form.h"
+#include "widgets/qt_text.h"
 
 namespace orin::screening {
 
-using shell::Text;
-using shell::Utf8;
+using widgets::Text;
+using widgets::Utf8;
 
 namespace {
 
@@ -39,7 +39,7 @@ snippet_Form::snippet_Form(std::string condition, QWidget* owner)
       place_(new QComboBox(this)) {
   setWindowTitle(QStringLiteral("よく使う条件"));
   setProperty("helpPage", QStringLiteral("condition_editor"));
-  shell::OpenManualWithF1(this);
+  widgets::OpenManualWithF1(this);
   tree_->setHeaderHidden(true);
   tree_->setAccessibleName(QStringLiteral("よく使う条件"));
   explanation_->setWordWrap(true);

@@ -6,13 +6,13 @@
 
 #include "analysis/condition_text.h"
 #include "screening/explain_stock.h"
-#include "shell/ui/qt_text.h"
 #include "store/name_index.h"
+#include "widgets/qt_text.h"
 
 namespace orin::screening {
 
-using shell::Text;
-using shell::Utf8;
+using widgets::Text;
+using widgets::Utf8;
 
 namespace {
 

@@ -7,9 +7,9 @@
 #include <system_error>
 #include <utility>
 
-#include "shell/ui/job_progress.h"
-#include "shell/ui/manual_form.h"
-#include "shell/ui/qt_text.h"
+#include "widgets/job_progress.h"
+#include "widgets/manual_form.h"
+#include "widgets/qt_text.h"
 
 namespace orin::shell {
 
@@ -30,15 +30,15 @@ QRadioButton* AddChoice(QVBoxLayout* layout, const QString& title, const QString
 
 }  // namespace
 
-assistant_Form::assistant_Form(store::StoreLocation location, SettingsPlaces places,
-                               base::FileSystem& files, Messages& messages)
+assistant_Form::assistant_Form(store::StoreLocation location, settings::SettingsPlaces places,
+                               base::FileSystem& files, base::Messages& messages)
     : location_(std::move(location)),
       places_(std::move(places)),
       files_(files),
       messages_(messages),
       directory_(new QLineEdit(this)),
       browse_button_(new QPushButton(QStringLiteral("参照(&B)…"), this)) {
-  setWindowTitle(Text(kCaption));
+  setWindowTitle(widgets::Text(kCaption));
   setProperty("helpPage", QStringLiteral("first_start"));
   auto* layout = new QVBoxLayout(this);
   layout->setSpacing(fontMetrics().height() / 2);
@@ -67,7 +67,8 @@ assistant_Form::assistant_Form(store::StoreLocation location, SettingsPlaces pla
   empty_ = AddChoice(layout, QStringLiteral("空の株価データを作る(&E)"),
                      QStringLiteral("銘柄も株価もない状態から始め、あとで株価を取り込みます。"));
   auto* place = new QLabel(
-      QStringLiteral("株価データの場所：%1").arg(PathOf(location_.system_directory)), this);
+      QStringLiteral("株価データの場所：%1").arg(widgets::PathOf(location_.system_directory)),
+      this);
   place->setTextInteractionFlags(Qt::TextSelectableByMouse);
   place->setWordWrap(true);
   layout->addSpacing(fontMetrics().height() / 2);
@@ -85,7 +86,7 @@ assistant_Form::assistant_Form(store::StoreLocation location, SettingsPlaces pla
   demo_->setChecked(true);
   demo_->setFocus();
   make_button_->setDefault(true);
-  OpenManualWithF1(this);
+  widgets::OpenManualWithF1(this);
   ShowChoices();
 }
 
@@ -98,21 +99,21 @@ void assistant_Form::ShowChoices() {
 
 void assistant_Form::Directory_Click() {
   const auto directory = messages_.ChooseFile({.caption = "ＣＳＶファイルのフォルダ",
-                                               .start = PathFrom(directory_->text()),
-                                               .choice = FileChoice::kDirectory});
-  if (directory) directory_->setText(PathOf(*directory));
+                                               .start = widgets::PathFrom(directory_->text()),
+                                               .choice = base::FileChoice::kDirectory});
+  if (directory) directory_->setText(widgets::PathOf(*directory));
 }
 
 base::Result<acquire::MarketSource> assistant_Form::ChosenSource() const {
   if (empty_->isChecked()) return acquire::MarketSource{};
   if (demo_->isChecked()) {
-    const std::filesystem::path demo = SharedDirectory() / "demo";
+    const std::filesystem::path demo = widgets::SharedDirectory() / "demo";
     const auto copied = acquire::CopyDemoFiles(demo, places_.program_directory, files_);
     if (!copied) return base::Forward(copied);
     return acquire::MarketSource{demo / "brand", demo / "stocks.csv"};
   }
   acquire::MarketSource source;
-  source.quotes = PathFrom(directory_->text().trimmed());
+  source.quotes = widgets::PathFrom(directory_->text().trimmed());
   std::error_code failure;
   const std::filesystem::path list = *source.quotes / "stocks.csv";
   if (std::filesystem::exists(list, failure)) source.stock_list = list;
@@ -127,7 +128,7 @@ void assistant_Form::Make_Click() {
   }
   base::Result<acquire::MarketSummary> summary;
   {
-    JobProgress progress(this, Text(kCaption));
+    widgets::JobProgress progress(this, widgets::Text(kCaption));
     summary = acquire::SetUpMarket(location_, *source, files_, progress);
   }
   if (!summary) {

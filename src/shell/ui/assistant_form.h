@@ -7,8 +7,8 @@
 
 #include "acquire/market_setup.h"
 #include "base/file_system.h"
-#include "shell/messages.h"
-#include "shell/settings/settings_places.h"
+#include "base/messages.h"
+#include "settings/settings_places.h"
 #include "store/store_location.h"
 
 namespace orin::shell {
@@ -19,8 +19,8 @@ class assistant_Form final : public QDialog {
   Q_OBJECT
 
  public:
-  assistant_Form(store::StoreLocation location, SettingsPlaces places, base::FileSystem& files,
-                 Messages& messages);
+  assistant_Form(store::StoreLocation location, settings::SettingsPlaces places,
+                 base::FileSystem& files, base::Messages& messages);
 
  private:
   void ShowChoices();
@@ -31,9 +31,9 @@ class assistant_Form final : public QDialog {
   void Tell(const acquire::MarketSummary& summary);
 
   store::StoreLocation location_;
-  SettingsPlaces places_;
+  settings::SettingsPlaces places_;
   base::FileSystem& files_;
-  Messages& messages_;
+  base::Messages& messages_;
   QRadioButton* demo_;
   QRadioButton* empty_;
   QRadioButton* csv_;

@@ -5,16 +5,16 @@
 #include <QScreen>
 #include <QVBoxLayout>
 
-#include "shell/ui/look.h"
-#include "shell/ui/qt_text.h"
+#include "widgets/look.h"
+#include "widgets/qt_text.h"
 
 namespace orin::shell {
 
 namespace {
 
 QPixmap Picture(const std::filesystem::path& picture, int height, double ratio) {
-  QPixmap own(PathOf(picture));
-  if (own.isNull()) return QIcon(IconPath()).pixmap(QSize(height, height), ratio);
+  QPixmap own(widgets::PathOf(picture));
+  if (own.isNull()) return QIcon(widgets::IconPath()).pixmap(QSize(height, height), ratio);
   own =
       own.scaled(QSize(3 * height, height) * ratio, Qt::KeepAspectRatio, Qt::SmoothTransformation);
   own.setDevicePixelRatio(ratio);

@@ -1,0 +1,39 @@
+#pragma once
+
+#include <filesystem>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "base/file_system.h"
+#include "base/result.h"
+
+namespace orin::settings {
+
+/// What the defaults of path settings begin at: the program directory, and the directory of the
+/// settings file.
+struct SettingsPlaces {
+  std::filesystem::path program_directory;
+  std::filesystem::path ini_file;  // orin.ini, whether it exists or not
+};
+
+/// orinsim.ini in the program directory, where it is written.
+std::filesystem::path SimulationFile(const SettingsPlaces& places);
+/// Where it is read: one that lies beside an orin.ini elsewhere counts while the program directory
+/// has none.
+std::filesystem::path SimulationFileInUse(const SettingsPlaces& places);
+/// Copies such a file, which stays, to the program directory. The sentence that tells so; none
+/// where there is nothing to copy. Fails where the copy cannot be made.
+base::Result<std::optional<std::string>> AdoptSimulationFile(base::FileSystem& files,
+                                                             const SettingsPlaces& places);
+
+/// What a default text is relative to. kNone: nothing, it stands as it is.
+enum class DefaultBase { kNone, kProgram, kSettings };
+
+/// The text of a default: the directory, a "\" and `relative`, as it would stand in the file.
+std::string DefaultText(const SettingsPlaces& places, DefaultBase base, std::string_view relative);
+
+/// The native path of a path setting; a relative one starts at the program directory.
+std::filesystem::path NativeSetting(const SettingsPlaces& places, std::string_view setting);
+
+}  // namespace orin::settings

@@ -1,0 +1,62 @@
+#include "settings/ui/settings_menu_sample.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+
+#include "settings/ui/settings_color_editor.h"
+
+namespace orin::settings {
+
+namespace {
+
+struct SampleRow {
+  const char* code;
+  const char* kind;
+  base::Color MenuColorSettings::*color;
+};
+
+using Menu = MenuColorSettings;
+constexpr std::array kRows = {
+    SampleRow{"MIHON", "ＮＹ市場　普通株", &Menu::mnunyse_color},
+    SampleRow{"MIHON-A", "ＮＹ市場　その他", &Menu::mnunyse_other_color},
+    SampleRow{"MIHQ", "ＮＡ市場　普通株", &Menu::mnunasdaq_nm_color},
+    SampleRow{"MIHQS", "ＮＡ市場　小型株", &Menu::mnu_nasdaq_sc_color},
+    SampleRow{"MIHQX", "ＮＡ市場　その他", &Menu::mnunasdaq_color},
+    SampleRow{"MIHA", "他市場　普通株", &Menu::mnunew_york_color},
+    SampleRow{"MIHA-P", "他市場　その他", &Menu::mnunew_york_other_color},
+    SampleRow{"^MIHON", "市場の色の付かない行", &Menu::mnuchar_color},
+};
+constexpr double kCodeShare = 0.3;  // of the width
+
+void PaintCells(QPainter& painter, const QRectF& row, const QString& code, const QString& kind) {
+  const double blank = painter.fontMetrics().averageCharWidth();
+  const double split = row.left() + std::round(row.width() * kCodeShare);
+  painter.drawText(QRectF(row.topLeft(), QPointF(split, row.bottom())).adjusted(blank, 0, 0, 0),
+                   Qt::AlignLeft | Qt::AlignVCenter, code);
+  painter.drawText(QRectF(QPointF(split, row.top()), row.bottomRight()).adjusted(blank, 0, 0, 0),
+                   Qt::AlignLeft | Qt::AlignVCenter, kind);
+}
+
+}  // namespace
+
+void PaintMenuSample(QPainter& painter, const QRectF& area, const MenuColorSettings& colors) {
+  painter.fillRect(area, ScreenColor(colors.mnubase_color));
+  const double height = area.height() / (kRows.size() + 1);
+  QRectF row(area.left(), area.top(), area.width(), height);
+  painter.fillRect(row, ScreenColor(colors.mnufixbase_color));
+  painter.setPen(ScreenColor(colors.mnufixchar_color));
+  PaintCells(painter, row, QStringLiteral("コード"), QStringLiteral("銘柄（見本）"));
+  for (const SampleRow& sample : kRows) {
+    row.translate(0, height);
+    painter.setPen(ScreenColor(colors.*sample.color));
+    PaintCells(painter, row, QString::fromUtf8(sample.code), QString::fromUtf8(sample.kind));
+    painter.setPen(QPen(ScreenColor(colors.mnuline_color), 1));
+    const double y = std::round(row.top()) + 0.5;
+    painter.drawLine(QPointF(area.left(), y), QPointF(area.right(), y));
+  }
+  const double x = std::round(area.left() + area.width() * kCodeShare) + 0.5;
+  painter.drawLine(QPointF(x, area.top()), QPointF(x, area.bottom()));
+}
+
+}  // namespace orin::settings
