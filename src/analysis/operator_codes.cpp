@@ -76,6 +76,17 @@ bool StartsWithKeyword(std::string_view text, const KeywordForms& forms) {
                      [text](std::string_view form) { return text.starts_with(form); });
 }
 
+size_t FindKeyword(std::string_view text, const KeywordForms& forms, size_t from) {
+  // Each form begins with the letter of one of the first two, and few bytes of a text do.
+  const char small = forms[0][0];
+  const char capital = forms[1][0];
+  for (size_t i = from; i < text.size(); ++i) {
+    if (text[i] != small && text[i] != capital) continue;
+    if (StartsWithKeyword(text.substr(i), forms)) return i;
+  }
+  return std::string_view::npos;
+}
+
 std::optional<OperatorCode> OperatorAt(std::string_view text) {
   if (text.empty()) return std::nullopt;
   if (text[0] == 'm' || text[0] == 'M') return ModAt(text);
@@ -96,6 +107,8 @@ std::string AsTyped(std::string_view text) {
 }
 
 std::optional<RelationCode> RelationAt(std::string_view text) {
+  // The three signs follow each other; most bytes of a text are something else.
+  if (text.empty() || text[0] < '<' || text[0] > '>') return std::nullopt;
   for (const RelationText& entry : kRelations) {
     if (text.starts_with(entry.text)) {
       return RelationCode{entry.relation, static_cast<uint8_t>(entry.text.size())};

@@ -52,6 +52,9 @@ inline constexpr KeywordForms kNotForms = {"not", "NOT", "Not"};
 /// Whether `text` begins with one of the forms.
 bool StartsWithKeyword(std::string_view text, const KeywordForms& forms);
 
+/// The first byte at or after `from` where one of the forms begins; npos where there is no such.
+size_t FindKeyword(std::string_view text, const KeywordForms& forms, size_t from);
+
 struct OperatorCode {
   OperatorKind kind;
   uint8_t depth;   // 0 to kDeepestCode

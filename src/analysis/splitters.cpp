@@ -16,43 +16,44 @@ tl::unexpected<Note> TooMany(uint32_t position, std::string message) {
   return tl::unexpected<Note>(Note{position, std::move(message)});
 }
 
-// `delimiter_at` gives the length of the delimiter that a text begins with, 0 for none.
-template <typename DelimiterAt>
+struct Delimiter {
+  size_t at;  // npos: no delimiter is left
+  size_t length;
+};
+
+// `next_delimiter` finds the first delimiter at or after a position.
+template <typename NextDelimiter>
 Split<std::vector<TextView>> SplitWhere(TextView text, size_t maximum, std::string_view message,
-                                        DelimiterAt delimiter_at) {
+                                        NextDelimiter next_delimiter) {
   std::vector<TextView> pieces;
   size_t begin = 0;
-  for (size_t i = 0; i < text.bytes.size();) {
-    const size_t length = delimiter_at(text.bytes.substr(i));
-    if (length == 0) {
-      ++i;
-      continue;
-    }
-    pieces.push_back(text.Part(begin, i));
-    if (pieces.size() == maximum) return TooMany(text.positions[i], std::string(message));
-    i += length;
-    begin = i;
+  for (;;) {
+    const Delimiter next = next_delimiter(text.bytes, begin);
+    if (next.at == std::string_view::npos) break;
+    pieces.push_back(text.Part(begin, next.at));
+    if (pieces.size() == maximum) return TooMany(text.positions[next.at], std::string(message));
+    begin = next.at + next.length;
   }
   pieces.push_back(text.Part(begin, text.bytes.size()));
   return pieces;
 }
 
-auto LengthOf(std::string_view delimiter) {
-  return [delimiter](std::string_view rest) {
-    return rest.starts_with(delimiter) ? delimiter.size() : 0;
+auto NextOf(std::string_view delimiter) {
+  return [delimiter](std::string_view text, size_t from) {
+    return Delimiter{text.find(delimiter, from), delimiter.size()};
   };
 }
 
-auto LengthOf(const KeywordForms& forms) {
-  return [&forms](std::string_view rest) {
-    return StartsWithKeyword(rest, forms) ? forms[0].size() : 0;
+auto NextOf(const KeywordForms& forms) {
+  return [&forms](std::string_view text, size_t from) {
+    return Delimiter{FindKeyword(text, forms, from), forms[0].size()};
   };
 }
 
 Split<ConditionText> CollapseRuns(TextView text, std::string_view blank) {
   const auto pieces =
       SplitWhere(text, base::kMaximumPieces,
-                 "空白が多すぎます。一つの式に書ける空白は999個までです。", LengthOf(blank));
+                 "空白が多すぎます。一つの式に書ける空白は999個までです。", NextOf(blank));
   if (!pieces) return tl::unexpected<Note>(pieces.error());
   ConditionText collapsed;
   size_t blank_at = 0;  // the one after the last piece kept
@@ -69,17 +70,17 @@ Split<ConditionText> CollapseRuns(TextView text, std::string_view blank) {
 
 Split<std::vector<TextView>> SplitQuotes(TextView text) {
   return SplitWhere(text, base::kMaximumPieces,
-                    "注釈を囲む「\"」が多すぎます。「\"」は999個までです。", LengthOf("\""));
+                    "注釈を囲む「\"」が多すぎます。「\"」は999個までです。", NextOf("\""));
 }
 
 Split<std::vector<TextView>> SplitOr(TextView text) {
   return SplitWhere(text, CompiledCondition::kMaximumOrTerms,
-                    "Or でつないだ条件が100個を超えています。", LengthOf(kOrForms));
+                    "Or でつないだ条件が100個を超えています。", NextOf(kOrForms));
 }
 
 Split<std::vector<TextView>> SplitAnd(TextView text) {
   return SplitWhere(text, CompiledCondition::kMaximumAndTerms,
-                    "And でつないだ条件が100個を超えています。", LengthOf(kAndForms));
+                    "And でつないだ条件が100個を超えています。", NextOf(kAndForms));
 }
 
 Split<std::vector<TextView>> SplitRelation(TextView text) {
@@ -114,20 +115,15 @@ Split<ConditionText> CollapseSpaces(TextView text) {
 
 Split<ConditionText> RemoveAll(TextView text, char delimiter) {
   const std::string name(1, delimiter);
-  const auto pieces = SplitWhere(text, kMaximumRemovalPieces,
-                                 "「" + name + "」が多すぎます。「" + name + "」は9999個までです。",
-                                 LengthOf(name));
+  const auto pieces =
+      SplitWhere(text, kMaximumRemovalPieces,
+                 "「" + name + "」が多すぎます。「" + name + "」は9999個までです。", NextOf(name));
   if (!pieces) return tl::unexpected<Note>(pieces.error());
   ConditionText removed;
   for (const TextView& piece : *pieces) removed.Append(piece);
   return removed;
 }
 
-size_t FindNot(std::string_view text) {
-  for (size_t i = 0; i < text.size(); ++i) {
-    if (StartsWithKeyword(text.substr(i), kNotForms)) return i;
-  }
-  return std::string_view::npos;
-}
+size_t FindNot(std::string_view text) { return FindKeyword(text, kNotForms, 0); }
 
 }  // namespace orin::analysis

@@ -8,7 +8,7 @@ namespace orin::base {
 
 namespace {
 
-char LowerAscii(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; }
+char SmallLetter(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; }
 
 bool IsHalfWidth(char32_t value) { return value < 0x80 || (value >= 0xFF61 && value <= 0xFF9F); }
 
@@ -101,8 +101,14 @@ std::string_view TrimBlanks(std::string_view text) {
   return text.substr(first, text.find_last_not_of(" \t") - first + 1);
 }
 
+std::string LowerAscii(std::string_view text) {
+  std::string lower(text);
+  std::ranges::transform(lower, lower.begin(), SmallLetter);
+  return lower;
+}
+
 bool EqualsIgnoreCase(std::string_view a, std::string_view b) {
-  return std::ranges::equal(a, b, {}, LowerAscii, LowerAscii);
+  return std::ranges::equal(a, b, {}, SmallLetter, SmallLetter);
 }
 
 std::string PadRight(std::string_view text, size_t width) {

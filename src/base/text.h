@@ -24,6 +24,9 @@ std::vector<std::string_view> SplitLines(std::string_view text);
 /// Without half-width blanks and tabs at both ends.
 std::string_view TrimBlanks(std::string_view text);
 
+/// `text` with its ASCII capitals as small letters.
+std::string LowerAscii(std::string_view text);
+
 /// ASCII letters compared without regard to case, all else byte by byte.
 bool EqualsIgnoreCase(std::string_view a, std::string_view b);
 

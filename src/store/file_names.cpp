@@ -8,6 +8,8 @@
 #include <system_error>
 #include <utility>
 
+#include "base/text.h"
+
 namespace orin::store {
 
 namespace {
@@ -83,20 +85,11 @@ std::filesystem::path PathFromUtf8(std::string_view name) {
   return std::filesystem::path(std::u8string(name.begin(), name.end()));
 }
 
-/// The usual names have no upper-case letters.
-std::string InLowerCase(std::string_view name) {
-  std::string lower(name);
-  for (char& c : lower) {
-    if (c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
-  }
-  return lower;
-}
-
 /// The store file that a name, or the name of what is kept beside a file, stands for.
 std::optional<StoreFile> FileOf(std::string_view name) {
   if (const auto file = ParseFileName(name)) return file;
   for (const std::string_view suffix : {kStagedSuffix, kSetAsideSuffix}) {
-    if (InLowerCase(name).ends_with(suffix)) {
+    if (base::LowerAscii(name).ends_with(suffix)) {
       return ParseFileName(name.substr(0, name.size() - suffix.size()));
     }
   }
@@ -147,7 +140,7 @@ std::string FileName(const StoreFile& file) {
 }
 
 std::optional<StoreFile> ParseFileName(std::string_view any_case) {
-  const std::string name = InLowerCase(any_case);
+  const std::string name = base::LowerAscii(any_case);
   for (const FixedName& fixed : kFixedNames) {
     if (fixed.name == name) return StoreFile{fixed.kind, 0};
   }
@@ -213,7 +206,7 @@ std::optional<StockCode> ParseCodeFileStem(std::string_view stem) {
 }
 
 std::optional<StoreFile> ParseStagedName(std::string_view any_case) {
-  const std::string name = InLowerCase(any_case);
+  const std::string name = base::LowerAscii(any_case);
   if (!name.ends_with(kStagedSuffix)) return std::nullopt;
   return ParseFileName(std::string_view(name).substr(0, name.size() - kStagedSuffix.size()));
 }
@@ -223,7 +216,7 @@ StoreLocation WithFoundNames(const StoreLocation& location) {
   found.found_names.clear();
   std::set<std::string> usual;
   for (const auto& [file, name] : NamesIn(location)) {
-    std::string lower = InLowerCase(name);
+    std::string lower = base::LowerAscii(name);
     if (lower == name) {
       usual.insert(std::move(lower));
     } else {
