@@ -7,8 +7,8 @@ namespace orin::chart {
 BarRange NewestBars(ChartSource& source, const settings::ChartActionSettings& action,
                     int32_t future) {
   const int32_t count = std::max(0, source.Bars().Count());
-  return {std::max(1, count - std::max(1, action.veaw_number) + 1), count,
-          std::max(action.daymargin, future)};
+  return {std::max(1, count - std::max(1, action.shown_bars) + 1), count,
+          std::max(action.free_bars, future)};
 }
 
 int32_t FutureBars(const ChartOptions& options, const settings::ChartDisplaySettings& display) {
@@ -28,7 +28,7 @@ Chart BuildChart(ChartSource& source, const settings::Settings& settings,
               .bars = source.Bars().Until(view.last),
               .view = view,
               .panes = {},
-              .main_percent = settings.orin.chart1_hiritu,
+              .main_percent = settings.orin.main_chart_percent,
               .colors = ChartColors(settings.chart_common_color, options.theme)};
   const PlotRequest request{source,
                             settings.chart_display,

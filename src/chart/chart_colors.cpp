@@ -47,23 +47,23 @@ double Contrast(Color a, Color b) {
 }
 
 ChartColors::ChartColors(const settings::ChartCommonColorSettings& settings, ChartTheme theme) {
-  const bool is_set_dark = IsDarkColor(settings.chartbase_color);
+  const bool is_set_dark = IsDarkColor(settings.ground);
   is_dark_ = theme == ChartTheme::kAsSet ? is_set_dark : theme == ChartTheme::kDark;
   is_as_set_ = theme == ChartTheme::kAsSet || is_dark_ == is_set_dark;
   if (is_as_set_) {
-    ground_ = settings.chartbase_color;
-    text_ = settings.chartchar_color;
-    sub_text_ = settings.chartsubchar_color;
+    ground_ = settings.ground;
+    text_ = settings.text;
+    sub_text_ = settings.sub_chart_text;
     // A grid as bright as it is set would stand before the lines.
-    grid_ = Mixed(ground_, settings.chartline_color, 0.5);
-    sub_grid_ = Mixed(ground_, settings.chartsubline_color, 0.5);
+    grid_ = Mixed(ground_, settings.lines, 0.5);
+    sub_grid_ = Mixed(ground_, settings.sub_chart_lines, 0.5);
   } else {
     ground_ = is_dark_ ? kBlack : kWhite;
     text_ = sub_text_ = is_dark_ ? kDarkText : kLightText;
     grid_ = sub_grid_ = is_dark_ ? kDarkGrid : kLightGrid;
   }
-  rise_ = Of(settings.chartup_color);
-  fall_ = Of(settings.chartdown_color);
+  rise_ = Of(settings.rise);
+  fall_ = Of(settings.fall);
 }
 
 Color ChartColors::Of(Color set) const {

@@ -102,7 +102,7 @@ void AddComparison(const PlotRequest& request, Plot& result, TimePlot& plot) {
   PlotLine line;
   line.label = code + " ";
   line.name = code + "の終値";
-  line.color = request.colors.Of(request.common.chartmoveline_color);
+  line.color = request.colors.Of(request.common.cross_hair);
   line.number = NumberForm::kPrice;
   line.values = CloseColumn(others);
   for (int32_t t = std::max(1, request.view.first); t <= bars.Count(); ++t) {
@@ -127,7 +127,7 @@ void AddTrendLines(const PlotRequest& request, Plot& result, TimePlot& plot) {
     if (first.IsNone() || second.IsNone()) continue;
     plot.segments.push_back({request.source.BarOf(first), line.first_price,
                              request.source.BarOf(second), line.second_price,
-                             request.colors.Of(request.common.charttrendline_color)});
+                             request.colors.Of(request.common.trend_lines)});
   }
 }
 
@@ -145,13 +145,13 @@ void AddSplits(const PlotRequest& request, TimePlot& plot) {
 
 void FixScale(const PlotRequest& request, const settings::CommonSettings& common, TimePlot& plot) {
   const BarPeriod period = request.source.Period();
-  const bool is_meant = period == BarPeriod::kDay    ? common.fix_kabuka_chart
-                        : period == BarPeriod::kWeek ? common.fix_kabuka_w_chart
-                                                     : common.fix_kabuka_m_chart;
-  const bool is_range = common.fix_kabuka_yasune < common.fix_kabuka_takane;
-  if (!common.fix_kabuka_scale || !is_meant || !is_range) return;
+  const bool is_meant = period == BarPeriod::kDay    ? common.fixes_main_chart
+                        : period == BarPeriod::kWeek ? common.fixes_weekly_charts
+                                                     : common.fixes_monthly_charts;
+  const bool is_range = common.fixed_low < common.fixed_high;
+  if (!common.has_fixed_scale || !is_meant || !is_range) return;
   plot.scale.kind = ScaleRule::Kind::kFixed;
-  plot.scale.fixed = {common.fix_kabuka_yasune.ToDouble(), common.fix_kabuka_takane.ToDouble()};
+  plot.scale.fixed = {common.fixed_low.ToDouble(), common.fixed_high.ToDouble()};
 }
 
 void AddLastClose(const PlotRequest& request, TimePlot& plot) {
@@ -177,9 +177,9 @@ Plot MainChart(const PlotRequest& request, const settings::CommonSettings& commo
   if (options.volume == VolumePlace::kOverlay) {
     plot.underlay = std::get<TimePlot>(VolumeChart(request, 0).content).lines;
   }
-  if (common.show_trendline) AddTrendLines(request, result, plot);
-  if (request.action.bunkatsu_line_chart) AddSplits(request, plot);
-  if (request.action.current_check) AddLastClose(request, plot);
+  if (common.shows_trend_lines) AddTrendLines(request, result, plot);
+  if (request.action.marks_splits) AddSplits(request, plot);
+  if (request.action.marks_last_close) AddLastClose(request, plot);
   result.content = std::move(plot);
   return result;
 }

@@ -180,16 +180,16 @@ std::vector<StockMenu> MakeStockMenus(const store::StockMaster& master,
 MenuLine LineOf(const store::StockRecord& stock, std::string_view company,
                 const settings::MenuDisplaySettings& display) {
   MenuLine line;
-  if (display.menu_code_displaytype != 2) line.code = stock.code.Text();
-  if (display.menu_code_displaytype == 1) {
+  if (display.code_display != 2) line.code = stock.code.Text();
+  if (display.code_display == 1) {
     line.code += "（" + std::string(store::ListingName(stock.listing)) + "）";
   }
-  if (display.menu_name_displaytype != 2) {
-    const bool is_long = display.menu_name_displaytype == 1 && !company.empty();
+  if (display.name_display != 2) {
+    const bool is_long = display.name_display == 1 && !company.empty();
     line.name = is_long ? company : std::string_view(stock.name);
   }
-  if (display.menu_category_displaytype == 1) line.sector = store::SectorName(stock.sector);
-  if (display.menu_category_displaytype == 2) line.sector = std::to_string(stock.sector);
+  if (display.category_display == 1) line.sector = store::SectorName(stock.sector);
+  if (display.category_display == 2) line.sector = std::to_string(stock.sector);
   return line;
 }
 
@@ -197,12 +197,12 @@ base::Color ColorOf(const store::StockRecord& stock, const settings::MenuColorSe
   const bool is_common = stock.kind == store::kKindCommonStock;
   switch (stock.listing) {
     case 1:
-      return is_common ? colors.mnunyse_color : colors.mnunyse_other_color;
+      return is_common ? colors.nyse_common : colors.nyse_other;
     case 2:
-      if (stock.kind == store::kKindSmallCap) return colors.mnu_nasdaq_sc_color;
-      return is_common ? colors.mnunasdaq_nm_color : colors.mnunasdaq_color;
+      if (stock.kind == store::kKindSmallCap) return colors.nasdaq_small;
+      return is_common ? colors.nasdaq_common : colors.nasdaq_other;
     default:
-      return is_common ? colors.mnunew_york_color : colors.mnunew_york_other_color;
+      return is_common ? colors.elsewhere_common : colors.elsewhere_other;
   }
 }
 

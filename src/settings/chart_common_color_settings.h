@@ -7,19 +7,19 @@ namespace orin::settings {
 
 /// Section ChartCommonColor: colours that all charts share.
 struct ChartCommonColorSettings {
-  base::Color chartbase_color;          // background
-  base::Color chartchar_color;          // text
-  base::Color chartline_color;          // frame and grid of the main chart
-  base::Color chartup_color;            // a bar that closes at its open or above
-  base::Color chartdown_color;          // a bar that closes below
-  base::Color chartfixbase_color;       // background of headings
-  base::Color chartfixchar_color;       // text of headings
-  base::Color chartmoveline_color;      // cross hair
-  base::Color chartsinyouurizan_color;  // credit sell balance
-  base::Color chartsinyoukaizan_color;  // credit buy balance
-  base::Color chartsubchar_color;       // text of sub-charts
-  base::Color chartsubline_color;       // frame and grid of sub-charts
-  base::Color charttrendline_color;     // trend lines
+  base::Color ground;            // background
+  base::Color text;              // text
+  base::Color lines;             // frame and grid of the main chart
+  base::Color rise;              // a bar that closes at its open or above
+  base::Color fall;              // a bar that closes below
+  base::Color heading_ground;    // background of headings
+  base::Color heading_text;      // text of headings
+  base::Color cross_hair;        // cross hair
+  base::Color credit_sales;      // credit sell balance
+  base::Color credit_purchases;  // credit buy balance
+  base::Color sub_chart_text;    // text of sub-charts
+  base::Color sub_chart_lines;   // frame and grid of sub-charts
+  base::Color trend_lines;       // trend lines
 
   bool operator==(const ChartCommonColorSettings&) const = default;
 };

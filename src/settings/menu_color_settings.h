@@ -7,18 +7,18 @@ namespace orin::settings {
 
 /// Section MenuColor: colours of the stock menus.
 struct MenuColorSettings {
-  base::Color mnubase_color;            // background
-  base::Color mnuchar_color;            // text
-  base::Color mnuline_color;            // lines
-  base::Color mnunyse_color;            // entries: ＮＹ市場, common stock
-  base::Color mnunasdaq_color;          // ＮＡ市場, any other kind
-  base::Color mnunasdaq_nm_color;       // ＮＡ市場, common stock
-  base::Color mnunyse_other_color;      // ＮＹ市場, any other kind
-  base::Color mnunew_york_color;        // 他市場, common stock
-  base::Color mnu_nasdaq_sc_color;      // ＮＡ市場, small caps
-  base::Color mnunew_york_other_color;  // 他市場, any other kind
-  base::Color mnufixbase_color;         // background of headings
-  base::Color mnufixchar_color;         // text of headings
+  base::Color ground;            // background
+  base::Color text;              // text
+  base::Color lines;             // lines
+  base::Color nyse_common;       // entries: ＮＹ市場, common stock
+  base::Color nasdaq_other;      // ＮＡ市場, any other kind
+  base::Color nasdaq_common;     // ＮＡ市場, common stock
+  base::Color nyse_other;        // ＮＹ市場, any other kind
+  base::Color elsewhere_common;  // 他市場, common stock
+  base::Color nasdaq_small;      // ＮＡ市場, small caps
+  base::Color elsewhere_other;   // 他市場, any other kind
+  base::Color heading_ground;    // background of headings
+  base::Color heading_text;      // text of headings
 
   bool operator==(const MenuColorSettings&) const = default;
 };

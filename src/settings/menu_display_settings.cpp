@@ -33,12 +33,12 @@ const KeyTable<MenuDisplaySettings>& MenuDisplayTable() {
       "MenuDisplay",
       {{"銘柄メニューの表示",
         {{"銘柄の行",
-          {{"menu_code_displaytype", &Menu::menu_code_displaytype, "0", Choice(kCodeChoices),
-            "銘柄コード", "銘柄メニューの行に銘柄コードをどう表示するかです。"},
-           {"menu_category_displaytype", &Menu::menu_category_displaytype, "0",
-            Choice(kCategoryChoices), "業種", "銘柄メニューの行に業種をどう表示するかです。"},
-           {"menu_name_displaytype", &Menu::menu_name_displaytype, "0", Choice(kNameChoices),
-            "銘柄名", "銘柄メニューの行に銘柄名をどう表示するかです。"}}}}}}};
+          {{"menu_code_displaytype", &Menu::code_display, "0", Choice(kCodeChoices), "銘柄コード",
+            "銘柄メニューの行に銘柄コードをどう表示するかです。"},
+           {"menu_category_displaytype", &Menu::category_display, "0", Choice(kCategoryChoices),
+            "業種", "銘柄メニューの行に業種をどう表示するかです。"},
+           {"menu_name_displaytype", &Menu::name_display, "0", Choice(kNameChoices), "銘柄名",
+            "銘柄メニューの行に銘柄名をどう表示するかです。"}}}}}}};
   return table;
 }
 

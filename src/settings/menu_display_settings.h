@@ -8,9 +8,9 @@ namespace orin::settings {
 
 /// Section MenuDisplay: what the stock menus show of a stock.
 struct MenuDisplaySettings {
-  int32_t menu_code_displaytype = 0;      // 0 code, 1 code with the market behind it, 2 none
-  int32_t menu_category_displaytype = 0;  // 0 none, 1 name of the sector, 2 its number
-  int32_t menu_name_displaytype = 0;      // 0 short name, 1 registered company name, 2 none
+  int32_t code_display = 0;      // 0 code, 1 code with the market behind it, 2 none
+  int32_t category_display = 0;  // 0 none, 1 name of the sector, 2 its number
+  int32_t name_display = 0;      // 0 short name, 1 registered company name, 2 none
 
   bool operator==(const MenuDisplaySettings&) const = default;
 };

@@ -10,13 +10,13 @@ namespace orin::settings {
 /// Section ORIN: the main window as it was left.
 struct OrinSettings {
   int32_t window_state = 0;  // 0 normal, 1 minimised, 2 maximised
-  int32_t mdi_form_top = 0;  // pixels, as the three below
-  int32_t mdi_form_left = 0;
-  int32_t mdi_form_width = 0;   // 0: never saved, the program chooses
-  int32_t mdi_form_height = 0;  // 0: likewise
-  std::string logo_picture;     // path setting
-  int32_t chart1_hiritu = 0;    // height of the main chart, percent of its window
-  bool chart_list = false;      // charts open with their list of values
+  int32_t window_top = 0;    // pixels, as the three below
+  int32_t window_left = 0;
+  int32_t window_width = 0;        // 0: never saved, the program chooses
+  int32_t window_height = 0;       // 0: likewise
+  std::string logo_picture;        // path setting
+  int32_t main_chart_percent = 0;  // height of the main chart, percent of its window
+  bool opens_with_list = false;    // charts open with their list of values
 
   bool operator==(const OrinSettings&) const = default;
 };

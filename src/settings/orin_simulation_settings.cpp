@@ -32,32 +32,32 @@ constexpr const char* kDeadCross =
 const KeyTable<OrinSimulationSettings>& OrinSimulationTable() {
   using Simulation = OrinSimulationSettings;
   const auto buy = [](size_t i) {
-    return [i](auto& g) -> auto& { return g.sim_buy_analysis[i]; };
+    return [i](auto& g) -> auto& { return g.buy_analysis[i]; };
   };
   const auto sale = [](size_t i) {
-    return [i](auto& g) -> auto& { return g.sim_sale_analysis[i]; };
+    return [i](auto& g) -> auto& { return g.sale_analysis[i]; };
   };
   static const KeyTable<Simulation> table{
       "orinsim.ini",
       "OrinSimulation",
       {{"シミュレーション",
         {{"対象",
-          {{"sim_option", &Simulation::sim_option, "0", Choice(kTradeChoices), "売買の順",
+          {{"sim_option", &Simulation::option, "0", Choice(kTradeChoices), "売買の順",
             "買ってから売るか、空売りしてから買い戻すかです。"},
-           {"sim_analysis_option", &Simulation::sim_analysis_option, "0", Choice(kStockChoices),
+           {"sim_analysis_option", &Simulation::stock_choice, "0", Choice(kStockChoices),
             "対象の銘柄", "シミュレーションする銘柄です。"},
-           {"sim_jyoujyou", &Simulation::sim_jyoujyou, "0", Choice(kMarketChoices), "対象の市場",
+           {"sim_jyoujyou", &Simulation::listing, "0", Choice(kMarketChoices), "対象の市場",
             "「市場のすべての銘柄」のときの市場です。"},
-           {"sim_meigaracode", &Simulation::sim_meigaracode, "", Stock(), "銘柄コード",
+           {"sim_meigaracode", &Simulation::stock, "", Stock(), "銘柄コード",
             "「指定した銘柄」のときの銘柄コード（８文字まで）です。"},
-           {"sim_meigaracode2", &Simulation::sim_meigaracode2, "^DJI", Stock(),
-            "第二銘柄の銘柄コード", "条件の第二銘柄の項目に使う銘柄コードです。"},
-           {"sim_start_date", &Simulation::sim_start_date, "1900/01/01", Day(), "開始日",
+           {"sim_meigaracode2", &Simulation::second_stock, "^DJI", Stock(), "第二銘柄の銘柄コード",
+            "条件の第二銘柄の項目に使う銘柄コードです。"},
+           {"sim_start_date", &Simulation::start_date, "1900/01/01", Day(), "開始日",
             "シミュレーションを始める日付です。"},
-           {"sim_end_date", &Simulation::sim_end_date, "2100/01/01", Day(), "終了日",
+           {"sim_end_date", &Simulation::end_date, "2100/01/01", Day(), "終了日",
             "シミュレーションを終える日付です。"}}},
          {"買いの条件",
-          {{"sim_buy_title", &Simulation::sim_buy_title, "ゴールデンクロス", Text(), "買いの題名",
+          {{"sim_buy_title", &Simulation::buy_title, "ゴールデンクロス", Text(), "買いの題名",
             "買いの条件の題名です。"},
            {"sim_buy_analysis", buy(0), kGoldenCross, Condition(), "買いの条件",
             "買う日の条件式です。"},
@@ -66,7 +66,7 @@ const KeyTable<OrinSimulationSettings>& OrinSimulationTable() {
            {"sim_buy_analysis3", buy(2), "", Condition(), "買いの条件３",
             "買いの条件に加えて成り立つべき条件式です。空ならありません。"}}},
          {"売りの条件",
-          {{"sim_sale_title", &Simulation::sim_sale_title, "デッドクロス", Text(), "売りの題名",
+          {{"sim_sale_title", &Simulation::sale_title, "デッドクロス", Text(), "売りの題名",
             "売りの条件の題名です。"},
            {"sim_sale_analysis", sale(0), kDeadCross, Condition(), "売りの条件",
             "売る日の条件式です。"},

@@ -106,13 +106,13 @@ base::Status ChangeGroupFile(base::FileSystem& files, const SettingsPlaces& plac
 
 LoadedSettings LoadWhatIsReadable(const SettingsPlaces& places) {
   LoadedSettings loaded;
-  loaded.settings = ReadIniGroups(LoadOrReport(places.ini_file, loaded.problems), places);
+  loaded.settings = ReadIniGroups(LoadOrReport(places.settings_file, loaded.problems), places);
   ReadFurtherFiles(places, loaded);
   return loaded;
 }
 
 base::Result<Settings> LoadSettings(const SettingsPlaces& places) {
-  const auto profile = ProfileFile::Load(places.ini_file);
+  const auto profile = ProfileFile::Load(places.settings_file);
   if (!profile) return base::Forward(profile);
   LoadedSettings loaded{ReadIniGroups(*profile, places), {}};
   ReadFurtherFiles(places, loaded);
@@ -123,8 +123,8 @@ base::Status SaveSettings(base::FileSystem& files, const SettingsPlaces& places,
                           const Settings& before, const Settings& after) {
   std::vector<GroupWriter> simulation;
   AddChanged(before.orin_simulation, after.orin_simulation, WriteOrinSimulation, simulation);
-  const base::Status ini =
-      ChangeFile(files, places.ini_file, places.ini_file, ChangedIniGroups(before, after));
+  const base::Status ini = ChangeFile(files, places.settings_file, places.settings_file,
+                                      ChangedIniGroups(before, after));
   const base::Status sim =
       ChangeFile(files, SimulationFileInUse(places), SimulationFile(places), simulation);
   const base::Status group = ChangeGroupFile(files, places, before, after);

@@ -26,7 +26,7 @@ fs::path SimulationFile(const SettingsPlaces& places) {
 
 fs::path SimulationFileInUse(const SettingsPlaces& places) {
   const fs::path own = SimulationFile(places);
-  const fs::path other = places.ini_file.parent_path() / kSimulationFile;
+  const fs::path other = places.settings_file.parent_path() / kSimulationFile;
   return !IsThere(own) && IsThere(other) ? other : own;
 }
 
@@ -48,8 +48,9 @@ base::Result<std::optional<std::string>> AdoptSimulationFile(base::FileSystem& f
 
 std::string DefaultText(const SettingsPlaces& places, DefaultBase base, std::string_view relative) {
   if (base == DefaultBase::kNone) return std::string(relative);
-  std::string text = base::PathText(base == DefaultBase::kProgram ? places.program_directory
-                                                                  : places.ini_file.parent_path());
+  std::string text =
+      base::PathText(base == DefaultBase::kProgram ? places.program_directory
+                                                   : places.settings_file.parent_path());
   while (text.ends_with('/') || text.ends_with('\\')) text.pop_back();
   text += '\\';
   text += relative;

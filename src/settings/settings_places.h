@@ -14,7 +14,7 @@ namespace orin::settings {
 /// settings file.
 struct SettingsPlaces {
   std::filesystem::path program_directory;
-  std::filesystem::path ini_file;  // orin.ini, whether it exists or not
+  std::filesystem::path settings_file;  // orin.ini, whether it exists or not
 };
 
 /// orinsim.ini in the program directory, where it is written.

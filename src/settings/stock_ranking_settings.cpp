@@ -25,7 +25,7 @@ constexpr std::array kOrderChoices = {
 };
 
 struct SlotDefault {
-  const char* koumoku;
+  const char* label;
   const char* analysis;
   const char* title;
 };
@@ -45,7 +45,7 @@ KeyHeading<Ranking> SlotRows(size_t i) {
   const SlotDefault& defaults = kSlotDefaults[i];
   using Slot = decltype(Ranking::slots)::value_type;
   return {std::string(kSlotChoices[i].text.substr(std::string_view("１：").size())),
-          {{"rankkoumoku" + number, Numbered(&Ranking::slots, i, &Slot::koumoku), defaults.koumoku,
+          {{"rankkoumoku" + number, Numbered(&Ranking::slots, i, &Slot::label), defaults.label,
             Text(), "項目名", "一覧の列の見出しです。空ならこの順位は使いません。"},
            {"rankanalysis" + number, Numbered(&Ranking::slots, i, &Slot::analysis),
             defaults.analysis, Expression(), "式", "銘柄の順位を決める値の式です。"},
@@ -58,13 +58,13 @@ KeyTable<Ranking> MakeTable() {
   for (size_t i = 0; i < Ranking::kSlots; ++i) page.headings.push_back(SlotRows(i));
   page.headings.push_back(
       {"並べ方と保存",
-       {{"ranksortkey", &Ranking::ranksortkey, "1", Choice(kSlotChoices), "並べ替えの項目",
+       {{"ranksortkey", &Ranking::sort_slot, "1", Choice(kSlotChoices), "並べ替えの項目",
          "ランキングの一覧を並べ替える項目です。"},
-        {"ranksortarray", &Ranking::ranksortarray, "0", Choice(kOrderChoices), "並べ替えの順",
+        {"ranksortarray", &Ranking::sort_direction, "0", Choice(kOrderChoices), "並べ替えの順",
          "ランキングの一覧の並び順です。"},
-        {"rankmaxfilecount", &Ranking::rankmaxfilecount, "100", Number(1, 999), "残すファイルの数",
+        {"rankmaxfilecount", &Ranking::kept_files, "100", Number(1, 999), "残すファイルの数",
          "過去のランキングを何日分残すか（１～９９９）です。"},
-        {"rankmaxcsvcount", &Ranking::rankmaxcsvcount, "100", Number(1, 99999), "ＣＳＶの銘柄数",
+        {"rankmaxcsvcount", &Ranking::csv_stocks, "100", Number(1, 99999), "ＣＳＶの銘柄数",
          "ＣＳＶに書き出す上位の銘柄の数（１～９９９９９）です。"}}});
   return {"orin.ini", "StockRanking", {std::move(page)}};
 }

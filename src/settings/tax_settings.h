@@ -7,13 +7,13 @@ namespace orin::settings {
 
 /// Section Tax: rates in percent.
 struct TaxSettings {
-  base::Currency torihiki_zeiritu;        // transaction tax
-  base::Currency jyouto_zeiritu;          // tax on capital gains
-  base::Currency optiontorihiki_zeiritu;  // tax on option transactions
-  base::Currency syouhi_zeiritu;          // consumption tax, on fees
-  base::Currency syotoku_zeiritu;         // income tax
-  base::Currency jyumin_zeiritu;          // resident tax
-  bool capitalgain_tax = false;           // gains are taxed
+  base::Currency transaction_tax;         // transaction tax
+  base::Currency capital_gains_tax;       // tax on capital gains
+  base::Currency option_transaction_tax;  // tax on option transactions
+  base::Currency consumption_tax;         // consumption tax, on fees
+  base::Currency income_tax;              // income tax
+  base::Currency resident_tax;            // resident tax
+  bool taxes_gains = false;               // gains are taxed
 
   bool operator==(const TaxSettings&) const = default;
 };

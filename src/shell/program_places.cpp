@@ -31,7 +31,7 @@ base::Result<settings::SettingsPlaces> PlacesOf(const std::string& home, const s
   if (home.empty()) return base::Fail("--home のディレクトリが空です。");
   settings::SettingsPlaces places;
   places.program_directory = Absolute(home);
-  places.ini_file = ini.empty() ? places.program_directory / "orin.ini" : Absolute(ini);
+  places.settings_file = ini.empty() ? places.program_directory / "orin.ini" : Absolute(ini);
   return places;
 }
 

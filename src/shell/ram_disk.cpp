@@ -195,7 +195,7 @@ base::Result<RamDiskCopy> CopyToRamDisk(const StoreLocation& store, const fs::pa
 
 void UseRamDisk(StartUpRun& run) {
   ProgramState& state = run.state;
-  const std::string& setting = state.settings.bus.ramdisk_dir;
+  const std::string& setting = state.settings.bus.ram_disk_directory;
   if (setting.empty()) return;
   run.screen.ShowStatus(kRamDiskStatus);
   const fs::path directory = settings::NativeSetting(state.places, setting);

@@ -33,17 +33,17 @@ void LoadSettingsAndClaim(StartUpRun& run, base::FileSystem& files) {
   state.has_help_file = store::Exists(settings::NativeSetting(state.places, kHelpFile));
   // A first start finds neither; what cannot be made, the markers will tell.
   for (const auto& directory :
-       {state.places.program_directory, state.places.ini_file.parent_path()}) {
+       {state.places.program_directory, state.places.settings_file.parent_path()}) {
     if (!store::Exists(directory)) static_cast<void>(files.MakeDirectory(directory));
   }
   state.program_marker = RunMarker(state.places.program_directory / "orin.act");
   run.problems.AddFailure(StartUpStep::kProgramMarker, state.program_marker.Claim(files));
   AdoptSimulation(run);
   settings::LoadedSettings loaded = settings::LoadWhatIsReadable(state.places);
-  state.are_settings_readable = base::ProfileFile::Load(state.places.ini_file).has_value();
+  state.are_settings_readable = base::ProfileFile::Load(state.places.settings_file).has_value();
   state.settings = std::move(loaded.settings);
   state.saved_settings = state.settings;
-  state.user_marker = RunMarker(state.places.ini_file.parent_path() / "orinuser.act");
+  state.user_marker = RunMarker(state.places.settings_file.parent_path() / "orinuser.act");
   run.problems.AddFailure(StartUpStep::kUserMarker, state.user_marker.Claim(files));
   run.problems.Show();
   if (loaded.problems.empty()) return;
@@ -58,7 +58,7 @@ std::unique_ptr<ProgramState> StartUp(const settings::SettingsPlaces& places,
   state->files = &files;
   state->error_log = ErrorLog(places.program_directory / "orinerr.txt", files);
   StartUpRun run{*state, screen};
-  const bool is_first_start = !store::Exists(places.ini_file);
+  const bool is_first_start = !store::Exists(places.settings_file);
   LoadSettingsAndClaim(run, files);
   is_first_start ? LoadSystemInformationFirst(run) : LoadSystemInformation(run);
   LoadTrades(run);

@@ -34,7 +34,8 @@ void LoadTrades(StartUpRun& run) {
   ProgramState& state = run.state;
   run.screen.ShowStatus("取引明細情報を読み込み中です。");
   auto list = store::LoadRecords(
-      store::kTradeFormat, settings::NativeSetting(state.places, state.settings.bus.meisai_file));
+      store::kTradeFormat,
+      settings::NativeSetting(state.places, state.settings.bus.trade_journal_file));
   state.trades = std::move(list.entries);
   if (list.problem) run.problems.Add(StartUpStep::kTrades, *list.problem);
   run.problems.Show();

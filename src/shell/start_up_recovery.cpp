@@ -25,12 +25,12 @@ std::vector<std::filesystem::path> Replaceable(const ProgramState& state) {
   const settings::SettingsPlaces& places = state.places;
   const settings::BusSettings& bus = state.settings.bus;
   std::vector<std::filesystem::path> paths = {
-      places.ini_file,
+      places.settings_file,
       places.program_directory / "orinsim.ini",
-      places.ini_file.parent_path() / "orinsim.ini",
+      places.settings_file.parent_path() / "orinsim.ini",
       places.program_directory / "orinerr.txt",
       settings::NativeSetting(places, state.settings.common.analysis_group_file),
-      settings::NativeSetting(places, bus.meisai_file),
+      settings::NativeSetting(places, bus.trade_journal_file),
   };
   const std::filesystem::path system_directory = state.StoreLocation().system_directory;
   for (const char* name : kListFiles) paths.push_back(system_directory / name);

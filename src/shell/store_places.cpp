@@ -6,8 +6,8 @@ namespace orin::shell {
 
 store::StoreLocation LocateStore(const settings::BusSettings& bus,
                                  const settings::SettingsPlaces& places) {
-  return store::WithFoundNames({settings::NativeSetting(places, bus.system_dir),
-                                settings::NativeSetting(places, bus.datasave_dir)});
+  return store::WithFoundNames({settings::NativeSetting(places, bus.system_directory),
+                                settings::NativeSetting(places, bus.price_directory)});
 }
 
 }  // namespace orin::shell

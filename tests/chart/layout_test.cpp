@@ -142,9 +142,9 @@ TEST_F(LayoutOfRealQuotes, TrendLinesAndSplitsAreDrawnWhereTheSettingsSaySo) {
   const auto segments = [&] {
     return std::get<TimePlot>(Build({}).panes[0].content).segments.size();
   };
-  settings_.common.show_trendline = false;
+  settings_.common.shows_trend_lines = false;
   EXPECT_EQ(segments(), 0U);
-  settings_.common.show_trendline = true;
+  settings_.common.shows_trend_lines = true;
   ASSERT_EQ(segments(), 2U);
   const Chart chart = Build({});
   for (const auto& segment : std::get<TimePlot>(chart.panes[0].content).segments) {
@@ -187,16 +187,16 @@ TEST(SplitMarks, StandAtTheFirstBarWithNewShares) {
   ASSERT_EQ(marks.size(), 1U);
   EXPECT_EQ(chart.bars.DateOf(marks[0].bar), support::Day("2020/01/13"));
   EXPECT_EQ(marks[0].text, "分割 2");
-  settings.chart_action.bunkatsu_line_chart = false;
+  settings.chart_action.marks_splits = false;
   EXPECT_TRUE(std::get<TimePlot>(BuildChart(source, settings, {}, {1, 20, 0}).panes[0].content)
                   .bar_marks.empty());
 }
 
 TEST_F(LayoutOfRealQuotes, FixedPricesAreTheScale) {
-  settings_.common.fix_kabuka_scale = true;
-  settings_.common.fix_kabuka_chart = true;
-  settings_.common.fix_kabuka_yasune = base::Currency::FromInt(100);
-  settings_.common.fix_kabuka_takane = base::Currency::FromInt(400);
+  settings_.common.has_fixed_scale = true;
+  settings_.common.fixes_main_chart = true;
+  settings_.common.fixed_low = base::Currency::FromInt(100);
+  settings_.common.fixed_high = base::Currency::FromInt(400);
   const Chart chart = Build({});
   EXPECT_EQ(LayOut(chart, {500, 400, 1}).panes[0].values.Range(), (ValueRange{100, 400}));
 }

@@ -143,7 +143,7 @@ TEST_F(SubChartsOfRealQuotes, DrawListsAreTheOnesLookedAt) {
 }
 
 TEST_F(SubChartsOfRealQuotes, MainChartsAreTheOnesLookedAt) {
-  settings_.common.show_trendline = true;
+  settings_.common.shows_trend_lines = true;
   ChartSource source = Source(BarPeriod::kDay);
   const int32_t last = source.Bars().Count();
   const BarRange view{last - 11, last, 3};
@@ -153,7 +153,7 @@ TEST_F(SubChartsOfRealQuotes, MainChartsAreTheOnesLookedAt) {
       "main_bars",
       Described(LayOut(BuildChart(source, settings_, options, view), {220, 160, 1}).picture));
   options.main = {PriceStyle::kCandles, ScaleForm::kLogarithmic, VolumePlace::kNone, false};
-  settings_.chart_action.daily_hige_check = false;
+  settings_.chart_action.has_daily_shadows = false;
   ExpectAsStored(
       "main_candles",
       Described(LayOut(BuildChart(source, settings_, options, view), {220, 160, 2}).picture));

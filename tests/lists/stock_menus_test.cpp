@@ -170,13 +170,13 @@ TEST(StockMenuLine, SettingsChooseWhatIsShown) {
 
 TEST(StockMenuLine, ColourIsThatOfTheMarketAndKind) {
   settings::MenuColorSettings colors = settings::Settings().menu_color;
-  colors.mnunyse_color = {1, 0, 0};
-  colors.mnunyse_other_color = {2, 0, 0};
-  colors.mnunasdaq_nm_color = {3, 0, 0};
-  colors.mnu_nasdaq_sc_color = {4, 0, 0};
-  colors.mnunasdaq_color = {5, 0, 0};
-  colors.mnunew_york_color = {6, 0, 0};
-  colors.mnunew_york_other_color = {7, 0, 0};
+  colors.nyse_common = {1, 0, 0};
+  colors.nyse_other = {2, 0, 0};
+  colors.nasdaq_common = {3, 0, 0};
+  colors.nasdaq_small = {4, 0, 0};
+  colors.nasdaq_other = {5, 0, 0};
+  colors.elsewhere_common = {6, 0, 0};
+  colors.elsewhere_other = {7, 0, 0};
   struct Case {
     int16_t listing;
     int16_t kind;

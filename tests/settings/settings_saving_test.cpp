@@ -33,16 +33,16 @@ class SettingsSaving : public ::testing::Test {
 TEST_F(SettingsSaving, WithoutAChangeTouchesNoFile) {
   EXPECT_TRUE(Save(Load()));
   EXPECT_TRUE(fs::is_empty(scratch_.Path()));
-  fs::create_directory(places_.ini_file);
+  fs::create_directory(places_.settings_file);
   EXPECT_TRUE(Save(Load())) << "nothing to write, so nothing can fail";
 }
 
 TEST_F(SettingsSaving, WritesChangedGroupsAloneAndKeepsUnknownLines) {
-  PutFile(places_.ini_file, "; mine\n[Tax]\nsyouhi_zeiritu= 8\nmy_zeiritu=1\n[Mine]\nx=y\n");
+  PutFile(places_.settings_file, "; mine\n[Tax]\nsyouhi_zeiritu= 8\nmy_zeiritu=1\n[Mine]\nx=y\n");
   Settings after = Load();
   after.window.theme = 2;
   ASSERT_TRUE(Save(after));
-  EXPECT_EQ(Bytes(places_.ini_file),
+  EXPECT_EQ(Bytes(places_.settings_file),
             "; mine\n[Tax]\nsyouhi_zeiritu= 8\nmy_zeiritu=1\n[Mine]\nx=y\n"
             "[Window]\nTheme=2\nFontPercent=100\nFirstListing=0\n");
   EXPECT_FALSE(fs::exists(scratch_ / "orinsim.ini"));
@@ -51,23 +51,23 @@ TEST_F(SettingsSaving, WritesChangedGroupsAloneAndKeepsUnknownLines) {
 
 TEST_F(SettingsSaving, KeepsWhatAnotherInstanceHasChangedElsewhere) {
   Settings after = Load();
-  PutFile(places_.ini_file, "[Window]\nTheme=1\n[Tax]\nsyouhi_zeiritu=9\n");
-  after.tax.syouhi_zeiritu = base::Currency::FromInt(10);
+  PutFile(places_.settings_file, "[Window]\nTheme=1\n[Tax]\nsyouhi_zeiritu=9\n");
+  after.tax.consumption_tax = base::Currency::FromInt(10);
   ASSERT_TRUE(Save(after));
   const Settings now = Load();
   EXPECT_EQ(now.window.theme, 1);
-  EXPECT_EQ(now.tax.syouhi_zeiritu, base::Currency::FromInt(10));
+  EXPECT_EQ(now.tax.consumption_tax, base::Currency::FromInt(10));
 }
 
 TEST_F(SettingsSaving, ExpressionsKeepTheirExactSpacingInTheFile) {
   Settings after = Load();
-  after.orin_simulation.sim_option = 1;
+  after.orin_simulation.option = 1;
   after.chart_display.kagi.rate = 8;
   ASSERT_TRUE(Save(after));
   const std::string simulation = base::DecodeCp932(Bytes(scratch_ / "orinsim.ini"));
   EXPECT_THAT(simulation, HasSubstr("sim_buy_analysis=\"移動平均(66,-1) >= 移動平均(22,-1) And  "
                                     "移動平均(66,0) <= 移動平均(22,0) \"\r\n"));
-  EXPECT_THAT(base::DecodeCp932(Bytes(places_.ini_file)),
+  EXPECT_THAT(base::DecodeCp932(Bytes(places_.settings_file)),
               HasSubstr("original5_analysis=\"ＰＤＩ(14,0) \"\r\n"));
   EXPECT_EQ(Load(), after);
 }
@@ -89,14 +89,14 @@ TEST_F(SettingsSaving, TheGroupFileIsTheOneTheSettingNames) {
 
 TEST_F(SettingsSaving, AFileThatCannotBeReadIsLeftAlone) {
   Settings after = Load();
-  fs::create_directory(places_.ini_file);
+  fs::create_directory(places_.settings_file);
   after.window.theme = 2;
-  after.orin_simulation.sim_option = 1;
+  after.orin_simulation.option = 1;
   const auto saved = Save(after);
   ASSERT_FALSE(saved);
   EXPECT_THAT(saved.error().message, HasSubstr("orin.ini"));
-  EXPECT_TRUE(fs::is_directory(places_.ini_file));
-  EXPECT_EQ(Load().orin_simulation.sim_option, 1);
+  EXPECT_TRUE(fs::is_directory(places_.settings_file));
+  EXPECT_EQ(Load().orin_simulation.option, 1);
 }
 
 TEST_F(SettingsSaving, RubbishIsNotLost) {
@@ -104,11 +104,11 @@ TEST_F(SettingsSaving, RubbishIsNotLost) {
   std::string rubbish(size_t{10} << 20, '\0');
   for (char& byte : rubbish) byte = static_cast<char>(random());
   rubbish += '\n';
-  PutFile(places_.ini_file, rubbish);
+  PutFile(places_.settings_file, rubbish);
   Settings after = Load();
   after.window.theme = 2;
   ASSERT_TRUE(Save(after));
-  const std::string now = Bytes(places_.ini_file);
+  const std::string now = Bytes(places_.settings_file);
   EXPECT_TRUE(now.starts_with(rubbish));
   EXPECT_THAT(now.substr(rubbish.size()), HasSubstr("[Window]\nTheme=2\n"));
 }
@@ -118,23 +118,23 @@ TEST_F(SettingsSaving, ANewFileIsItsOwnersAloneForItMayHoldAPassword) {
   Settings after = Load();
   after.common.daiwa_password = "secret";
   ASSERT_TRUE(Save(after));
-  EXPECT_EQ(fs::status(places_.ini_file).permissions(), kOwner);
-  fs::permissions(places_.ini_file, kOwner | fs::perms::group_read);
+  EXPECT_EQ(fs::status(places_.settings_file).permissions(), kOwner);
+  fs::permissions(places_.settings_file, kOwner | fs::perms::group_read);
   Load();
   after.common.daiwa_password = "other";
   ASSERT_TRUE(Save(after));
-  EXPECT_EQ(fs::status(places_.ini_file).permissions(), kOwner | fs::perms::group_read);
+  EXPECT_EQ(fs::status(places_.settings_file).permissions(), kOwner | fs::perms::group_read);
 }
 
 TEST_F(SettingsSaving, StoppedAnywhereLeavesEachFileOldOrNew) {
   const Settings old = Load();
   Settings first = old;
   first.window.theme = 1;
-  first.orin_simulation.sim_option = 1;
+  first.orin_simulation.option = 1;
   ASSERT_TRUE(Save(first));
   Settings second = first;
   second.window.theme = 2;
-  second.orin_simulation.sim_option = 0;
+  second.orin_simulation.option = 0;
   for (int64_t n = 1;; ++n) {
     ASSERT_TRUE(SaveSettings(base::NativeFileSystem(), places_, second, first));
     support::FaultyFileSystem files;

@@ -22,18 +22,18 @@ TEST(Settings, AnAbsentFileYieldsDefaultsFromBothDirectories) {
   const support::ScratchDirectory scratch;
   const auto settings = LoadSettings(SettingsPlaces{scratch.Path(), scratch / "none/orin.ini"});
   ASSERT_TRUE(settings.has_value());
-  EXPECT_EQ(settings->bus.serial_file, scratch.Path().string() + "\\patrol\\serial.txt");
-  EXPECT_EQ(settings->bus.meisai_file, (scratch / "none").string() + "\\orin.trn");
-  EXPECT_TRUE(settings->chart_action.bunkatsu_auto_check);
+  EXPECT_EQ(settings->bus.stock_list_file, scratch.Path().string() + "\\patrol\\serial.txt");
+  EXPECT_EQ(settings->bus.trade_journal_file, (scratch / "none").string() + "\\orin.trn");
+  EXPECT_TRUE(settings->chart_action.adjusts_for_splits);
   EXPECT_EQ(settings->chart_display.day.averages[1].period, 75);
-  EXPECT_EQ(settings->orin_simulation.sim_start_date, base::Date::FromYmd(1900, 1, 1));
-  EXPECT_EQ(ReadBus(ProfileFile(), SettingsPlaces{"/", "/orin.ini"}).datasave_dir, "\\data\\");
+  EXPECT_EQ(settings->orin_simulation.start_date, base::Date::FromYmd(1900, 1, 1));
+  EXPECT_EQ(ReadBus(ProfileFile(), SettingsPlaces{"/", "/orin.ini"}).price_directory, "\\data\\");
 }
 
 TEST(Settings, EveryGroupComesFromItsFile) {
   const support::ScratchDirectory scratch;
   const SettingsPlaces places{scratch / "p", scratch / "my.ini"};
-  PutFile(places.ini_file,
+  PutFile(places.settings_file,
           "[bus]\r\ndatasave_dir=d\r\n[COMMON]\r\nanalysissystemfirstfile=3\r\n"
           "AnalysisGroupFile=lists\\my.chk\r\n[chartaction]\r\nbunkatsu_auto_check=0\r\n");
   std::filesystem::create_directories(scratch / "p/lists");
@@ -41,11 +41,11 @@ TEST(Settings, EveryGroupComesFromItsFile) {
   PutFile(scratch / "p/lists/my.chk", "[Title]\r\nchecktitle2=b\r\n");
   const auto settings = LoadSettings(places);
   ASSERT_TRUE(settings.has_value());
-  EXPECT_EQ(settings->bus.datasave_dir, "d");
-  EXPECT_EQ(settings->bus.ini_file, scratch.Path().string() + "\\orin.ini");
-  EXPECT_EQ(settings->common.analysis_system_first_file, 3);
-  EXPECT_FALSE(settings->chart_action.bunkatsu_auto_check);
-  EXPECT_EQ(settings->orin_simulation.sim_start_date.ToText(), "2010/02/03");
+  EXPECT_EQ(settings->bus.price_directory, "d");
+  EXPECT_EQ(settings->bus.settings_file, scratch.Path().string() + "\\orin.ini");
+  EXPECT_EQ(settings->common.first_price_file, 3);
+  EXPECT_FALSE(settings->chart_action.adjusts_for_splits);
+  EXPECT_EQ(settings->orin_simulation.start_date.ToText(), "2010/02/03");
   EXPECT_EQ(settings->analysis_group.entries[1].title, "b");
 }
 
@@ -56,14 +56,14 @@ TEST(Settings, SimulationFileBesideAnotherSettingsFileIsUsedAndCopiedOnce) {
   std::filesystem::create_directories(scratch / "user");
   const std::string text = "[OrinSimulation]\r\nsim_start_date=2010/2/3\r\nmine=1\r\n";
   PutFile(scratch / "user/orinsim.ini", text);
-  const auto start = [&] { return LoadSettings(places)->orin_simulation.sim_start_date.ToText(); };
+  const auto start = [&] { return LoadSettings(places)->orin_simulation.start_date.ToText(); };
   EXPECT_EQ(start(), "2010/02/03");
 
   // Without a copy a change goes to the program directory, with all that the file held.
   auto& files = base::NativeFileSystem();
   const Settings before = *LoadSettings(places);
   Settings after = before;
-  after.orin_simulation.sim_start_date = *base::Date::FromYmd(2011, 4, 5);
+  after.orin_simulation.start_date = *base::Date::FromYmd(2011, 4, 5);
   ASSERT_TRUE(SaveSettings(files, places, before, after));
   EXPECT_THAT(Bytes(SimulationFile(places)), HasSubstr("mine=1"));
   EXPECT_EQ(start(), "2011/04/05");

@@ -79,7 +79,7 @@ TEST_F(MultipleStart, SecondInstanceLeavesTheMarkersOfTheFirst) {
 
 TEST_F(MultipleStart, RecoveryRemovesWhatAKilledWriterLeft) {
   LeaveMarkers();
-  std::vector<std::filesystem::path> leftovers = {home_.Places().ini_file.string() + ".tmp",
+  std::vector<std::filesystem::path> leftovers = {home_.Places().settings_file.string() + ".tmp",
                                                   home_.SettingsDirectory() / "orin.trn.tmp",
                                                   home_.SettingsDirectory() / "orinsim.ini.tmp",
                                                   home_.Program() / "orinsim.ini.tmp",

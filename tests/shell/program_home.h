@@ -29,7 +29,7 @@ class ProgramHome {
  public:
   ProgramHome() : builder_("store") {
     std::filesystem::create_directories(Program());
-    std::filesystem::create_directories(places_.ini_file.parent_path());
+    std::filesystem::create_directories(places_.settings_file.parent_path());
     builder_.Days(support::Weekdays("2020/01/06", 3))
         .Stock("AAPL", {support::FlatBar(10), support::FlatBar(11), support::FlatBar(12)})
         .Stock("^DJI", {support::FlatBar(100), support::FlatBar(101), support::FlatBar(102)})
@@ -41,9 +41,10 @@ class ProgramHome {
   /// orin.ini with the store's directories and further keys of section Bus.
   void WriteSettings(std::string_view bus_keys = "") { WriteSettings(Store(), bus_keys); }
   void WriteSettings(const store::StoreLocation& store, std::string_view bus_keys = "") {
-    support::PutFile(places_.ini_file, "[Bus]\r\nsystem_dir=" + store.system_directory.string() +
-                                           "\r\ndatasave_dir=" + store.data_directory.string() +
-                                           "\r\n" + std::string(bus_keys));
+    support::PutFile(places_.settings_file,
+                     "[Bus]\r\nsystem_dir=" + store.system_directory.string() +
+                         "\r\ndatasave_dir=" + store.data_directory.string() + "\r\n" +
+                         std::string(bus_keys));
   }
 
   std::unique_ptr<ProgramState> Start(base::FileSystem& files = base::NativeFileSystem()) {
@@ -53,7 +54,7 @@ class ProgramHome {
   [[nodiscard]] const settings::SettingsPlaces& Places() const { return places_; }
   [[nodiscard]] std::filesystem::path Program() const { return places_.program_directory; }
   [[nodiscard]] std::filesystem::path SettingsDirectory() const {
-    return places_.ini_file.parent_path();
+    return places_.settings_file.parent_path();
   }
   [[nodiscard]] const store::StoreLocation& Store() const { return builder_.Location(); }
   [[nodiscard]] std::filesystem::path System() const { return Store().system_directory; }

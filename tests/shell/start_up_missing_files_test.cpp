@@ -17,8 +17,8 @@ class MissingFiles : public ::testing::Test {
   /// Settings that name a directory without a store.
   void NameWrongPlace() { home_.WriteSettings({home_ / "nowhere", home_ / "nowhere"}); }
   bool CorrectPlace(settings::Settings& settings) {
-    settings.bus.system_dir = home_.Store().system_directory.string();
-    settings.bus.datasave_dir = home_.Store().data_directory.string();
+    settings.bus.system_directory = home_.Store().system_directory.string();
+    settings.bus.price_directory = home_.Store().data_directory.string();
     return true;
   }
 
@@ -41,7 +41,7 @@ TEST_F(MissingFiles, WithoutMasterPathsAreCorrectedAndTriedAgain) {
   home_.Screen().Questions().WillAnswer(base::Answer::kYes).WillAnswer(base::Answer::kYes);
   home_.Screen()
       .WillEditPaths([](settings::Settings& settings) {
-        settings.bus.system_dir += "-still-wrong";
+        settings.bus.system_directory += "-still-wrong";
         return true;
       })
       .WillEditPaths([this](settings::Settings& settings) { return CorrectPlace(settings); });
@@ -108,7 +108,7 @@ TEST_F(MissingFiles, IndexThatDisagreesIsToldAndReplacedInMemoryAlone) {
 }
 
 TEST_F(MissingFiles, FirstStartOffersAMarketInsteadOfTheMessage) {
-  std::filesystem::remove(home_.Places().ini_file);
+  std::filesystem::remove(home_.Places().settings_file);
   home_.Screen().WillBeOffered([](const ProgramState& state) {
     return store::StockStore::Create(state.StoreLocation(), *state.files).has_value();
   });
@@ -119,7 +119,7 @@ TEST_F(MissingFiles, FirstStartOffersAMarketInsteadOfTheMessage) {
 }
 
 TEST_F(MissingFiles, MarketDeclinedOnTheFirstStartIsNoQuestion) {
-  std::filesystem::remove(home_.Places().ini_file);
+  std::filesystem::remove(home_.Places().settings_file);
   home_.Screen().WillBeOffered([](const ProgramState&) { return false; });
   EXPECT_FALSE(home_.Start()->store);
   EXPECT_THAT(home_.Screen().Texts(), IsEmpty());

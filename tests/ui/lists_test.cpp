@@ -328,15 +328,15 @@ TEST_F(ListsJourney, ColoursAndColumnsOfAMenuFollowTheSettings) {
   const QTableView& view = View(menu);
   const Strings codes = Codes();
   auto& settings = program_.state->settings;
-  settings.menu_color.mnunyse_color = {0x12, 0x34, 0x56};
-  settings.menu_display.menu_category_displaytype = 1;
+  settings.menu_color.nyse_common = {0x12, 0x34, 0x56};
+  settings.menu_display.category_display = 1;
   menu.Reload();
   EXPECT_EQ(Codes(), codes);
   EXPECT_EQ(view.model()->index(0, 0).data(Qt::ForegroundRole).value<QColor>(),
             QColor(0x12, 0x34, 0x56));
   EXPECT_EQ(Line(view, 0), (Strings{"BAC", "BANK OF AMERICA", "金融", "ＮＹ市場"}));
-  settings.menu_display.menu_code_displaytype = 2;
-  settings.menu_display.menu_category_displaytype = 0;
+  settings.menu_display.code_display = 2;
+  settings.menu_display.category_display = 0;
   menu.Reload();
   EXPECT_EQ(Line(view, 0), (Strings{"BANK OF AMERICA", "ＮＹ市場"}));
 }

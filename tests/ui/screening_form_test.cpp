@@ -358,7 +358,7 @@ TEST_F(AnalysisWindow, FirstPriceFileIsExplainedAndLeavesFourFiles) {
   const int last = number->maximum();
   ASSERT_GE(last, 5);
   number->setValue(2);
-  EXPECT_EQ(program_.state->settings.common.analysis_system_first_file, 2);
+  EXPECT_EQ(program_.state->settings.common.first_price_file, 2);
   auto* text = FindByText<QLabel>(window, QStringLiteral("先頭ファイルの番号が2の場合"));
   ASSERT_NE(text, nullptr);
   EXPECT_TRUE(text->text().startsWith(
@@ -374,7 +374,7 @@ TEST_F(AnalysisWindow, FirstPriceFileOutOfRangeIsShownAsItIsAndStopsTheRun) {
   auto* number = window.findChild<QSpinBox*>();
   const int last = number->maximum();
   for (const int setting : {last, last + 1, 1000}) {
-    program_.state->settings.common.analysis_system_first_file = setting;
+    program_.state->settings.common.first_price_file = setting;
     window.Reload();
     EXPECT_EQ(number->value(), setting);
     const QString sentence = QStringLiteral("AnalysisSystemFirstFile の値%1では").arg(setting);

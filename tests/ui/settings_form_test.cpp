@@ -131,8 +131,8 @@ TEST_F(SettingsForm, OkSavesWhatWasChangedAndNothingElse) {
   ASSERT_EQ(saved_.size(), 1u);
   EXPECT_FALSE(form_->isVisible());
   settings::Settings expected = settings_;
-  expected.tax.syouhi_zeiritu = *base::Currency::Parse("8.5");
-  expected.tax.capitalgain_tax = !settings_.tax.capitalgain_tax;
+  expected.tax.consumption_tax = *base::Currency::Parse("8.5");
+  expected.tax.taxes_gains = !settings_.tax.taxes_gains;
   EXPECT_EQ(saved_[0].tax, expected.tax);
   EXPECT_NE(saved_[0].chart_action, settings_.chart_action);
   expected.chart_action = saved_[0].chart_action;
@@ -195,12 +195,12 @@ TEST_F(SettingsForm, OneFieldAGroupOrEverythingGoesBackToItsDefaults) {
   EXPECT_TRUE(Find("serial_file.reset")->isVisible());
   Press("serial_file.reset");
   EXPECT_FALSE(Find("serial_file.reset")->isVisible());
-  EXPECT_EQ(form_->Current().bus.serial_file, settings_.bus.serial_file);
-  EXPECT_EQ(form_->Current().bus.comp_file, "other.txt");
+  EXPECT_EQ(form_->Current().bus.stock_list_file, settings_.bus.stock_list_file);
+  EXPECT_EQ(form_->Current().bus.comparison_file, "other.txt");
 
   // Resetting the section writes another update file than a missing key gives.
   form_->group_default_Click();
-  EXPECT_EQ(form_->Current().bus.comp_file, settings_.bus.comp_file);
+  EXPECT_EQ(form_->Current().bus.comparison_file, settings_.bus.comparison_file);
   EXPECT_EQ(form_->Current().bus.update_file, "html\\StockHtm.txt");
   EXPECT_EQ(widgets::Utf8(Find<QLineEdit>("update_file")->text()), "html\\StockHtm.txt");
 
@@ -284,11 +284,11 @@ TEST_F(SettingsForm, PathIsChosenInADialogThatStartsAtTheOldOne) {
   editor->findChild<QPushButton*>()->click();
   const std::string expected =
       settings::PathSettingText(directory_.Path() / "prices", settings::SettingKind::kDirectory);
-  EXPECT_EQ(form_->Current().bus.datasave_dir, expected);
+  EXPECT_EQ(form_->Current().bus.price_directory, expected);
   ASSERT_EQ(messages_.FileQuestions().size(), 1u);
   EXPECT_EQ(messages_.FileQuestions()[0].choice, base::FileChoice::kDirectory);
   EXPECT_EQ(messages_.FileQuestions()[0].start,
-            settings::NativeSetting(places_, settings_.bus.datasave_dir));
+            settings::NativeSetting(places_, settings_.bus.price_directory));
   EXPECT_EQ(settings::NativeSetting(places_, expected), directory_.Path() / "prices");
 }
 

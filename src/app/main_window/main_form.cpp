@@ -78,8 +78,8 @@ main_Form::~main_Form() {
 
 void main_Form::Form_Load() {
   RestorePlacement();
-  toolbar_->setVisible(state_.settings.chart_action.toolbar_check);
-  statusBar()->setVisible(state_.settings.chart_action.statusbar_check);
+  toolbar_->setVisible(state_.settings.chart_action.shows_toolbar);
+  statusBar()->setVisible(state_.settings.chart_action.shows_status_bar);
   ShowStore();
   if (state_.store && !state_.initial_stock.IsNone()) OpenStock(state_.initial_stock);
 }
@@ -90,8 +90,8 @@ void main_Form::RestorePlacement() {
   const auto& placement = state_.settings.orin;
   const int line = fontMetrics().height();
   resize(line * 60, line * 40);
-  const QRect place(placement.mdi_form_left, placement.mdi_form_top, placement.mdi_form_width,
-                    placement.mdi_form_height);
+  const QRect place(placement.window_left, placement.window_top, placement.window_width,
+                    placement.window_height);
   if (place.width() >= 200 && place.height() >= 150 && IsOnScreen(place)) setGeometry(place);
   if (placement.window_state == kMinimized) {
     showMinimized();
@@ -106,10 +106,10 @@ void main_Form::KeepPlacement() {
   const QRect place = isMaximized() || isMinimized() ? normalGeometry() : geometry();
   auto& placement = state_.settings.orin;
   placement.window_state = isMinimized() ? kMinimized : isMaximized() ? kMaximized : kNormal;
-  placement.mdi_form_top = place.top();
-  placement.mdi_form_left = place.left();
-  placement.mdi_form_width = place.width();
-  placement.mdi_form_height = place.height();
+  placement.window_top = place.top();
+  placement.window_left = place.left();
+  placement.window_width = place.width();
+  placement.window_height = place.height();
 }
 
 void main_Form::closeEvent(QCloseEvent* event) {
@@ -288,8 +288,8 @@ void main_Form::ApplySettings(const settings::Settings& changed) {
   const bool is_elsewhere = changed.bus != state_.settings.bus;
   state_.settings = changed;
   look_.Apply(static_cast<widgets::Theme>(changed.window.theme), changed.window.font_percent);
-  toolbar_->setVisible(changed.chart_action.toolbar_check);
-  statusBar()->setVisible(changed.chart_action.statusbar_check);
+  toolbar_->setVisible(changed.chart_action.shows_toolbar);
+  statusBar()->setVisible(changed.chart_action.shows_status_bar);
   ShowChecks();
   if (is_elsewhere) {
     ReloadStore();
@@ -299,8 +299,8 @@ void main_Form::ApplySettings(const settings::Settings& changed) {
 }
 
 void main_Form::ShowChecks() {
-  toolbar_action_->setChecked(state_.settings.chart_action.toolbar_check);
-  statusbar_action_->setChecked(state_.settings.chart_action.statusbar_check);
+  toolbar_action_->setChecked(state_.settings.chart_action.shows_toolbar);
+  statusbar_action_->setChecked(state_.settings.chart_action.shows_status_bar);
   themes_->actions()[std::clamp(state_.settings.window.theme, 0, 2)]->setChecked(true);
 }
 
@@ -328,13 +328,13 @@ void main_Form::mnu_normal_Click() { ChangeTextSize(100); }
 
 void main_Form::mnu_toolbar_Click() {
   settings::Settings changed = state_.settings;
-  changed.chart_action.toolbar_check = toolbar_action_->isChecked();
+  changed.chart_action.shows_toolbar = toolbar_action_->isChecked();
   ApplySettings(changed);
 }
 
 void main_Form::mnu_statusbar_Click() {
   settings::Settings changed = state_.settings;
-  changed.chart_action.statusbar_check = statusbar_action_->isChecked();
+  changed.chart_action.shows_status_bar = statusbar_action_->isChecked();
   ApplySettings(changed);
 }
 

@@ -92,12 +92,13 @@ void main_Form::mnu_market_Click() {
 void main_Form::mnu_update_csv_Click() {
   const auto directory = screen_.Questions().ChooseFile(
       {.caption = "日足の銘柄コード.csvのフォルダ",
-       .start = settings::NativeSetting(state_.places, state_.settings.bus.csvday_dir),
+       .start = settings::NativeSetting(state_.places, state_.settings.bus.daily_csv_directory),
        .choice = base::FileChoice::kDirectory});
   if (!directory) return;
   acquire::CsvUpdateSource source;
   source.daily_directory = *directory;
-  source.weekly_directory = settings::NativeSetting(state_.places, state_.settings.bus.csvweek_dir);
+  source.weekly_directory =
+      settings::NativeSetting(state_.places, state_.settings.bus.weekly_csv_directory);
   std::error_code failure;
   if (std::filesystem::exists(*directory / "stocks.csv", failure)) {
     source.stock_list = *directory / "stocks.csv";

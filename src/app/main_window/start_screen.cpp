@@ -17,7 +17,7 @@ StartScreen::~StartScreen() = default;
 
 void StartScreen::ShowLogo() {
   // The picture's setting is read with all others later; the logo must not wait for them.
-  const auto profile = base::ProfileFile::Load(places_.ini_file);
+  const auto profile = base::ProfileFile::Load(places_.settings_file);
   const settings::BusSettings bus =
       settings::ReadBus(profile.value_or(base::ProfileFile()), places_);
   logo_ = std::make_unique<shell::logo_Form>(settings::NativeSetting(places_, bus.picture_file));

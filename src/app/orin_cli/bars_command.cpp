@@ -33,7 +33,7 @@ void Print(const base::BarColumns& columns, std::ostream& out) {
 int FindBars(const StoreReading& reading, const BarsOptions& options, Answer& answer) {
   const auto stock = FindStock(reading.store, options.code);
   if (!stock) return answer.Report(stock.error());
-  const bool is_adjusted = !options.raw && reading.settings.chart_action.bunkatsu_auto_check;
+  const bool is_adjusted = !options.raw && reading.settings.chart_action.adjusts_for_splits;
   Print(store::LoadPeriod(reading.store, **stock, kPeriods.at(options.period), is_adjusted),
         answer.Out());
   return kDone;

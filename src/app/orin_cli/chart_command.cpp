@@ -144,13 +144,13 @@ int AddChart(const StoreReading& reading, ChartCommandOptions& options, chart::P
     const auto compared = FindStock(store, options.compare);
     if (!compared) return answer.Report(compared.error());
     second = *compared;
-  } else if (const auto usual = FindStock(store, settings.chart_action.key_second_text)) {
+  } else if (const auto usual = FindStock(store, settings.chart_action.key_second_stock)) {
     second = *usual;
   }
   const auto days = FindDays(store, options.from, options.to);
   if (!days) return answer.Report(days.error());
 
-  chart::ChartSource source(store, **stock, second, settings.chart_action.bunkatsu_auto_check,
+  chart::ChartSource source(store, **stock, second, settings.chart_action.adjusts_for_splits,
                             options.period, days->last);
   const chart::BarRange view = ViewOf(options, source, settings, store.Days().DateOf(days->first));
   const chart::Chart chart = chart::BuildChart(source, settings, options.chart, view);

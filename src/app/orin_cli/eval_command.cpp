@@ -83,7 +83,7 @@ int FindValues(const StoreReading& reading, const EvalOptions& options,
 
   const Subject subject{store,  **stock,
                         second, !options.second.empty(),
-                        *day,   reading.settings.chart_action.bunkatsu_auto_check};
+                        *day,   reading.settings.chart_action.adjusts_for_splits};
   int status = kDone;
   for (const std::string& expression : expressions) {
     status = std::max(status, AddValue(expression, subject, answer));

@@ -30,7 +30,7 @@ int FindExplanation(const StoreReading& reading, const std::string& condition,
   question.stock = reading.store.Master().Find((*stock)->code);
   question.day = *day;
   if (second != nullptr) question.second_stock = second->code;
-  question.adjust_splits = reading.settings.chart_action.bunkatsu_auto_check;
+  question.adjust_splits = reading.settings.chart_action.adjusts_for_splits;
   const auto explanation = screening::ExplainStock(reading.store, condition, question);
   if (!explanation) {
     answer.Tell(explanation.error().message);

@@ -67,8 +67,8 @@ int Run(std::vector<std::string> arguments) {
   if (!places) return Report(places.error());
   session.places = *places;
   std::error_code ignored;
-  if (!ini.empty() && !fs::exists(session.places.ini_file, ignored)) {
-    Tell("設定ファイル " + base::PathText(session.places.ini_file) +
+  if (!ini.empty() && !fs::exists(session.places.settings_file, ignored)) {
+    Tell("設定ファイル " + base::PathText(session.places.settings_file) +
          " がないので、既定値を使います。");
   }
   // No command needs those settings: where they cannot be copied, they stay in use as they are.

@@ -75,7 +75,7 @@ int RunFiles(const store::StockStore& store, const std::vector<fs::path>& files,
 base::Result<std::optional<store::StockStore>> OpenFromFirstFile(const StoreReading& reading,
                                                                  std::optional<int32_t> option) {
   const auto first_file = screening::FirstFileOfRun(
-      reading.store.Master().Header(), reading.settings.common.analysis_system_first_file, option);
+      reading.store.Master().Header(), reading.settings.common.first_price_file, option);
   if (!first_file) return base::Forward(first_file);
   if (!*first_file) return std::nullopt;
   auto store = store::StockStore::Open(reading.store.Location(),
@@ -97,7 +97,7 @@ int Screen(const StoreReading& reading, const settings::SettingsPlaces& places,
 
   std::vector<fs::path> files(options.files.begin(), options.files.end());
   screening::RunOptions run_options{places.program_directory,
-                                    reading.settings.chart_action.bunkatsu_auto_check};
+                                    reading.settings.chart_action.adjusts_for_splits};
   if (!options.date.empty()) {
     const auto day = FindDay(store, options.date);
     if (!day) return answer.Report(day.error());

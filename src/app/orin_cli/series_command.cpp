@@ -76,7 +76,7 @@ int FindSeries(const StoreReading& reading, const SeriesOptions& options,
   const auto beside = analysis::Companions::Load(store, needs);
   if (!beside) return answer.Report(beside.error());
   analysis::StockContext context(store, needs, days->first, days->last, second,
-                                 reading.settings.chart_action.bunkatsu_auto_check);
+                                 reading.settings.chart_action.adjusts_for_splits);
   context.SetBeside(&*beside);
   context.Load(**stock);
 

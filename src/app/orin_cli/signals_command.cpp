@@ -99,7 +99,7 @@ int FindSignals(const StoreReading& reading, const SignalsOptions& options,
     answer.Tell("条件に比較演算子（=、<>、<、<=、>、>=）がないので、成り立つ日はありません。");
   }
   const screening::SignalScan scan{market, days->first, days->last, second,
-                                   reading.settings.chart_action.bunkatsu_auto_check};
+                                   reading.settings.chart_action.adjusts_for_splits};
   return options.count ? CountSignals(reading.store, *program, scan, answer)
                        : CollectSignals(reading.store, *program, scan, answer);
 }

@@ -23,8 +23,8 @@ acquire::CsvUpdateSource SourceOf(const UpdateCsvOptions& options, const setting
                           : std::filesystem::path(option);
   };
   acquire::CsvUpdateSource source;
-  source.daily_directory = chosen(options.directory, bus.csvday_dir);
-  source.weekly_directory = chosen(options.week_directory, bus.csvweek_dir);
+  source.daily_directory = chosen(options.directory, bus.daily_csv_directory);
+  source.weekly_directory = chosen(options.week_directory, bus.weekly_csv_directory);
   if (!options.stock_list.empty()) source.stock_list = options.stock_list;
   return source;
 }

@@ -60,9 +60,9 @@ PlotLine LineOf(const PlotRequest& request, const IndicatorLine& indicator, std:
 
 void AddPrices(const PlotRequest& request, TimePlot& plot) {
   const bool is_daily = request.source.Period() == store::BarPeriod::kDay;
-  plot.prices = PricePlot{request.style, !is_daily || request.action.daily_hige_check};
+  plot.prices = PricePlot{request.style, !is_daily || request.action.has_daily_shadows};
   plot.number = NumberForm::kPrice;
-  plot.scale.gap = request.action.chartgappercent / 100.0;
+  plot.scale.gap = request.action.free_height_percent / 100.0;
 }
 
 base::Result<base::ValueColumn> ExpressionColumn(const PlotRequest& request,

@@ -29,7 +29,7 @@ struct PlotRequest {
 
 /// A row of the catalogue of sub-charts.
 struct SubChart {
-  int32_t number = 0;     // of the setting chartsub_select, from 1; weekly and monthly composite
+  int32_t number = 0;     // of the setting sub_chart, from 1; weekly and monthly composite
                           // charts have that of their daily sibling
   std::string_view key;   // for the command line, as "rsi"
   std::string_view name;  // as "ＲＳＩチャート"; the title has it in 【 】

@@ -39,8 +39,8 @@ void AddCredit(const PlotRequest& request, TimePlot& plot) {
     for (size_t i = 0; i < balances.size(); ++i) line.values.Set(i, balances[i].*part);
     plot.lines.push_back(std::move(line));
   };
-  add("売り残 ", &store::CreditBalance::sell, request.common.chartsinyouurizan_color);
-  add("買い残 ", &store::CreditBalance::buy, request.common.chartsinyoukaizan_color);
+  add("売り残 ", &store::CreditBalance::sell, request.common.credit_sales);
+  add("買い残 ", &store::CreditBalance::buy, request.common.credit_purchases);
 }
 
 PlotTable IntradayTable(const IntradayPlot& plot) {
@@ -62,7 +62,7 @@ Plot VolumeChart(const PlotRequest& request, size_t /*which*/) {
   const BarsView bars = BarsOfView(request);
   TimePlot plot;
   plot.number = NumberForm::kVolume;
-  plot.scale.with_zero = request.action.dekidaka_zero_base_check;
+  plot.scale.with_zero = request.action.volume_from_zero;
   plot.scale.is_flush = true;
   PlotLine volume;
   volume.label = "V:";

@@ -162,13 +162,13 @@ void meigaramenu_Form::PaintAsSet() {
       QStringLiteral("QTableView { background-color: %1; gridline-color: %2; }"
                      "QHeaderView::section { background-color: %3; color: %4; border: none;"
                      " border-right: 1px solid %2; padding: 4px; }")
-          .arg(Css(colors.mnubase_color), Css(colors.mnuline_color), Css(colors.mnufixbase_color),
-               Css(colors.mnufixchar_color)));
+          .arg(Css(colors.ground), Css(colors.lines), Css(colors.heading_ground),
+               Css(colors.heading_text)));
   SizeColumns();
   const settings::MenuDisplaySettings& display = state_.settings.menu_display;
-  view_->setColumnHidden(0, display.menu_code_displaytype == 2);
-  view_->setColumnHidden(1, display.menu_name_displaytype == 2);
-  view_->setColumnHidden(2, display.menu_category_displaytype == 0);
+  view_->setColumnHidden(0, display.code_display == 2);
+  view_->setColumnHidden(1, display.name_display == 2);
+  view_->setColumnHidden(2, display.category_display == 0);
 }
 
 /// The name has what the others leave.
@@ -181,7 +181,7 @@ void meigaramenu_Form::changeEvent(QEvent* event) {
 void meigaramenu_Form::SizeColumns() {
   const QFontMetrics metrics = view_->fontMetrics();
   view_->verticalHeader()->setDefaultSectionSize(metrics.height() * 3 / 2);
-  const bool has_market = state_.settings.menu_display.menu_code_displaytype == 1;
+  const bool has_market = state_.settings.menu_display.code_display == 1;
   const QString code = QStringLiteral("WWWW.W");
   const std::array<std::pair<int, QString>, 3> widest = {
       {{0, has_market ? code + QStringLiteral("（ＮＹ市場）") : code},

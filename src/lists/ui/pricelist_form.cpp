@@ -117,7 +117,7 @@ const store::StockRecord& pricelist_Form::Record() const {
 
 PriceListing pricelist_Form::Load(BarPeriod period) const {
   return PriceListing::Load(*state_.store, Record(), period,
-                            state_.settings.chart_action.bunkatsu_auto_check);
+                            state_.settings.chart_action.adjusts_for_splits);
 }
 
 void pricelist_Form::ShowStock(base::MasterRecord stock) {

@@ -73,7 +73,7 @@ QVariant StockModel::data(const QModelIndex& index, int role) const {
   if (role == Qt::DisplayRole) return CellText(stock, record, index.column());
   if (role == Qt::ForegroundRole) {
     if (index.column() <= kLastOfEntry) return Painted(ColorOf(stock, state_.settings.menu_color));
-    return Painted(state_.settings.menu_color.mnuchar_color);
+    return Painted(state_.settings.menu_color.text);
   }
   return {};
 }

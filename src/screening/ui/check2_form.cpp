@@ -240,7 +240,7 @@ void check2_Form::ShowFirstFile() {
   first_file_->setEnabled(state_.store.has_value());
   if (state_.store) {
     const store::MasterHeader& header = state_.store->Master().Header();
-    const int32_t setting = state_.settings.common.analysis_system_first_file;
+    const int32_t setting = state_.settings.common.first_price_file;
     const int number = setting == 0 ? header.first_file : setting;
     // A setting out of the range is shown as it is.
     first_file_->setRange(std::min<int>(header.first_file, number),
@@ -261,7 +261,7 @@ void check2_Form::FirstFile_Changed(int number) {
   }
   settings::Settings changed = state_.settings;
   // The master's own first file is that of every store.
-  changed.common.analysis_system_first_file = number == header.first_file ? 0 : number;
+  changed.common.first_price_file = number == header.first_file ? 0 : number;
   Save(changed);
   ShowFirstFile();
 }
@@ -292,7 +292,7 @@ void check2_Form::CountCurrent() {
                                .market = analysis->market,
                                .second_stock = analysis->second_stock,
                                .last = *day,
-                               .adjust_splits = state_.settings.chart_action.bunkatsu_auto_check});
+                               .adjust_splits = state_.settings.chart_action.adjusts_for_splits});
 }
 
 void check2_Form::closeEvent(QCloseEvent* event) {

@@ -36,8 +36,8 @@ void check2_Form::Command1_Click() {
     surroundings_.fail(base::PathText(GroupFile()) + " に実行する分析ファイルがありません。");
     return;
   }
-  const auto first_file = FirstFileOfRun(state_.store->Master().Header(),
-                                         state_.settings.common.analysis_system_first_file);
+  const auto first_file =
+      FirstFileOfRun(state_.store->Master().Header(), state_.settings.common.first_price_file);
   const auto own_store = OpenFromFirstFile(first_file);
   if (!own_store) {
     surroundings_.fail(own_store.error().message);
@@ -53,7 +53,7 @@ void check2_Form::Command1_Click() {
   EnableButtons();
   Run run{store,
           {.base_directory = state_.places.program_directory,
-           .adjust_splits = state_.settings.chart_action.bunkatsu_auto_check,
+           .adjust_splits = state_.settings.chart_action.adjusts_for_splits,
            .days = DaysOfGroup(store, files.all, ChosenDate()),
            .date = ChosenDate()},
           *first_file,

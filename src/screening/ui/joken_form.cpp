@@ -223,7 +223,7 @@ void joken_Form::Count() {
     const base::DayIndex day = state_.store->Days().Find(*date);
     if (!day.IsNone()) question.last = day;
   }
-  question.adjust_splits = state_.settings.chart_action.bunkatsu_auto_check;
+  question.adjust_splits = state_.settings.chart_action.adjusts_for_splits;
   count_label_->setText(QStringLiteral("選ばれる銘柄を数えています。"));
   count_.Start(*state_.store, question);
 }

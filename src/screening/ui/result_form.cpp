@@ -153,7 +153,7 @@ void result_Form::LoadRows() {
   const std::vector<ResultColumn> columns = ColumnsOf(state_.settings.analysis_group);
   std::vector<std::string> notes;
   ResultQuestion question{store->Days().Find(content_.date), columns, SecondStock(),
-                          state_.settings.chart_action.bunkatsu_auto_check,
+                          state_.settings.chart_action.adjusts_for_splits,
                           content_.days.value_or(analysis::RunDays())};
   base::Result<std::vector<ResultRow>> rows;
   if (question.day.IsNone()) {
@@ -207,7 +207,7 @@ void result_Form::Explain(const QString& code) {
     return;
   }
   question.second_stock = content_.analysis->second_stock;
-  question.adjust_splits = state_.settings.chart_action.bunkatsu_auto_check;
+  question.adjust_splits = state_.settings.chart_action.adjusts_for_splits;
   question.days = content_.days;
   const auto explained = ExplainStock(*store, content_.analysis->condition, question);
   state_.CompareStore();

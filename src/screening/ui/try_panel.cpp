@@ -95,7 +95,7 @@ void TryPanel::Explain(const std::string& condition, const std::string& second_s
   }
   if (const auto second = store::StockCode::Parse(second_stock)) question.second_stock = *second;
   question.day = store.Days().Find(*day);
-  question.adjust_splits = state_.settings.chart_action.bunkatsu_auto_check;
+  question.adjust_splits = state_.settings.chart_action.adjusts_for_splits;
   const auto explained = ExplainStock(store, condition, question);
   state_.CompareStore();
   if (!explained) {

@@ -64,7 +64,7 @@ void PaintCandles(QPainter& painter, const Scale& scale, const ChartCommonColorS
   for (int bar = 0; bar < kBars; ++bar) {
     const double open = SampleClose(bar - 1);
     const double close = SampleClose(bar);
-    const QColor color = ScreenColor(close >= open ? colors.chartup_color : colors.chartdown_color);
+    const QColor color = ScreenColor(close >= open ? colors.rise : colors.fall);
     const double x = std::round(scale.X(bar));
     painter.fillRect(
         QRectF(x, scale.Y(std::max(open, close) + 2), 1,
@@ -128,13 +128,13 @@ void PaintVolume(QPainter& painter, const QRectF& pane, const VolumeChart& volum
 }
 
 void PaintCursor(QPainter& painter, const Scale& scale, const ChartCommonColorSettings& colors) {
-  painter.setPen(QPen(ScreenColor(colors.chartmoveline_color), 1));
+  painter.setPen(QPen(ScreenColor(colors.cross_hair), 1));
   const double x = std::round(scale.X(kBars * 0.62)) + 0.5;
   const double y = std::round(scale.Y(SampleClose(kBars / 2))) + 0.5;
   painter.drawLine(QPointF(x, scale.pane.top()), QPointF(x, scale.pane.bottom()));
   painter.drawLine(QPointF(scale.pane.left(), y), QPointF(scale.pane.right(), y));
   painter.setRenderHint(QPainter::Antialiasing);
-  painter.setPen(LinePen(colors.charttrendline_color, scale.pane));
+  painter.setPen(LinePen(colors.trend_lines, scale.pane));
   painter.drawLine(QPointF(scale.X(2), scale.Y(84)), QPointF(scale.X(kBars - 3), scale.Y(97)));
   painter.setRenderHint(QPainter::Antialiasing, false);
 }
@@ -144,10 +144,10 @@ void PaintList(QPainter& painter, const QRectF& area, const ChartCommonColorSett
   constexpr std::array kRows = {"始値 101.5", "高値 108.2", "安値  99.8", "終値 107.0"};
   const double height = painter.fontMetrics().height() * 1.15;
   QRectF row(area.left(), area.top(), area.width(), height);
-  painter.fillRect(row, ScreenColor(colors.chartfixbase_color));
-  painter.setPen(ScreenColor(colors.chartfixchar_color));
+  painter.fillRect(row, ScreenColor(colors.heading_ground));
+  painter.setPen(ScreenColor(colors.heading_text));
   painter.drawText(row, Qt::AlignCenter, QStringLiteral("2025/01/31"));
-  painter.setPen(ScreenColor(colors.chartchar_color));
+  painter.setPen(ScreenColor(colors.text));
   for (const char* text : kRows) {
     row.translate(0, height);
     if (row.bottom() > area.bottom()) return;
@@ -156,8 +156,8 @@ void PaintList(QPainter& painter, const QRectF& area, const ChartCommonColorSett
 }
 
 std::vector<SampleLine> CreditLines(const ChartCommonColorSettings& colors) {
-  return {{QStringLiteral("売り残"), colors.chartsinyouurizan_color},
-          {QStringLiteral("買い残"), colors.chartsinyoukaizan_color}};
+  return {{QStringLiteral("売り残"), colors.credit_sales},
+          {QStringLiteral("買い残"), colors.credit_purchases}};
 }
 
 bool IsPriceLine(const std::string& key) {
@@ -196,7 +196,7 @@ ChartSample MakeChartSample(const Settings& settings, const SettingsGroup& group
 }
 
 void PaintChartSample(QPainter& painter, const QRectF& area, const ChartSample& sample) {
-  painter.fillRect(area, ScreenColor(sample.colors.chartbase_color));
+  painter.fillRect(area, ScreenColor(sample.colors.ground));
   const QFontMetricsF metrics(painter.font());
   const double line = metrics.height();
   const double list_width = metrics.horizontalAdvance(QStringLiteral("2025/01/31000"));
@@ -206,13 +206,13 @@ void PaintChartSample(QPainter& painter, const QRectF& area, const ChartSample& 
   const QRectF sub(QPointF(chart.left(), main.bottom() + line / 3), chart.bottomRight());
 
   const QRectF title_row(chart.left(), area.top() + line * 0.2, inner.width(), line);
-  painter.setPen(ScreenColor(sample.colors.chartchar_color));
+  painter.setPen(ScreenColor(sample.colors.text));
   const QString title = QStringLiteral("見本：%1　").arg(sample.title);
   painter.drawText(title_row, Qt::AlignLeft | Qt::AlignVCenter, title);
   PaintNames(painter, title_row.adjusted(metrics.horizontalAdvance(title), 0, 0, 0),
              sample.price_lines);
 
-  PaintGrid(painter, main, sample.colors.chartline_color, 4);
+  PaintGrid(painter, main, sample.colors.lines, 4);
   const Scale scale{main};
   PaintCandles(painter, scale, sample.colors);
   PaintLines(painter, scale, sample.price_lines);
@@ -220,18 +220,18 @@ void PaintChartSample(QPainter& painter, const QRectF& area, const ChartSample& 
   PaintList(painter, {chart.right() + line / 2, main.top(), list_width, main.height()},
             sample.colors);
 
-  PaintGrid(painter, sub, sample.colors.chartsubline_color, 2);
+  PaintGrid(painter, sub, sample.colors.sub_chart_lines, 2);
   const QRectF name_row(sub.left() + line / 4, sub.top(), sub.width(), line);
   if (sample.sub_lines.empty()) {
     PaintVolume(painter, sub, sample.volume);
-    painter.setPen(ScreenColor(sample.colors.chartsubchar_color));
+    painter.setPen(ScreenColor(sample.colors.sub_chart_text));
     painter.drawText(name_row, Qt::AlignLeft | Qt::AlignVCenter, QStringLiteral("出来高"));
     return;
   }
   PaintLines(painter, {sub}, sample.sub_lines);
   PaintNamesBelow(painter, {chart.right() + line / 2, sub.top(), list_width, sub.height()},
                   sample.sub_lines);
-  painter.setPen(ScreenColor(sample.colors.chartsubchar_color));
+  painter.setPen(ScreenColor(sample.colors.sub_chart_text));
   painter.drawText(name_row, Qt::AlignLeft | Qt::AlignVCenter, QStringLiteral("サブチャート"));
 }
 

@@ -18,14 +18,14 @@ struct SampleRow {
 
 using Menu = MenuColorSettings;
 constexpr std::array kRows = {
-    SampleRow{"MIHON", "ＮＹ市場　普通株", &Menu::mnunyse_color},
-    SampleRow{"MIHON-A", "ＮＹ市場　その他", &Menu::mnunyse_other_color},
-    SampleRow{"MIHQ", "ＮＡ市場　普通株", &Menu::mnunasdaq_nm_color},
-    SampleRow{"MIHQS", "ＮＡ市場　小型株", &Menu::mnu_nasdaq_sc_color},
-    SampleRow{"MIHQX", "ＮＡ市場　その他", &Menu::mnunasdaq_color},
-    SampleRow{"MIHA", "他市場　普通株", &Menu::mnunew_york_color},
-    SampleRow{"MIHA-P", "他市場　その他", &Menu::mnunew_york_other_color},
-    SampleRow{"^MIHON", "市場の色の付かない行", &Menu::mnuchar_color},
+    SampleRow{"MIHON", "ＮＹ市場　普通株", &Menu::nyse_common},
+    SampleRow{"MIHON-A", "ＮＹ市場　その他", &Menu::nyse_other},
+    SampleRow{"MIHQ", "ＮＡ市場　普通株", &Menu::nasdaq_common},
+    SampleRow{"MIHQS", "ＮＡ市場　小型株", &Menu::nasdaq_small},
+    SampleRow{"MIHQX", "ＮＡ市場　その他", &Menu::nasdaq_other},
+    SampleRow{"MIHA", "他市場　普通株", &Menu::elsewhere_common},
+    SampleRow{"MIHA-P", "他市場　その他", &Menu::elsewhere_other},
+    SampleRow{"^MIHON", "市場の色の付かない行", &Menu::text},
 };
 constexpr double kCodeShare = 0.3;  // of the width
 
@@ -41,17 +41,17 @@ void PaintCells(QPainter& painter, const QRectF& row, const QString& code, const
 }  // namespace
 
 void PaintMenuSample(QPainter& painter, const QRectF& area, const MenuColorSettings& colors) {
-  painter.fillRect(area, ScreenColor(colors.mnubase_color));
+  painter.fillRect(area, ScreenColor(colors.ground));
   const double height = area.height() / (kRows.size() + 1);
   QRectF row(area.left(), area.top(), area.width(), height);
-  painter.fillRect(row, ScreenColor(colors.mnufixbase_color));
-  painter.setPen(ScreenColor(colors.mnufixchar_color));
+  painter.fillRect(row, ScreenColor(colors.heading_ground));
+  painter.setPen(ScreenColor(colors.heading_text));
   PaintCells(painter, row, QStringLiteral("コード"), QStringLiteral("銘柄（見本）"));
   for (const SampleRow& sample : kRows) {
     row.translate(0, height);
     painter.setPen(ScreenColor(colors.*sample.color));
     PaintCells(painter, row, QString::fromUtf8(sample.code), QString::fromUtf8(sample.kind));
-    painter.setPen(QPen(ScreenColor(colors.mnuline_color), 1));
+    painter.setPen(QPen(ScreenColor(colors.lines), 1));
     const double y = std::round(row.top()) + 0.5;
     painter.drawLine(QPointF(area.left(), y), QPointF(area.right(), y));
   }
