@@ -22,14 +22,11 @@ target_compile_options(orin_options INTERFACE
 if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
   target_compile_options(orin_options INTERFACE -Wduplicated-cond -Wlogical-op)
 endif()
+# One build serves the tests and the fuzz targets: a fuzz target links the same objects, and the
+# counters of reached code cost a test a tenth of its time.
 if(ORIN_SANITIZE)
   target_compile_options(orin_options INTERFACE
-    -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
-  target_link_options(orin_options INTERFACE -fsanitize=address,undefined)
-endif()
-if(ORIN_FUZZ)
-  target_compile_options(orin_options INTERFACE
-    -fsanitize=fuzzer-no-link,address,undefined -fno-sanitize-recover=all)
+    -fsanitize=fuzzer-no-link,address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
   target_link_options(orin_options INTERFACE -fsanitize=address,undefined)
 endif()
 

@@ -15,11 +15,11 @@ namespace orin::acquire {
 
 namespace {
 
-constexpr size_t kFieldCount = 5;
-constexpr std::array<std::string_view, kFieldCount> kFieldNames = {
+constexpr size_t kStockFields = 5;
+constexpr std::array<std::string_view, kStockFields> kStockFieldNames = {
     "銘柄コード", "銘柄名", "上場コード", "種別コード", "業種コード"};
 
-using Fields = std::array<std::string_view, kFieldCount>;
+using StockFields = std::array<std::string_view, kStockFields>;
 
 tl::expected<int16_t, std::string> ReadCode(std::string_view name, std::string_view text) {
   int16_t value = 0;
@@ -32,7 +32,7 @@ tl::expected<int16_t, std::string> ReadCode(std::string_view name, std::string_v
 }
 
 tl::expected<store::NewStock, std::string> ReadStock(const store::StockCode& code,
-                                                     const Fields& fields) {
+                                                     const StockFields& fields) {
   store::NewStock stock;
   stock.code = code;
   stock.name = std::string(fields[1]);
@@ -40,7 +40,7 @@ tl::expected<store::NewStock, std::string> ReadStock(const store::StockCode& cod
   if (!encodable) return tl::unexpected("銘柄名" + Quoted(stock.name) + "に使えない文字があります");
   const std::array<int16_t*, 3> targets = {&stock.listing, &stock.kind, &stock.sector};
   for (size_t i = 0; i < targets.size(); ++i) {
-    const auto value = ReadCode(kFieldNames[i + 2], fields[i + 2]);
+    const auto value = ReadCode(kStockFieldNames[i + 2], fields[i + 2]);
     if (!value) return tl::unexpected(value.error());
     *targets[i] = *value;
   }
@@ -53,14 +53,14 @@ tl::expected<store::NewStock, std::string> ReadStock(const store::StockCode& cod
 using Codes = std::unordered_set<store::StockCode, store::StockCodeHash>;
 
 void ReadLine(std::string_view line, int32_t number, Codes& seen, StockList& list) {
-  Fields fields;
+  StockFields fields;
   const size_t count = SplitFields(line, fields);
   const auto code = store::StockCode::Parse(fields[0]);
   if (!code) {
     list.problems.Add(number, "銘柄コード" + Quoted(fields[0]) + "は使えません");
     return;
   }
-  auto stock = count == kFieldCount
+  auto stock = count == kStockFields
                    ? ReadStock(*code, fields)
                    : tl::unexpected("項目の数が" + std::to_string(count) + "です（5必要です）");
   if (!stock) {
@@ -80,7 +80,7 @@ void ReadLine(std::string_view line, int32_t number, Codes& seen, StockList& lis
 StockList ParseStockList(std::string_view utf8) {
   StockList list;
   const auto lines = base::SplitLines(utf8);
-  list.has_heading = !lines.empty() && IsHeading(lines.front(), kFieldNames);
+  list.has_heading = !lines.empty() && IsHeading(lines.front(), kStockFieldNames);
   if (!list.has_heading) {
     list.problems.Add(
         1, "見出しが「銘柄コード,銘柄名,上場コード,種別コード,業種コード」ではありません");

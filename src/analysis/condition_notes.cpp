@@ -16,7 +16,7 @@ struct Keyword {
   std::string_view shown;
 };
 
-constexpr Keyword kKeywords[] = {
+constexpr Keyword kJoiningWords[] = {
     {kAndForms, "and、AND、And"},
     {kOrForms, "or、OR、Or"},
     {kNotForms, "not、NOT、Not"},
@@ -24,7 +24,7 @@ constexpr Keyword kKeywords[] = {
 };
 
 const Keyword* KeywordOfAnyCase(std::string_view text) {
-  for (const Keyword& keyword : kKeywords) {
+  for (const Keyword& keyword : kJoiningWords) {
     const std::string_view form = keyword.forms[0];
     if (base::EqualsIgnoreCase(text.substr(0, form.size()), form)) return &keyword;
   }

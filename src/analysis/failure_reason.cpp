@@ -144,7 +144,7 @@ std::string MissingData(const ItemCall& call, BarsView bars, const ItemSpan& spa
 }
 
 /// A spread has no value where one of its days lacks data.
-std::string MissingSpread(const ItemSpan& span, const StockContext& context) {
+std::string MissingSecondBar(const ItemSpan& span, const StockContext& context) {
   const auto oldest = static_cast<int32_t>(span.oldest);
   for (auto t = static_cast<int32_t>(span.examined); t >= oldest; --t) {
     const std::string date = context.Daily().DateOf(t).ToText();
@@ -240,7 +240,7 @@ std::string WhyItemFails(const ItemCall& call, StockContext& context, DayIndex d
   if (!span) return std::string(kUnknown);
   if (!span->Exists()) return NoSuchBars(*span);
   if (needs.credit) return "信用残のデータがありません。";
-  if (family.reads_second) return MissingSpread(*span, context);
+  if (family.reads_second) return MissingSecondBar(*span, context);
   const BarsView bars = BarsOf(span->form, context, day);
   if (call.Bound().indicator != nullptr) return MissingData(call, bars, *span);
   const auto examined = static_cast<int32_t>(span->examined);

@@ -33,12 +33,12 @@ std::optional<OperatorCode> ModAt(std::string_view text) {
   return std::nullopt;
 }
 
-struct DayKeyword {
+struct DatedKeyword {
   std::string_view name;
   char last_number;  // '0' where no number follows the name
 };
 
-constexpr std::array<DayKeyword, 5> kDayKeywords = {{
+constexpr std::array<DatedKeyword, 5> kDatedKeywords = {{
     {"buyselltime", '0'},
     {"tcurrentday", '0'},
     {"analysisdate", '7'},
@@ -46,7 +46,7 @@ constexpr std::array<DayKeyword, 5> kDayKeywords = {{
     {"dailyanalysisinterval", '9'},
 }};
 
-bool EndsWith(std::string_view before, const DayKeyword& keyword) {
+bool EndsWith(std::string_view before, const DatedKeyword& keyword) {
   if (keyword.last_number != '0') {
     if (before.empty() || before.back() < '1' || before.back() > keyword.last_number) return false;
     before.remove_suffix(1);
@@ -118,8 +118,8 @@ std::optional<RelationCode> RelationAt(std::string_view text) {
 }
 
 bool EndsWithDayKeyword(std::string_view before) {
-  return std::any_of(kDayKeywords.begin(), kDayKeywords.end(),
-                     [before](const DayKeyword& keyword) { return EndsWith(before, keyword); });
+  return std::any_of(kDatedKeywords.begin(), kDatedKeywords.end(),
+                     [before](const DatedKeyword& keyword) { return EndsWith(before, keyword); });
 }
 
 }  // namespace orin::analysis

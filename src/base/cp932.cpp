@@ -7,13 +7,12 @@
 #include <iconv.h>
 #include <vector>
 
+#include "base/text.h"
 #include "base/utf8.h"
 
 namespace orin::base {
 
 namespace {
-
-constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
 
 bool IsAscii(unsigned char byte) { return byte < 0x80; }
 
@@ -240,7 +239,7 @@ Result<std::string> EncodeFixedField(std::string_view utf8, size_t width) {
 
 DecodedText DecodeText(std::string_view bytes) {
   if (!IsValidUtf8(bytes)) return DecodedText{DecodeCp932(bytes), TextEncoding::kCp932};
-  if (bytes.starts_with(kByteOrderMark)) bytes.remove_prefix(kByteOrderMark.size());
+  if (bytes.starts_with(kUtf8Mark)) bytes.remove_prefix(kUtf8Mark.size());
   return DecodedText{std::string(bytes), TextEncoding::kUtf8};
 }
 

@@ -12,8 +12,6 @@ namespace orin::base {
 
 namespace {
 
-constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
-
 /// The name of the section whose heading `line` is.
 std::optional<std::string_view> SectionName(std::string_view line) {
   line = TrimBlanks(line);
@@ -65,9 +63,9 @@ TextEncoding EncodingOf(std::string_view bytes) {
 ProfileFile ProfileFile::Parse(std::string_view bytes) {
   ProfileFile profile;
   profile.encoding_ = EncodingOf(bytes);
-  if (bytes.starts_with(kByteOrderMark)) {
-    profile.byte_order_mark_ = kByteOrderMark;
-    bytes.remove_prefix(kByteOrderMark.size());
+  if (bytes.starts_with(kUtf8Mark)) {
+    profile.byte_order_mark_ = kUtf8Mark;
+    bytes.remove_prefix(kUtf8Mark.size());
   }
   bool first = true;
   while (!bytes.empty()) {

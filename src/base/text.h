@@ -17,6 +17,9 @@ inline constexpr size_t kMaximumPieces = 1000;
 Result<std::vector<std::string_view>> SplitByDelimiter(std::string_view text,
                                                        std::string_view delimiter);
 
+/// What a text file in UTF-8 may begin with.
+inline constexpr std::string_view kUtf8Mark = "\xEF\xBB\xBF";
+
 /// The lines of a text file; "\n" or "\r\n" ends a line and a last line may lack its end or half
 /// of it.
 std::vector<std::string_view> SplitLines(std::string_view text);

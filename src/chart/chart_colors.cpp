@@ -16,7 +16,7 @@ constexpr Color kDarkGrid = {58, 64, 74};
 constexpr Color kLightText = {32, 36, 42};
 constexpr Color kDarkText = {228, 231, 235};
 constexpr double kLineContrast = 3;  // what lines need to be seen
-constexpr int kShades = 20;
+constexpr int kMostShades = 20;
 
 double Linear(uint8_t channel) {
   const double value = channel / 255.0;
@@ -69,8 +69,8 @@ ChartColors::ChartColors(const settings::ChartCommonColorSettings& settings, Cha
 Color ChartColors::Of(Color set) const {
   if (is_as_set_) return set;
   const Color towards = is_dark_ ? kWhite : kBlack;
-  for (int shade = 0; shade < kShades; ++shade) {
-    const Color color = Mixed(set, towards, static_cast<double>(shade) / kShades);
+  for (int shade = 0; shade < kMostShades; ++shade) {
+    const Color color = Mixed(set, towards, static_cast<double>(shade) / kMostShades);
     if (Contrast(color, ground_) >= kLineContrast) return color;
   }
   return towards;

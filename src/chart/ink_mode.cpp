@@ -9,13 +9,13 @@ using base::Color;
 
 namespace {
 
-constexpr Color kWhite = {255, 255, 255};
-constexpr Color kBlack = {0, 0, 0};
+constexpr Color kPaper = {255, 255, 255};
+constexpr Color kInk = {0, 0, 0};
 
 constexpr Color Grey(uint8_t shade) { return {shade, shade, shade}; }
 
 // Neighbours differ most.
-constexpr std::array kShades = {Grey(0), Grey(130), Grey(70), Grey(160), Grey(100)};
+constexpr std::array kGreyShades = {Grey(0), Grey(130), Grey(70), Grey(160), Grey(100)};
 constexpr std::array kDashes = {Dash::kSolid, Dash::kDash, Dash::kDot, Dash::kDashDot,
                                 Dash::kDashDotDot};
 constexpr std::array kHatches = {Hatch::kForward, Hatch::kBackward, Hatch::kHorizontal,
@@ -26,23 +26,23 @@ Ink Printed(Ink ink, InkMode mode) {
   const bool is_grey = mode == InkMode::kGrey;
   switch (ink.role) {
     case InkRole::kGround:
-      ink.color = kWhite;
+      ink.color = kPaper;
       break;
     case InkRole::kFaint:
-      ink.color = is_grey ? Grey(205) : kBlack;
+      ink.color = is_grey ? Grey(205) : kInk;
       ink.dash = is_grey ? Dash::kSolid : Dash::kDot;
       break;
     case InkRole::kText:
-      ink.color = kBlack;
+      ink.color = kInk;
       break;
     case InkRole::kRise:
-      ink.color = is_grey ? Grey(225) : kWhite;
+      ink.color = is_grey ? Grey(225) : kPaper;
       break;
     case InkRole::kFall:
-      ink.color = is_grey ? Grey(60) : kBlack;
+      ink.color = is_grey ? Grey(60) : kInk;
       break;
     case InkRole::kSeries:
-      ink.color = is_grey ? kShades.at(ink.number % kShades.size()) : kBlack;
+      ink.color = is_grey ? kGreyShades.at(ink.number % kGreyShades.size()) : kInk;
       ink.dash = kDashes.at(ink.number % kDashes.size());
       break;
   }
@@ -74,7 +74,7 @@ class Printer {
     const bool has_edge =
         is_surface && (boxes.ink.role == InkRole::kRise || boxes.ink.role == InkRole::kSeries);
     // What is hollow, and too thin to have an inside, is black.
-    if (boxes.ink.role == InkRole::kRise && !is_surface) printed.ink.color = kBlack;
+    if (boxes.ink.role == InkRole::kRise && !is_surface) printed.ink.color = kInk;
     Frames edges;
     edges.ink = Printed(Ink(), mode_);
     if (has_edge) edges.rects = printed.rects;
@@ -107,7 +107,7 @@ class Printer {
     items_.emplace_back(std::move(marks));
   }
   void operator()(Label& label) {
-    label.ink = {kBlack, label.ink.role};
+    label.ink = {kInk, label.ink.role};
     items_.emplace_back(std::move(label));
   }
   void operator()(Clip& clip) { items_.emplace_back(clip); }
@@ -116,7 +116,7 @@ class Printer {
   /// Rising and falling lines cannot be hollow.
   [[nodiscard]] Ink LineInk(const Ink& ink) const {
     Ink printed = Printed(ink, mode_);
-    if (ink.role == InkRole::kRise) printed.color = kBlack;
+    if (ink.role == InkRole::kRise) printed.color = kInk;
     return printed;
   }
 

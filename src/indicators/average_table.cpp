@@ -28,7 +28,7 @@ int64_t LongerSpanBeforeShift(const Parameters& p) {
 }
 int64_t SpanTwice(const Parameters& p) { return 2 * RestOfSpan(p); }
 
-constexpr Indicator kRows[] = {
+constexpr Indicator kAverageIndicators[] = {
     {"ema", kPeriod, Unit::kPrice, PriceFields::kClose, WholeHistory, ExponentialAverage},
     {"macd", kShortAndLong, Unit::kPrice, PriceFields::kClose, WholeHistory, AverageConvergence},
     {"rci", kRankedPeriod, Unit::kPercent, PriceFields::kClose, RestOfSpan, RankCorrelation},
@@ -61,6 +61,6 @@ constexpr Indicator kRows[] = {
 
 }  // namespace
 
-std::span<const Indicator> AverageIndicators() { return kRows; }
+std::span<const Indicator> AverageIndicators() { return kAverageIndicators; }
 
 }  // namespace orin::indicators

@@ -11,7 +11,7 @@ constexpr std::array<Parameter, kMaximumParameters> kSumThenPeriod = {{{"s"}, {"
 constexpr std::array<Parameter, kMaximumParameters> kStochasticD = {{{"k"}, {"d"}}};
 constexpr std::array<Parameter, kMaximumParameters> kAdx = {{{"m"}, {"n"}}};
 
-constexpr Indicator kRows[] = {
+constexpr Indicator kBarIndicators[] = {
     {"open", kNoParameters, Unit::kPrice, PriceFields::kOpen, NoHistory, Open},
     {"high", kNoParameters, Unit::kPrice, PriceFields::kHigh, NoHistory, High},
     {"low", kNoParameters, Unit::kPrice, PriceFields::kLow, NoHistory, Low},
@@ -79,6 +79,6 @@ constexpr Indicator kRows[] = {
 
 }  // namespace
 
-std::span<const Indicator> BarIndicators() { return kRows; }
+std::span<const Indicator> BarIndicators() { return kBarIndicators; }
 
 }  // namespace orin::indicators

@@ -17,7 +17,7 @@ constexpr std::array<Parameter, kMaximumParameters> kKagiTurns = {{{"n"}, kRate}
 constexpr std::array<Parameter, kMaximumParameters> kKagiValue = {
     {{"n"}, kRate, {"turn", -1000, 0}}};
 
-constexpr Indicator kRows[] = {
+constexpr Indicator kTrendIndicators[] = {
     {"parabolic_sar", kParabolic, Unit::kPrice, PriceFields::kRange, WholeHistory, ParabolicSar},
     {"kagi_value", kKagiValue, Unit::kPrice, PriceFields::kClose, RestOfSpan, KagiValue},
     {"kagi_turns", kKagiTurns, Unit::kBars, PriceFields::kClose, RestOfSpan, KagiTurns},
@@ -25,6 +25,6 @@ constexpr Indicator kRows[] = {
 
 }  // namespace
 
-std::span<const Indicator> TrendIndicators() { return kRows; }
+std::span<const Indicator> TrendIndicators() { return kTrendIndicators; }
 
 }  // namespace orin::indicators

@@ -13,8 +13,6 @@ namespace orin::screening {
 
 namespace {
 
-constexpr std::string_view kUtf8Mark = "\xEF\xBB\xBF";
-
 struct FieldRow {
   std::string_view key;
   std::string AnalysisFields::*field;
@@ -115,7 +113,7 @@ AnalysisDocument AnalysisDocument::Parse(std::string_view bytes) {
   AnalysisDocument document;
   document.bytes_ = bytes;
   const base::DecodedText decoded = base::DecodeText(bytes);
-  document.encoding_ = bytes.starts_with(kUtf8Mark) ? Encoding::kUtf8WithMark
+  document.encoding_ = bytes.starts_with(base::kUtf8Mark) ? Encoding::kUtf8WithMark
                        : decoded.encoding == base::TextEncoding::kCp932 ||
                                std::ranges::none_of(bytes, [](char c) { return c < 0; })
                            ? Encoding::kCp932
@@ -177,7 +175,7 @@ base::Result<std::string> AnalysisDocument::BytesWith(const AnalysisFields& fiel
   std::string text;
   for (const std::string& line : lines) text += line + line_end_;
   if (encoding_ == Encoding::kCp932) return base::EncodeCp932(text);
-  return encoding_ == Encoding::kUtf8 ? text : std::string(kUtf8Mark) + text;
+  return encoding_ == Encoding::kUtf8 ? text : std::string(base::kUtf8Mark) + text;
 }
 
 base::Status AnalysisDocument::Save(base::FileSystem& files, const std::filesystem::path& file,

@@ -8,11 +8,11 @@ namespace orin::screening {
 
 namespace {
 
-tl::unexpected<RunFailure> Failure(std::string message) {
+tl::unexpected<RunFailure> Refuse(std::string message) {
   return tl::unexpected<RunFailure>(RunFailure{std::move(message)});
 }
 
-tl::unexpected<RunFailure> Failure(const analysis::Note& note) {
+tl::unexpected<RunFailure> Refuse(const analysis::Note& note) {
   return tl::unexpected<RunFailure>(
       RunFailure{analysis::NoteSentence(note), RunFailure::Kind::kCannotBeCompiled});
 }
@@ -24,16 +24,16 @@ Outcome<analysis::Explanation> ExplainStock(const store::StockStore& store,
                                             const ExplainQuestion& question) {
   const SecondStock second = FindSecondStock(store, question.second_stock);
   const auto program = analysis::BuildProgram(condition);
-  if (!program) return Failure(program.error());
+  if (!program) return Refuse(program.error());
   const auto beside = analysis::Companions::Load(store, program->Needs());
-  if (!beside) return Failure(beside.error().message);
+  if (!beside) return Refuse(beside.error().message);
   analysis::StockContext context(store, program->Needs(), question.day, question.day, second.record,
                                  question.adjust_splits);
   context.SetBeside(&*beside);
   context.KeywordDays() = question.days.value_or(DaysOfFile(question.day));
   context.Load(store.Master().Stock(question.stock));
   auto explanation = analysis::Explain(condition, context, question.day);
-  if (!explanation) return Failure(explanation.error());
+  if (!explanation) return Refuse(explanation.error());
   if (!second.problem.empty()) {
     explanation->notes.insert(explanation->notes.begin(), {0, second.problem});
   }

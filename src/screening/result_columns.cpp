@@ -15,7 +15,7 @@ using base::DayIndex;
 
 namespace {
 
-constexpr size_t kStocksPerReport = 8;
+constexpr size_t kRowsPerReport = 8;
 
 /// A column that can be computed.
 struct Computed {
@@ -99,7 +99,7 @@ base::Result<std::vector<ResultRow>> LoadResultRows(const store::StockStore& sto
   rows.reserve(codes.size());
   const auto total = static_cast<int64_t>(codes.size());
   for (const store::StockCode& code : codes) {
-    if (rows.size() % kStocksPerReport == 0 &&
+    if (rows.size() % kRowsPerReport == 0 &&
         !progress.Report("分析結果の値を計算しています。", static_cast<int64_t>(rows.size()),
                          total)) {
       return base::Fail("分析結果の値の計算を中止しました。");

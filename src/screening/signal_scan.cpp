@@ -12,7 +12,7 @@ namespace {
 
 constexpr std::string_view kStage = "ミルテ（条件の成り立つ日）";
 // All days of so many stocks take well under the tenth of a second.
-constexpr size_t kStocksPerReport = 8;
+constexpr size_t kScannedPerReport = 8;
 
 }  // namespace
 
@@ -78,7 +78,7 @@ base::Status ScanSignals(const store::StockStore& store, const analysis::Program
     if (!progress.Report(kStage, going.Done(), going.Total())) {
       return base::Fail("条件の成り立つ日を調べるのを中止しました。");
     }
-  } while (going.Advance(kStocksPerReport, deliver));
+  } while (going.Advance(kScannedPerReport, deliver));
   static_cast<void>(progress.Report(kStage, going.Total(), going.Total()));
   return {};
 }

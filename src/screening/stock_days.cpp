@@ -10,10 +10,10 @@ namespace orin::screening {
 
 namespace {
 
-constexpr size_t kMostNotes = 10;
+constexpr size_t kMostDayNotes = 10;
 
 void AddNote(StockDays& to, size_t line, const std::string& what) {
-  if (to.notes.size() < kMostNotes) to.notes.push_back(std::to_string(line) + "行目：" + what);
+  if (to.notes.size() < kMostDayNotes) to.notes.push_back(std::to_string(line) + "行目：" + what);
 }
 
 void ReadLine(StockDays& to, size_t number, std::string_view line, const store::StockStore& store) {

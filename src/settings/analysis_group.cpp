@@ -40,7 +40,7 @@ KeyHeading<AnalysisGroup> ColumnRows() {
   return heading;
 }
 
-KeyTable<AnalysisGroup> MakeTable() {
+KeyTable<AnalysisGroup> MakeGroupTable() {
   KeyPage<AnalysisGroup> page{"株価分析グループ", {}};
   for (size_t i = 0; i < AnalysisGroup::kEntries; ++i) page.headings.push_back(EntryRows(i));
   page.headings.push_back(ColumnRows());
@@ -50,7 +50,7 @@ KeyTable<AnalysisGroup> MakeTable() {
 }  // namespace
 
 const KeyTable<AnalysisGroup>& AnalysisGroupTable() {
-  static const KeyTable<AnalysisGroup> table = MakeTable();
+  static const KeyTable<AnalysisGroup> table = MakeGroupTable();
   return table;
 }
 

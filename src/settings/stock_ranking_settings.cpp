@@ -53,7 +53,7 @@ KeyHeading<Ranking> SlotRows(size_t i) {
             Text(), "題名", "ランキングの題名です。"}}};
 }
 
-KeyTable<Ranking> MakeTable() {
+KeyTable<Ranking> MakeRankingTable() {
   KeyPage<Ranking> page{"ランキング", {}};
   for (size_t i = 0; i < Ranking::kSlots; ++i) page.headings.push_back(SlotRows(i));
   page.headings.push_back(
@@ -72,7 +72,7 @@ KeyTable<Ranking> MakeTable() {
 }  // namespace
 
 const KeyTable<StockRankingSettings>& StockRankingTable() {
-  static const KeyTable<Ranking> table = MakeTable();
+  static const KeyTable<Ranking> table = MakeRankingTable();
   return table;
 }
 

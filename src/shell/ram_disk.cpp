@@ -62,7 +62,7 @@ std::vector<StoreFile> FilesOf(const StoreLocation& store) {
   return files;
 }
 
-int64_t SizeOf(const fs::path& path) {
+int64_t SizeOrNone(const fs::path& path) {
   std::error_code failure;
   const auto size = fs::file_size(path, failure);
   return failure ? -1 : static_cast<int64_t>(size);
@@ -71,7 +71,7 @@ int64_t SizeOf(const fs::path& path) {
 bool IsCopied(const fs::path& from, const fs::path& to) {
   std::error_code failure;
   const auto changed = fs::last_write_time(from, failure);
-  if (failure || SizeOf(from) != SizeOf(to)) return false;
+  if (failure || SizeOrNone(from) != SizeOrNone(to)) return false;
   const auto copied = fs::last_write_time(to, failure);
   return !failure && changed == copied;
 }
@@ -108,7 +108,7 @@ class Copy {
     std::erase_if(wanted, [this](const StoreFile& file) {
       return IsCopied(PathOf(store_, file), PathOf(copy_, file));
     });
-    for (const StoreFile& file : wanted) total_ += SizeOf(PathOf(store_, file));
+    for (const StoreFile& file : wanted) total_ += SizeOrNone(PathOf(store_, file));
     for (const StoreFile& file : wanted) {
       const base::Status copied = CopyFile(file);
       if (copied && !stopped_) continue;

@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "base/text.h"
 #include "widgets/qt_text.h"
 
 namespace orin::widgets {
@@ -30,7 +31,7 @@ void SaveCsv(base::Messages& messages, base::FileSystem& files, const QString& p
                                          .start = Utf8(proposed_name) + ".csv",
                                          .choice = base::FileChoice::kSave});
   if (!path) return;
-  const auto saved = base::ReplaceFile(files, *path, "\xEF\xBB\xBF" + csv);
+  const auto saved = base::ReplaceFile(files, *path, std::string(base::kUtf8Mark) + csv);
   if (!saved) messages.Warn(saved.error().message);
 }
 

@@ -8,9 +8,9 @@ namespace {
 using base::Currency;
 using base::Date;
 
-constexpr const char* kHeader = "年月日,始値,高値,安値,終値,出来高\r\n";
+constexpr const char* kHistoryHeader = "年月日,始値,高値,安値,終値,出来高\r\n";
 
-CsvHistory Parse(const std::string& lines) { return ParseCsvHistory(kHeader + lines); }
+CsvHistory Parse(const std::string& lines) { return ParseCsvHistory(kHistoryHeader + lines); }
 
 TEST(CsvHistory, ReadsPricesAndVolumesBeyond32Bits) {
   const CsvHistory history =

@@ -8,6 +8,7 @@
 #include "acquire/csv_files.h"
 #include "base/cp932.h"
 #include "support/faulty_file_system.h"
+#include "support/stop_at.h"
 #include "support/store_builder.h"
 
 namespace orin::acquire {
@@ -23,20 +24,6 @@ using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 
 constexpr const char* kHeader = "年月日,始値,高値,安値,終値,出来高\n";
-
-/// Answers "stop" to the n-th report.
-class StopAt final : public base::Progress {
- public:
-  explicit StopAt(int reports) : left_(reports) {}
-  bool Report(std::string_view stage, int64_t, int64_t) override {
-    if (stages.empty() || stages.back() != stage) stages.emplace_back(stage);
-    return --left_ > 0;
-  }
-  std::vector<std::string> stages;
-
- private:
-  int left_;
-};
 
 /// A directory of CSV files and a store to bring them into.
 class CsvUpdateTest : public ::testing::Test {
@@ -250,7 +237,7 @@ TEST_F(CsvUpdateTest, StoppedRunKeepsWhatItHasAndTheNextOneCompletesIt) {
   WriteDaily("^DJI", {1, 2});
   WriteDaily("AA", {5, 6});
   WriteDaily("BB", {7, 8});
-  StopAt third_report(3);
+  support::StopAt third_report(3);
   const CsvUpdateSummary stopped = Update(&third_report);
   EXPECT_TRUE(stopped.stopped);
   EXPECT_THAT(third_report.stages, ElementsAre("ミルテ（ＣＳＶ株価更新：日足）"));

@@ -8,6 +8,7 @@
 #include "store/stock_store.h"
 #include "support/faulty_file_system.h"
 #include "support/scratch_directory.h"
+#include "support/stop_at.h"
 #include "support/test_files.h"
 
 namespace orin::acquire {
@@ -23,16 +24,6 @@ constexpr const char* kHistory =
     "年月日,始値,高値,安値,終値,出来高\n"
     "2020/01/09,10,12,9,11,100\n"
     "2020/01/10,11,13,10,12,200\n";
-
-/// Stops the job at the `reports`-th report.
-class StopAt final : public base::Progress {
- public:
-  explicit StopAt(int reports) : left_(reports) {}
-  bool Report(std::string_view, int64_t, int64_t) override { return --left_ > 0; }
-
- private:
-  int left_;
-};
 
 /// Every file below the directory with its bytes.
 std::map<fs::path, std::string> FilesOf(const fs::path& directory) {
@@ -185,7 +176,7 @@ TEST_F(MarketSetup, RemainsOfAKilledSetUpAreNoObstacle) {
 }
 
 TEST_F(MarketSetup, StoppingKeepsWhatWasImported) {
-  StopAt stop(1);
+  support::StopAt stop(1);
   const auto made = SetUpMarket(location_, {quotes_, {}}, base::NativeFileSystem(), stop);
   ASSERT_TRUE(made) << made.error().message;
   EXPECT_TRUE(made->stopped);

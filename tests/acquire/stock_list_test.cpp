@@ -5,11 +5,11 @@
 namespace orin::acquire {
 namespace {
 
-constexpr const char* kHeader = "銘柄コード,銘柄名,上場コード,種別コード,業種コード\r\n";
+constexpr const char* kListHeader = "銘柄コード,銘柄名,上場コード,種別コード,業種コード\r\n";
 
 TEST(StockList, ReadsStocksInFileOrder) {
   const StockList list =
-      ParseStockList(std::string(kHeader) + "^DJI,NYダウ,3,9,926\r\nAAPL,アップル,2,1,800\r\n");
+      ParseStockList(std::string(kListHeader) + "^DJI,NYダウ,3,9,926\r\nAAPL,アップル,2,1,800\r\n");
   ASSERT_EQ(list.stocks.size(), 2u);
   EXPECT_EQ(list.stocks[0].code.Text(), "^DJI");
   EXPECT_EQ(list.stocks[0].kind, 9);
@@ -25,7 +25,7 @@ TEST(StockList, WrongLineIsToldAndTheRestGoesOn) {
                                 "B,twice,1,1,1"};
   for (const char* line : kWrong) {
     const StockList list =
-        ParseStockList(std::string(kHeader) + "B,b,1,1,100\n" + line + "\nC,c,1,1,100\n");
+        ParseStockList(std::string(kListHeader) + "B,b,1,1,100\n" + line + "\nC,c,1,1,100\n");
     EXPECT_EQ(list.stocks.size(), 2u) << line;
     ASSERT_EQ(list.problems.Kept().size(), 1u) << line;
     EXPECT_EQ(list.problems.Kept()[0].line, 3) << line;

@@ -18,14 +18,14 @@ using base::Currency;
 using base::DayIndex;
 using support::Code;
 
-constexpr int32_t kDays = 30;
+constexpr int32_t kCompanyDays = 30;
 
 /// Every field of AAA is its place in the table, of BBB that + 1000; CCC has none. The ranks are 7,
 /// -2 and 0.
 class CompanyItemsTest : public ::testing::Test {
  protected:
   CompanyItemsTest() {
-    builder_.Days(support::Weekdays("2020/01/08", kDays));
+    builder_.Days(support::Weekdays("2020/01/08", kCompanyDays));
     builder_.Stock("AAA").Stock("BBB").Stock("CCC").Build();
     SetRank(0, 7);
     SetRank(1, -2);
@@ -50,11 +50,12 @@ class CompanyItemsTest : public ::testing::Test {
     const auto call = ItemCall::Bind(text);
     if (!call) return call.error().message;
     const auto* other = second.empty() ? nullptr : &StockOf(store, second);
-    StockContext context(store, call->Needs(), DayIndex(kDays), DayIndex(kDays), other, true);
+    StockContext context(store, call->Needs(), DayIndex(kCompanyDays), DayIndex(kCompanyDays),
+                         other, true);
     const auto beside = Companions::Load(store, call->Needs());
     context.SetBeside(&*beside);
     context.Load(StockOf(store, code));
-    const Value value = ItemValue(text, context, DayIndex(kDays));
+    const Value value = ItemValue(text, context, DayIndex(kCompanyDays));
     return value.ok ? value.value.ToText() : "none";
   }
 
@@ -105,15 +106,15 @@ TEST_F(CompanyItemsTest, RankIsTheMastersAndNeedsNoTable) {
 TEST_F(CompanyItemsTest, ValueIsTheSameOnEveryDayOfTheCalendar) {
   const store::StockStore store = builder_.Open();
   const ItemCall call = *ItemCall::Bind("連結総資産(0)");
-  StockContext context(store, call.Needs(), DayIndex(5), DayIndex(kDays), nullptr, true);
+  StockContext context(store, call.Needs(), DayIndex(5), DayIndex(kCompanyDays), nullptr, true);
   const auto beside = Companions::Load(store, call.Needs());
   context.SetBeside(&*beside);
   context.Load(StockOf(store, "AAA"));
   base::ValueColumn column;
-  call.Evaluate(context, DayIndex(-1), DayIndex(kDays + 2), column);
-  ASSERT_EQ(column.Size(), size_t{kDays} + 4);
+  call.Evaluate(context, DayIndex(-1), DayIndex(kCompanyDays + 2), column);
+  ASSERT_EQ(column.Size(), size_t{kCompanyDays} + 4);
   for (size_t place = 0; place < column.Size(); ++place) {
-    EXPECT_EQ(column.Has(place), place >= 2 && place < size_t{kDays} + 2) << place;
+    EXPECT_EQ(column.Has(place), place >= 2 && place < size_t{kCompanyDays} + 2) << place;
   }
 }
 

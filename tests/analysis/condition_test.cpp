@@ -24,12 +24,6 @@ std::string TableText(const CompiledCondition& condition) {
   return text;
 }
 
-std::string Repeated(std::string_view text, size_t count) {
-  std::string repeated;
-  for (size_t i = 0; i < count; ++i) repeated += text;
-  return repeated;
-}
-
 std::string Outcome(std::string_view text) {
   const auto compiled = CompileCondition(text);
   return compiled ? "" : std::to_string(compiled.error().position) + " " + compiled.error().message;

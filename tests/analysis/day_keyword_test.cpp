@@ -14,7 +14,7 @@ using base::BarColumns;
 using base::Currency;
 using base::DayIndex;
 
-constexpr int32_t kDays = 60;
+constexpr int32_t kKeywordDays = 60;
 
 std::vector<std::string> AllKeywords() {
   std::vector<std::string> keywords = {"buyselltime", "tcurrentday", "wimulationbuy3"};
@@ -37,8 +37,8 @@ std::vector<std::string> AllKeywords() {
 class DayKeywordTest : public ::testing::Test {
  protected:
   DayKeywordTest()
-      : daily_(support::RandomBars(5, kDays)),
-        second_(support::RandomBars(6, kDays)),
+      : daily_(support::RandomBars(5, kKeywordDays)),
+        second_(support::RandomBars(6, kKeywordDays)),
         context_(daily_, &second_) {
     Set(DayKeyword::kAnalysisDate, 1, 20);
     Set(DayKeyword::kAnalysisDate, 2, 33);
@@ -127,7 +127,7 @@ TEST_F(DayKeywordTest, BarsOfLaterDaysBeforeTheFirstAndUnsetOnesHaveNoValue) {
   EXPECT_EQ(At("日付(analysisdate3)", 60), "none");
   EXPECT_EQ(At("移動平均(0,analysisdate1)", 60), "none");
   // No day of the calendar.
-  for (const int32_t day : {0, -4, kDays + 1}) {
+  for (const int32_t day : {0, -4, kKeywordDays + 1}) {
     Set(DayKeyword::kAnalysisDate, 3, day);
     for (const char* text : {"日付(analysisdate3-5)", "週間日付(wanalysisdate3-5)", "analysisdate3",
                              "wanalysisdate3"}) {
@@ -184,8 +184,8 @@ TEST_F(DayKeywordTest, EveryDayOfARangeIsAsAlone) {
         "週間遅行スパン(3,wanalysisdate1)", "tcurrentday", "終値(analysisdate1-7)"}) {
     const ItemCall call = *ItemCall::Bind(text);
     base::ValueColumn range;
-    call.Evaluate(Context(), DayIndex(-2), DayIndex(kDays + 2), range);
-    for (int32_t day = -2; day <= kDays + 2; ++day) {
+    call.Evaluate(Context(), DayIndex(-2), DayIndex(kKeywordDays + 2), range);
+    for (int32_t day = -2; day <= kKeywordDays + 2; ++day) {
       const auto place = static_cast<size_t>(day + 2);
       EXPECT_EQ(range.Has(place) ? range.At(place).ToText() : "none", At(text, day))
           << text << " day " << day;

@@ -20,7 +20,7 @@ namespace {
 using base::BarColumns;
 using base::DayIndex;
 
-constexpr int32_t kDays = 90;
+constexpr int32_t kFarDays = 90;
 
 struct Argument {
   std::string_view text;
@@ -81,8 +81,8 @@ std::vector<Call> AllCalls() {
 }
 
 /// A stock and a second one on the same days, alone in their world.
-struct Series {
-  explicit Series(int32_t days)
+struct FarSeries {
+  explicit FarSeries(int32_t days)
       : last(std::max(days, 1)),
         daily(days == 0 ? BarColumns() : RandomMarket(5).Bars(days)),
         second(SecondOn(daily)),
@@ -105,7 +105,7 @@ struct Series {
 };
 
 /// Over all days, on the last one, and plainly; gives whether any day has a value or is true.
-bool HoldsAnywhere(const std::string& text, Series& series) {
+bool HoldsAnywhere(const std::string& text, FarSeries& series) {
   const auto condition = CompileCondition(text);
   const Program program = Program::Build(*condition);
   const History& needs = program.Needs();
@@ -132,8 +132,8 @@ bool HoldsAnywhere(const std::string& text, Series& series) {
 }
 
 TEST(ExtremeArgument, NoItemHasAValueOfBarsThatNoSeriesHas) {
-  for (const int32_t days : {0, 1, 12, kDays}) {
-    Series series(days);
+  for (const int32_t days : {0, 1, 12, kFarDays}) {
+    FarSeries series(days);
     for (const Call& call : AllCalls()) {
       for (size_t place = 0; place < call.arguments.size(); ++place) {
         for (const Argument& argument : kArguments) {
@@ -151,7 +151,7 @@ TEST(ExtremeArgument, NoItemHasAValueOfBarsThatNoSeriesHas) {
 
 // Calls of one condition that differ in their offset alone share a column.
 TEST(ExtremeArgument, FarOffsetsBesideNearOnesChangeNoValueOfThem) {
-  Series series(kDays);
+  FarSeries series(kFarDays);
   for (const Call& call : AllCalls()) {
     const size_t offset = call.arguments.size() - 1;
     const std::string near = call.Text();
@@ -167,7 +167,7 @@ TEST(ExtremeArgument, FarOffsetsBesideNearOnesChangeNoValueOfThem) {
 }
 
 TEST(ExtremeArgument, PeriodsThatAddUpBeyondAnIntegerHaveNoValue) {
-  Series series(kDays);
+  FarSeries series(kFarDays);
   for (const Call& call : AllCalls()) {
     for (const char* argument : {"2147483647", "-2147483648"}) {
       Call extreme = call;
@@ -179,7 +179,7 @@ TEST(ExtremeArgument, PeriodsThatAddUpBeyondAnIntegerHaveNoValue) {
 }
 
 TEST(ExtremeArgument, KeywordsAreCountedFromWithoutOverflow) {
-  Series series(kDays);
+  FarSeries series(kFarDays);
   for (const Call& call : AllCalls()) {
     const size_t offset = call.arguments.size() - 1;
     for (const char* keyword :
@@ -196,8 +196,8 @@ TEST(ExtremeArgument, KeywordsAreCountedFromWithoutOverflow) {
 }
 
 TEST(ExtremeArgument, AnExplanationSaysWhyThereIsNoValue) {
-  for (const int32_t days : {1, kDays}) {
-    Series series(days);
+  for (const int32_t days : {1, kFarDays}) {
+    FarSeries series(days);
     for (const Call& call : AllCalls()) {
       for (size_t place = 0; place < call.arguments.size(); ++place) {
         for (const Argument& argument : kArguments) {

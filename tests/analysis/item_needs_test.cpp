@@ -14,11 +14,11 @@ namespace {
 using base::DayIndex;
 using base::ValueColumn;
 
-constexpr size_t kDays = 130;
+constexpr size_t kNeedsDays = 130;
 constexpr History kWholeHistory = {History::kAll, History::kAll, History::kAll, History::kAll};
 
 std::vector<base::Bar> RandomBarList(uint32_t seed) {
-  const base::BarColumns columns = support::RandomBars(seed, kDays);
+  const base::BarColumns columns = support::RandomBars(seed, kNeedsDays);
   std::vector<base::Bar> bars;
   for (size_t i = 0; i < columns.Size(); ++i) bars.push_back(columns.At(i));
   return bars;
@@ -26,7 +26,7 @@ std::vector<base::Bar> RandomBarList(uint32_t seed) {
 
 store::StockStore OpenMarket(const char* directory) {
   support::StoreBuilder builder(directory);
-  builder.Days(support::Weekdays("2020/01/08", kDays));
+  builder.Days(support::Weekdays("2020/01/08", kNeedsDays));
   builder.Stock("AAA", RandomBarList(1)).Stock("BBB", RandomBarList(2));
   builder.Split("AAA", 3, "2020/05/08").Split("BBB", 0.5, "2020/06/02");
   return builder.Open();
@@ -83,8 +83,8 @@ TEST(ItemNeeds, ExtremeArgumentsLoadNoMoreThanThereIs) {
         "月間出来高比率合計(2147483647,-2147483647)", "第二銘柄％Ｄ(1000000,2147483647,-1)",
         "さや最大値(2147483647,-2147483648)", "遅行スパン(2147483647,-2147483647)"}) {
     const ItemCall call = *ItemCall::Bind(text);
-    EXPECT_EQ(EvaluateWith(store, call.Needs(), call, DayIndex(1), DayIndex(kDays)),
-              EvaluateWith(store, kWholeHistory, call, DayIndex(1), DayIndex(kDays)))
+    EXPECT_EQ(EvaluateWith(store, call.Needs(), call, DayIndex(1), DayIndex(kNeedsDays)),
+              EvaluateWith(store, kWholeHistory, call, DayIndex(1), DayIndex(kNeedsDays)))
         << text;
   }
 }

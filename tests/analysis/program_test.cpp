@@ -13,12 +13,6 @@
 namespace orin::analysis {
 namespace {
 
-std::string Repeated(std::string_view text, size_t count) {
-  std::string repeated;
-  for (size_t i = 0; i < count; ++i) repeated += text;
-  return repeated;
-}
-
 std::string NoteList(const std::vector<Note>& notes) {
   std::string list;
   for (const Note& note : notes) {

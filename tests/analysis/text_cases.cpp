@@ -34,4 +34,10 @@ std::vector<TextCase> ReadTextCases(std::string_view file) {
   return cases;
 }
 
+std::string Repeated(std::string_view text, size_t count) {
+  std::string repeated;
+  for (size_t i = 0; i < count; ++i) repeated += text;
+  return repeated;
+}
+
 }  // namespace orin::analysis

@@ -17,4 +17,7 @@ struct TextCase {
 /// and □ stand for the half-width and the full-width blank.
 std::vector<TextCase> ReadTextCases(std::string_view file);
 
+/// `count` times the text.
+std::string Repeated(std::string_view text, size_t count);
+
 }  // namespace orin::analysis

@@ -21,13 +21,17 @@ using testing::ElementsAre;
 using testing::StartsWith;
 
 constexpr base::MasterRecord kIndex(2);
-constexpr base::MasterRecord kApple(3);
+constexpr base::MasterRecord kAppleStock(3);
 
 class SubChartsOfRealQuotes : public testing::Test {
  protected:
   ChartSource Source(BarPeriod period) {
-    return {store_, store_.Master().Stock(kApple), &store_.Master().Stock(kIndex), true,
-            period, store_.Days().Last()};
+    return {store_,
+            store_.Master().Stock(kAppleStock),
+            &store_.Master().Stock(kIndex),
+            true,
+            period,
+            store_.Days().Last()};
   }
 
   store::StockStore store_ = RealMarket("sub_charts");
@@ -221,8 +225,8 @@ TEST_F(SubChartsOfRealQuotes, ScrolledBackTheyAreAsTheyWereThen) {
   SwitchOn(settings_.chart_display);
   ChartSource now = Source(BarPeriod::kDay);
   const int32_t then = now.Bars().Count() - 133;
-  ChartSource source(store_, store_.Master().Stock(kApple), &store_.Master().Stock(kIndex), true,
-                     BarPeriod::kDay, base::DayIndex(then));
+  ChartSource source(store_, store_.Master().Stock(kAppleStock), &store_.Master().Stock(kIndex),
+                     true, BarPeriod::kDay, base::DayIndex(then));
   ChartOptions options;
   options.main.shows_comparison = true;
   options.sub_charts = SubChartsOf(BarPeriod::kDay);

@@ -12,13 +12,12 @@
 #include "analysis/program.h"
 #include "base/file_system.h"
 #include "base/text.h"
+#include "settings/test_places.h"
 #include "support/scratch_directory.h"
 #include "support/test_files.h"
 
 namespace orin::settings {
 namespace {
-
-const SettingsPlaces kPlaces{"/p", "/s/orin.ini"};
 
 std::vector<const SettingEntry*> AllEntries() {
   std::vector<const SettingEntry*> entries;

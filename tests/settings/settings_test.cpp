@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 #include <string>
 
+#include "settings/test_places.h"
 #include "support/scratch_directory.h"
 #include "support/test_files.h"
 
@@ -15,8 +16,6 @@ using support::Bytes;
 using support::PutFile;
 using ::testing::ElementsAre;
 using ::testing::HasSubstr;
-
-const SettingsPlaces kPlaces{"/p", "/s/orin.ini"};
 
 TEST(Settings, AnAbsentFileYieldsDefaultsFromBothDirectories) {
   const support::ScratchDirectory scratch;

@@ -4,11 +4,10 @@
 
 #include "base/profile_file.h"
 #include "settings/settings_catalogue.h"
+#include "settings/test_places.h"
 
 namespace orin::settings {
 namespace {
-
-const SettingsPlaces kPlaces{"/p", "/s/orin.ini"};
 
 const SettingEntry& Entry(std::string_view key) {
   for (const SettingsGroup& group : SettingsCatalogue()) {

@@ -12,7 +12,6 @@ using support::PutFile;
 using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 
-const std::string kInUse = "\xff\xff";
 constexpr const char* kQuestion =
     "ミルテが複数起動されてるか、または、ミルテの異常状態です。\n"
     "ミルテは複数起動されていますか？\n"

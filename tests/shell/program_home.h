@@ -14,6 +14,9 @@
 
 namespace orin::shell {
 
+/// The bytes of a marker of a program that runs.
+inline const std::string kInUse = "\xff\xff";
+
 inline constexpr const char* kSystemStatus = "システム情報を読み込み中です。";
 inline constexpr const char* kTradeStatus = "取引明細情報を読み込み中です。";
 inline constexpr const char* kRankingStatus = "ランキング情報を読み込み中です。";

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "program_home.h"
 #include "support/faulty_file_system.h"
 #include "support/scratch_directory.h"
 #include "support/test_files.h"
@@ -12,8 +13,6 @@ namespace {
 using support::Bytes;
 using support::PutFile;
 using support::ScratchDirectory;
-
-const std::string kInUse = "\xff\xff";
 
 struct MarkerCase {
   std::string bytes;

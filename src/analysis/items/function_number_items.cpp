@@ -17,7 +17,7 @@ constexpr ItemEntry Number(std::string_view name, int32_t number) {
   return {name, &kFunctionNumberItems, {}, {}, number, NameRule::kDailyOnly};
 }
 
-constexpr ItemEntry kRows[] = {
+constexpr ItemEntry kFunctionNumberRows[] = {
     Number("Ａｂｓ", 1), Number("Ａｔｎ", 2),  Number("Ｃｏｓ", 3),  Number("Ｅｘｐ", 4),
     Number("Ｆｉｘ", 5), Number("Ｉｎｔ", 6),  Number("Ｌｏｇ", 7),  Number("Ｓｇｎ", 8),
     Number("Ｓｉｎ", 9), Number("Ｓｑｒ", 10), Number("Ｔａｎ", 11),
@@ -25,6 +25,6 @@ constexpr ItemEntry kRows[] = {
 
 }  // namespace
 
-std::span<const ItemEntry> FunctionNumberItems() { return kRows; }
+std::span<const ItemEntry> FunctionNumberItems() { return kFunctionNumberRows; }
 
 }  // namespace orin::analysis

@@ -54,10 +54,10 @@ void EvaluateLagging(const BoundItem& item, StockContext& context, DayIndex firs
 constexpr ItemFamily kLaggingItem = {ItemFamily::Ending::kOffset, LaggingNeeds, EvaluateLagging,
                                      false, LaggingLead};
 
-constexpr ItemEntry kRows[] = {{"遅行スパン", &kLaggingItem, {"遅行日数"}}};
+constexpr ItemEntry kLaggingRows[] = {{"遅行スパン", &kLaggingItem, {"遅行日数"}}};
 
 }  // namespace
 
-std::span<const ItemEntry> LaggingItems() { return kRows; }
+std::span<const ItemEntry> LaggingItems() { return kLaggingRows; }
 
 }  // namespace orin::analysis

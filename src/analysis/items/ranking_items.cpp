@@ -54,7 +54,7 @@ void EvaluateRanking(const BoundItem& item, StockContext& context, DayIndex firs
 
 constexpr ItemFamily kRankingItem = {ItemFamily::Ending::kOffset, RankingNeeds, EvaluateRanking};
 
-constexpr ItemEntry kRows[] = {
+constexpr ItemEntry kRankingRows[] = {
     {.name = "ランキング順位",
      .family = &kRankingItem,
      .labels = {"ランキング項目番号（１～７）", "検索市場（０：全市場，１：市場別）",
@@ -65,6 +65,6 @@ constexpr ItemEntry kRows[] = {
 
 }  // namespace
 
-std::span<const ItemEntry> RankingItems() { return kRows; }
+std::span<const ItemEntry> RankingItems() { return kRankingRows; }
 
 }  // namespace orin::analysis

@@ -14,7 +14,7 @@ constexpr ItemEntry kMinusEnergy = {.name = "マイナスエネルギー",
                                     .weekly_label = "週間マイナスエネルギーを合計する日数"};
 
 // Names and labels that 日 stands in must suit the rule that turns it into 週 and 月.
-constexpr ItemEntry kRows[] = {
+constexpr ItemEntry kSeriesRows[] = {
     {"始値", kSeries, {}, "open"},
     {"高値", kSeries, {}, "high"},
     {"安値", kSeries, {}, "low"},
@@ -99,6 +99,6 @@ constexpr ItemEntry kRows[] = {
 
 }  // namespace
 
-std::span<const ItemEntry> SeriesItems() { return kRows; }
+std::span<const ItemEntry> SeriesItems() { return kSeriesRows; }
 
 }  // namespace orin::analysis

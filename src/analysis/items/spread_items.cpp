@@ -86,7 +86,7 @@ constexpr ItemFamily kHighestSpreadItem = {ItemFamily::Ending::kOffset, ExtremeS
 constexpr ItemFamily kLowestSpreadItem = {ItemFamily::Ending::kOffset, ExtremeSpreadNeeds,
                                           EvaluateLowestSpread, true};
 
-constexpr ItemEntry kRows[] = {
+constexpr ItemEntry kSpreadRows[] = {
     {"さや", &kSpreadItem, {}, {}, 0, NameRule::kDailyOnly},
     {"さや最大値", &kHighestSpreadItem, {"さや最大値チェック期間"}, {}, 0, NameRule::kDailyOnly},
     {"さや最小値", &kLowestSpreadItem, {"さや最小値チェック期間"}, {}, 0, NameRule::kDailyOnly},
@@ -94,6 +94,6 @@ constexpr ItemEntry kRows[] = {
 
 }  // namespace
 
-std::span<const ItemEntry> SpreadItems() { return kRows; }
+std::span<const ItemEntry> SpreadItems() { return kSpreadRows; }
 
 }  // namespace orin::analysis

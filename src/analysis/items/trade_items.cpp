@@ -39,7 +39,7 @@ constexpr ItemFamily kBuyDateItem = {ItemFamily::Ending::kOptionalZero, TradeNee
 constexpr ItemFamily kSellDateItem = {ItemFamily::Ending::kOptionalZero, TradeNeeds,
                                       EvaluateSellDate};
 
-constexpr ItemEntry kRows[] = {
+constexpr ItemEntry kTradeRows[] = {
     {"買い値", &kBuyPriceItem, {}, {}, 0, NameRule::kDailyOnly},
     {"売り値", &kSellPriceItem, {}, {}, 0, NameRule::kDailyOnly},
     {"買い日付", &kBuyDateItem, {}, {}, 0, NameRule::kDailyOnly},
@@ -60,6 +60,6 @@ void EvaluateSellPrice(const BoundItem&, StockContext& context, DayIndex, DayInd
   PutOnEveryDay(PriceOf(context.Trade().sell), out);
 }
 
-std::span<const ItemEntry> TradeItems() { return kRows; }
+std::span<const ItemEntry> TradeItems() { return kTradeRows; }
 
 }  // namespace orin::analysis

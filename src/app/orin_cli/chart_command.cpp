@@ -45,9 +45,9 @@ struct ChartCommandOptions {
 template <typename T>
 using Choices = std::vector<std::pair<std::string, T>>;
 
-const Choices<store::BarPeriod> kPeriods = {{"day", store::BarPeriod::kDay},
-                                            {"week", store::BarPeriod::kWeek},
-                                            {"month", store::BarPeriod::kMonth}};
+const Choices<store::BarPeriod> kPeriodChoices = {{"day", store::BarPeriod::kDay},
+                                                  {"week", store::BarPeriod::kWeek},
+                                                  {"month", store::BarPeriod::kMonth}};
 const Choices<chart::PriceStyle> kStyles = {{"candle", chart::PriceStyle::kCandles},
                                             {"bar", chart::PriceStyle::kBars},
                                             {"line", chart::PriceStyle::kCloseLine}};
@@ -214,7 +214,7 @@ void AddChartCommand(CLI::App& app, Session& session) {
   const auto lists = std::make_shared<bool>(false);
   CLI::App* command = app.add_subcommand("chart", "銘柄のチャートを画像に描く");
   command->add_option("CODE", options->code, "銘柄コード（必須）")->type_name("");
-  AddChoice(command, "--period", options->period, kPeriods, "日足、週足、月足");
+  AddChoice(command, "--period", options->period, kPeriodChoices, "日足、週足、月足");
   command->add_option("--from", options->from, "最初の日付 yyyy/mm/dd（省略時は設定の足の数）")
       ->type_name("D");
   command->add_option("--to", options->to, "最後の日付 yyyy/mm/dd（省略時は最新の日）")

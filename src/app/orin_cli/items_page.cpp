@@ -141,7 +141,7 @@ std::string EntryRow(const ItemEntry& entry) {
   return TableRow(cells);
 }
 
-constexpr std::string_view kIntroduction =
+constexpr std::string_view kItemsIntroduction =
     R"(# 分析項目の一覧
 
 <!-- orin-cli items --markdown がプログラムの表から作るページです。手で直さず、作り直してください。 -->
@@ -194,7 +194,7 @@ std::string ItemCounts() {
 }
 
 std::string ItemsPage() {
-  std::string text = std::string(kIntroduction) + LastArguments();
+  std::string text = std::string(kItemsIntroduction) + LastArguments();
   for (const Section& section : Sections()) {
     text += "\n## " + std::string(section.title) + "\n\n";
     std::vector<std::string> heading(kFormNames.begin(), kFormNames.end());

@@ -18,7 +18,7 @@ using settings::SettingEntry;
 using settings::SettingKind;
 using settings::SettingsGroup;
 
-constexpr std::string_view kIntroduction =
+constexpr std::string_view kSettingsIntroduction =
     R"(# orin.ini、orinsim.ini、orin.chk（設定）
 
 <!-- orin-cli settings --markdown がプログラムの表から作るページです。手で直さず、作り直してください。 -->
@@ -138,7 +138,7 @@ std::string GroupText(const SettingsGroup& group) {
 }  // namespace
 
 std::string SettingsPage() {
-  std::string text(kIntroduction);
+  std::string text(kSettingsIntroduction);
   for (const SettingsGroup& group : settings::SettingsCatalogue()) text += GroupText(group);
   return text;
 }

@@ -20,7 +20,7 @@ using widgets::Text;
 
 namespace {
 
-constexpr int kCountAfter = 300;  // ms without another choice
+constexpr int kCountAfterChoice = 300;  // ms without another choice
 
 }  // namespace
 
@@ -67,7 +67,7 @@ check2_Form::check2_Form(const shell::ProgramState& state, base::Messages& messa
     own_date_->setChecked(true);
   });
   count_timer_.setSingleShot(true);
-  count_timer_.setInterval(kCountAfter);
+  count_timer_.setInterval(kCountAfterChoice);
   connect(&count_timer_, &QTimer::timeout, this, &check2_Form::CountCurrent);
   connect(&count_, &MarketCount::Finished, this, [this] {
     state_.CompareStore();

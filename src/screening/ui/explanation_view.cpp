@@ -17,7 +17,7 @@ using widgets::Text;
 
 namespace {
 
-enum Column { kText, kValue, kRemark, kColumns };
+enum ReasonColumn { kText, kValue, kRemark, kColumns };
 
 std::string WithoutLineEnd(std::string text) {
   while (text.ends_with('\n')) text.pop_back();

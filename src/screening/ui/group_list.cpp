@@ -14,7 +14,7 @@ using widgets::Text;
 
 namespace {
 
-enum Column { kNumber, kTitle, kFile, kDate, kMarket, kOutcome, kColumns };
+enum GroupColumn { kNumber, kTitle, kFile, kDate, kMarket, kOutcome, kColumns };
 
 }  // namespace
 
@@ -64,7 +64,7 @@ void GroupList::ShowEntry(size_t place, const settings::AnalysisGroupEntry& entr
   item->setText(kFile, Text(entry.file));
   item->setToolTip(kFile, file.empty() ? QString() : widgets::PathOf(file));
   item->setText(kOutcome, {});
-  for (const Column column : {kDate, kMarket}) item->setText(column, {});
+  for (const GroupColumn column : {kDate, kMarket}) item->setText(column, {});
   if (entry.file.empty()) {
     item->setData(kNumber, Qt::CheckStateRole, {});
     return;

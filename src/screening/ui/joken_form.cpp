@@ -20,7 +20,7 @@ using widgets::Utf8;
 
 namespace {
 
-constexpr int kCountAfter = 500;  // ms after the last change
+constexpr int kCountAfterTyping = 500;  // ms after the last change
 
 }  // namespace
 
@@ -71,7 +71,7 @@ joken_Form::joken_Form(const shell::ProgramState& state, base::Messages& message
   connect(try_, &TryPanel::DayChanged, this, &joken_Form::TryAgain);
   connect(chart_, &DayCountsChart::DateChosen, try_, &TryPanel::ShowDay);
   count_timer_.setSingleShot(true);
-  count_timer_.setInterval(kCountAfter);
+  count_timer_.setInterval(kCountAfterTyping);
   connect(&count_timer_, &QTimer::timeout, this, &joken_Form::TryAgain);
   connect(&count_timer_, &QTimer::timeout, this, &joken_Form::Count);
   connect(&count_, &MarketCount::Finished, this, [this] {

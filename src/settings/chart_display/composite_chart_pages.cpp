@@ -7,7 +7,7 @@ namespace orin::settings {
 
 namespace {
 
-struct ChartDefault {
+struct CompositeDefault {
   const char* label;
   const char* expression;
   const char* title;
@@ -15,16 +15,16 @@ struct ChartDefault {
 };
 
 /// The composite charts of a bar period.
-struct PeriodDefault {
+struct CompositePeriod {
   const char* title;
   const char* check_key;
   const char* chart_name;  // of the bars, as "週足"
   int first_number;        // of the keys
   CompositeCharts ChartDisplaySettings::*charts;
-  std::array<ChartDefault, 6> defaults;
+  std::array<CompositeDefault, 6> defaults;
 };
 
-constexpr PeriodDefault kDay = {
+constexpr CompositePeriod kDay = {
     "複合チャート（日足）",
     "complex_daychart_check",
     "日足",
@@ -37,7 +37,7 @@ constexpr PeriodDefault kDay = {
       {"１４日ＲＳＩ", "ＲＳＩ(14,0)", "１４日ＲＳＩチャート", "2"},
       {"１２日サイコロジカル", kPsychologicalLine, "１２日サイコロジカルチャート", "2"}}}};
 
-constexpr PeriodDefault kWeek = {
+constexpr CompositePeriod kWeek = {
     "複合チャート（週足）",
     "complex_weekchart_check",
     "週足",
@@ -50,7 +50,7 @@ constexpr PeriodDefault kWeek = {
       {"１４週－ＤＩ", "週間ＭＤＩ(14,0)", "１４週－ＤＩチャート", "2"},
       {"１４週ＡＤＸ", "週間ＡＤＸ(14,14,0)", "１４週ＡＤＸチャート", "2"}}}};
 
-constexpr PeriodDefault kMonth = {
+constexpr CompositePeriod kMonth = {
     "複合チャート（月足）",
     "complex_monthchart_check",
     "月足",
@@ -63,17 +63,17 @@ constexpr PeriodDefault kMonth = {
       {"", "", "", "0"},
       {"", "", "", "0"}}}};
 
-constexpr std::array kNumbers = {"１", "２", "３", "４", "５", "６"};
+constexpr std::array kCompositeNumbers = {"１", "２", "３", "４", "５", "６"};
 
-DisplayHeading ChartRows(const PeriodDefault& period, size_t i) {
+DisplayHeading ChartRows(const CompositePeriod& period, size_t i) {
   using Chart = CompositeCharts::Chart;
-  const ChartDefault& chart = period.defaults[i];
+  const CompositeDefault& chart = period.defaults[i];
   const std::string number = std::to_string(period.first_number + static_cast<int>(i));
   const auto place = PartOf(
       PartOf(period.charts, &CompositeCharts::charts), [i](auto& charts) -> auto& {
         return charts[i];
       });
-  DisplayHeading heading{std::string("複合チャート") + kNumbers[i], {}};
+  DisplayHeading heading{std::string("複合チャート") + kCompositeNumbers[i], {}};
   heading.rows.push_back({"complex_title" + number, PartOf(place, &Chart::title), chart.title,
                           Text(), "題名", "チャートの題名です。"});
   AddExpressionRows({"complex" + number, "", "1", chart.label, chart.expression, kLightGreen},
@@ -83,13 +83,14 @@ DisplayHeading ChartRows(const PeriodDefault& period, size_t i) {
   return heading;
 }
 
-DisplayPage PeriodPage(const PeriodDefault& period) {
+DisplayPage PeriodPage(const CompositePeriod& period) {
   DisplayPage page{period.title, {}};
   page.headings.push_back(
       {"全体",
        {{period.check_key, PartOf(period.charts, &CompositeCharts::check), "1", Check(),
          "複合チャートの表示", std::string(period.chart_name) + "で複合チャートを表示します。"}}});
-  for (size_t i = 0; i < kNumbers.size(); ++i) page.headings.push_back(ChartRows(period, i));
+  for (size_t i = 0; i < kCompositeNumbers.size(); ++i)
+    page.headings.push_back(ChartRows(period, i));
   return page;
 }
 

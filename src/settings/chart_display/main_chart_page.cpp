@@ -6,7 +6,7 @@ namespace orin::settings {
 
 namespace {
 
-struct PeriodDefault {
+struct MainChartPeriod {
   const char* prefix;
   const char* name;
   MainChartLines ChartDisplaySettings::*lines;
@@ -14,15 +14,15 @@ struct PeriodDefault {
 };
 
 constexpr std::array kPeriods = {
-    PeriodDefault{"day", "日足", &ChartDisplaySettings::day, {"25", "75", "200"}},
-    PeriodDefault{"week", "週足", &ChartDisplaySettings::week, {"6", "26", "52"}},
-    PeriodDefault{"month", "月足", &ChartDisplaySettings::month, {"6", "13", "26"}},
+    MainChartPeriod{"day", "日足", &ChartDisplaySettings::day, {"25", "75", "200"}},
+    MainChartPeriod{"week", "週足", &ChartDisplaySettings::week, {"6", "26", "52"}},
+    MainChartPeriod{"month", "月足", &ChartDisplaySettings::month, {"6", "13", "26"}},
 };
-constexpr std::array kNumbers = {"１", "２", "３"};
+constexpr std::array kAverageNumbers = {"１", "２", "３"};
 constexpr std::array kChecks = {"1", "1", "0"};
-constexpr std::array kColors = {kLightGreen, kYellow, kLightMagenta};
+constexpr std::array kAverageColors = {kLightGreen, kYellow, kLightMagenta};
 
-void AddBandRows(const PeriodDefault& period, DisplayHeading& heading) {
+void AddBandRows(const MainChartPeriod& period, DisplayHeading& heading) {
   const std::string stem = std::string(period.prefix) + "kairi";
   const auto band = PartOf(period.lines, &MainChartLines::band);
   heading.rows.push_back({stem + "_check", PartOf(band, &DeviationBand::check), "0", Check(),
@@ -34,12 +34,12 @@ void AddBandRows(const PeriodDefault& period, DisplayHeading& heading) {
                           "乖離線の色", "乖離線の色です。"});
 }
 
-DisplayHeading AverageRows(const PeriodDefault& period) {
+DisplayHeading AverageRows(const MainChartPeriod& period) {
   DisplayHeading heading{std::string(period.name) + "の移動平均", {}};
-  for (size_t i = 0; i < kNumbers.size(); ++i) {
+  for (size_t i = 0; i < kAverageNumbers.size(); ++i) {
     const LineDefault line{std::string(period.prefix) + "idou" + std::to_string(i + 1),
-                           std::string("移動平均") + kNumbers[i], kChecks[i], period.averages[i],
-                           kColors[i]};
+                           std::string("移動平均") + kAverageNumbers[i], kChecks[i],
+                           period.averages[i], kAverageColors[i]};
     const auto averages = PartOf(period.lines, &MainChartLines::averages);
     AddLineRows(line,
                 PartOf(
@@ -70,7 +70,7 @@ return heading;
 
 DisplayPage MainChartPage() {
   DisplayPage page{"移動平均と出来高", {}};
-  for (const PeriodDefault& period : kPeriods) page.headings.push_back(AverageRows(period));
+  for (const MainChartPeriod& period : kPeriods) page.headings.push_back(AverageRows(period));
   page.headings.push_back(VolumeRows());
   return page;
 }

@@ -11,7 +11,7 @@ namespace {
 
 using Display = ChartDisplaySettings;
 
-struct ChartDefault {
+struct OriginalDefault {
   const char* ending;  // of its keys
   const char* number;
   const char* title;
@@ -21,9 +21,9 @@ struct ChartDefault {
 };
 
 constexpr std::array kCharts = {
-    ChartDefault{"", "１", "サイコロジカルライン", "2", 1, 2},
-    ChartDefault{"2", "２", "ＭＡＣＤチャート", "0", 3, 4},
-    ChartDefault{"3", "３", "ＤＭＩチャート", "2", 5, 7},
+    OriginalDefault{"", "１", "サイコロジカルライン", "2", 1, 2},
+    OriginalDefault{"2", "２", "ＭＡＣＤチャート", "0", 3, 4},
+    OriginalDefault{"3", "３", "ＤＭＩチャート", "2", 5, 7},
 };
 
 struct LineDefaults {
@@ -59,7 +59,7 @@ void AddLine(size_t number, DisplayHeading& heading) {
 
 DisplayHeading ChartRows(size_t i) {
   using Chart = OriginalCharts::Chart;
-  const ChartDefault& chart = kCharts[i];
+  const OriginalDefault& chart = kCharts[i];
   const std::string ending = chart.ending;
   const auto place = [i](auto& settings) -> auto& { return settings.original.charts[i]; };
   DisplayHeading heading{

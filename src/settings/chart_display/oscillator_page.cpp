@@ -22,14 +22,15 @@ constexpr std::array kPairs = {
     LinePair{"rci", "ＲＣＩ", &Display::rci, {"14", "32"}},
     LinePair{"kairi", "移動平均乖離率", &Display::deviation, {"25", "75"}},
 };
-constexpr std::array kNumbers = {"１", "２"};
-constexpr std::array kColors = {kLightGreen, kYellow};
+constexpr std::array kPairNumbers = {"１", "２"};
+constexpr std::array kPairColors = {kLightGreen, kYellow};
 
 DisplayHeading PairRows(const LinePair& pair) {
   DisplayHeading heading{pair.name, {}};
-  for (size_t i = 0; i < kNumbers.size(); ++i) {
-    const LineDefault line{pair.stem + std::to_string(i + 1), std::string(pair.name) + kNumbers[i],
-                           "1", pair.periods[i], kColors[i]};
+  for (size_t i = 0; i < kPairNumbers.size(); ++i) {
+    const LineDefault line{pair.stem + std::to_string(i + 1),
+                           std::string(pair.name) + kPairNumbers[i], "1", pair.periods[i],
+                           kPairColors[i]};
     AddLineRows(line,
                 PartOf(
                     pair.lines, [i](auto& lines) -> auto& { return lines[i]; }),

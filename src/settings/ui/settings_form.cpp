@@ -18,7 +18,7 @@ namespace orin::settings {
 
 namespace {
 
-constexpr const char* kCaption = "ミルテ（設定）";
+constexpr const char* kSettingsCaption = "ミルテ（設定）";
 constexpr size_t kHitsAtOnce = 40;
 
 constexpr const char* kLossQuestion =
@@ -44,7 +44,7 @@ settings_Form::settings_Form(const Settings& current, const SettingsPlaces& plac
       preview_(new SettingsPreview),
       pages_(new QStackedWidget),
       group_pages_(draft_.Groups().size(), nullptr) {
-  setWindowTitle(widgets::Text(kCaption));
+  setWindowTitle(widgets::Text(kSettingsCaption));
   setModal(true);
   setProperty("helpPage", QStringLiteral("settings"));
   widgets::OpenManualWithF1(this);
@@ -271,7 +271,7 @@ bool settings_Form::Save() {
   if (!draft_.IsChanged()) return true;
   const auto saved = save_(draft_.Current());
   if (!saved) {
-    messages_.Warn(saved.error().message, kCaption);
+    messages_.Warn(saved.error().message, kSettingsCaption);
     return false;
   }
   draft_.MarkSaved();
@@ -293,7 +293,7 @@ void settings_Form::group_default_Click() {
 }
 
 void settings_Form::all_default_Click() {
-  if (!messages_.AskYesNo(kResetQuestion, kCaption, base::Answer::kNo)) return;
+  if (!messages_.AskYesNo(kResetQuestion, kSettingsCaption, base::Answer::kNo)) return;
   draft_.ResetAll();
   qobject_cast<SettingsPage*>(pages_->currentWidget())->Refresh();
   for (size_t group = 0; group < draft_.Groups().size(); ++group) MarkGroup(group);
@@ -302,7 +302,8 @@ void settings_Form::all_default_Click() {
 }
 
 void settings_Form::reject() {
-  if (draft_.IsChanged() && !messages_.AskYesNo(kLossQuestion, kCaption, base::Answer::kNo)) return;
+  if (draft_.IsChanged() && !messages_.AskYesNo(kLossQuestion, kSettingsCaption, base::Answer::kNo))
+    return;
   QDialog::reject();
 }
 

@@ -17,7 +17,7 @@ struct SampleRow {
 };
 
 using Menu = MenuColorSettings;
-constexpr std::array kRows = {
+constexpr std::array kSampleRows = {
     SampleRow{"MIHON", "ＮＹ市場　普通株", &Menu::nyse_common},
     SampleRow{"MIHON-A", "ＮＹ市場　その他", &Menu::nyse_other},
     SampleRow{"MIHQ", "ＮＡ市場　普通株", &Menu::nasdaq_common},
@@ -42,12 +42,12 @@ void PaintCells(QPainter& painter, const QRectF& row, const QString& code, const
 
 void PaintMenuSample(QPainter& painter, const QRectF& area, const MenuColorSettings& colors) {
   painter.fillRect(area, ScreenColor(colors.ground));
-  const double height = area.height() / (kRows.size() + 1);
+  const double height = area.height() / (kSampleRows.size() + 1);
   QRectF row(area.left(), area.top(), area.width(), height);
   painter.fillRect(row, ScreenColor(colors.heading_ground));
   painter.setPen(ScreenColor(colors.heading_text));
   PaintCells(painter, row, QStringLiteral("コード"), QStringLiteral("銘柄（見本）"));
-  for (const SampleRow& sample : kRows) {
+  for (const SampleRow& sample : kSampleRows) {
     row.translate(0, height);
     painter.setPen(ScreenColor(colors.*sample.color));
     PaintCells(painter, row, QString::fromUtf8(sample.code), QString::fromUtf8(sample.kind));

@@ -9,7 +9,7 @@ namespace orin::settings {
 
 namespace {
 
-constexpr int kRows = 12;       // of text; the height that is good to have
+constexpr int kTextRows = 12;   // of text; the height that is good to have
 constexpr int kFewestRows = 6;  // the least that still shows something
 
 const SettingEntry* FirstColor(const SettingsGroup& group, const std::string& heading) {
@@ -48,7 +48,7 @@ void SettingsPreview::Show(const Settings& settings, const SettingsGroup& group,
 }
 
 QSize SettingsPreview::sizeHint() const {
-  return {fontMetrics().averageCharWidth() * 60, fontMetrics().height() * kRows};
+  return {fontMetrics().averageCharWidth() * 60, fontMetrics().height() * kTextRows};
 }
 
 QSize SettingsPreview::minimumSizeHint() const {

@@ -15,7 +15,7 @@ namespace orin::shell {
 
 namespace {
 
-constexpr const char* kCaption = "ミルテ（最初の準備）";
+constexpr const char* kAssistantCaption = "ミルテ（最初の準備）";
 
 QRadioButton* AddChoice(QVBoxLayout* layout, const QString& title, const QString& explanation) {
   auto* choice = new QRadioButton(title);
@@ -38,7 +38,7 @@ assistant_Form::assistant_Form(store::StoreLocation location, settings::Settings
       messages_(messages),
       directory_(new QLineEdit(this)),
       browse_button_(new QPushButton(QStringLiteral("参照(&B)…"), this)) {
-  setWindowTitle(widgets::Text(kCaption));
+  setWindowTitle(widgets::Text(kAssistantCaption));
   setProperty("helpPage", QStringLiteral("first_start"));
   auto* layout = new QVBoxLayout(this);
   layout->setSpacing(fontMetrics().height() / 2);
@@ -123,16 +123,16 @@ base::Result<acquire::MarketSource> assistant_Form::ChosenSource() const {
 void assistant_Form::Make_Click() {
   const auto source = ChosenSource();
   if (!source) {
-    messages_.Warn(source.error().message, kCaption);
+    messages_.Warn(source.error().message, kAssistantCaption);
     return;
   }
   base::Result<acquire::MarketSummary> summary;
   {
-    widgets::JobProgress progress(this, widgets::Text(kCaption));
+    widgets::JobProgress progress(this, widgets::Text(kAssistantCaption));
     summary = acquire::SetUpMarket(location_, *source, files_, progress);
   }
   if (!summary) {
-    messages_.Warn(summary.error().message, kCaption);
+    messages_.Warn(summary.error().message, kAssistantCaption);
     return;
   }
   Tell(*summary);
@@ -142,12 +142,12 @@ void assistant_Form::Make_Click() {
 void assistant_Form::Tell(const acquire::MarketSummary& summary) {
   if (summary.stopped) {
     messages_.Inform("取り込みを途中で中止しました。ＣＳＶ株価更新で続きから取り込めます。",
-                     kCaption);
+                     kAssistantCaption);
   } else if (!summary.problems.empty()) {
     messages_.Warn(std::to_string(summary.stocks) + "銘柄を取り込みました。" +
                        std::to_string(summary.problems.size()) +
                        "件の問題があります（最初の問題：" + summary.problems.front() + "）。",
-                   kCaption);
+                   kAssistantCaption);
   }
 }
 

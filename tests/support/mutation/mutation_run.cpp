@@ -202,10 +202,6 @@ class Patient {
   std::string damage_;
 };
 
-size_t Below(size_t limit, Random& random) {
-  return std::uniform_int_distribution<size_t>(0, limit - 1)(random);
-}
-
 /// 0, to let the writer come to its end, in two cases of three.
 int64_t PickStop(Random& random) {
   constexpr size_t kOperations = 40;

@@ -40,10 +40,6 @@ const Family& FamilyOf(std::string_view name) {
       kFamilies, [&](const Family& family) { return name.starts_with(family.beginning); });
 }
 
-size_t Below(size_t limit, Random& random) {
-  return limit == 0 ? 0 : std::uniform_int_distribution<size_t>(0, limit - 1)(random);
-}
-
 /// A file that is about to be damaged.
 struct Victim {
   StoreImage& image;
@@ -203,6 +199,10 @@ std::string PickFile(const StoreImage& image, Random& random) {
 }
 
 }  // namespace
+
+size_t Below(size_t limit, Random& random) {
+  return limit == 0 ? 0 : std::uniform_int_distribution<size_t>(0, limit - 1)(random);
+}
 
 std::string Damage(StoreImage& image, Random& random) {
   const std::string name = PickFile(image, random);

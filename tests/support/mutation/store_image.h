@@ -28,6 +28,9 @@ StoreImage MakeSoundImage(CurrentFile current_file);
 
 using Random = std::mt19937_64;
 
+/// A number from 0 to limit - 1; 0 where the limit is 0.
+size_t Below(size_t limit, Random& random);
+
 /// Damages one file of the image as disks, crashes, copying and other programs do, and tells how:
 /// "system/orin.sys: offset 12 set to 0".
 std::string Damage(StoreImage& image, Random& random);
