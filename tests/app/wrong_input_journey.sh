@@ -126,16 +126,26 @@ expect "sound again" 0 "異常はありません" cli check
 cp "$home/orin003.good" "$home/data/orin003.dat"
 rm "$home/data/orinc003.dat"
 expect "missing checksums" 1 "orinc003.dat」がありません" cli check
+cp "$home/data/orin005.dat" "$home/orin005.good"
+printf '\x01' | dd of="$home/data/orin005.dat" bs=1 seek=$((4 * 4000 + 50 * 40 + 32)) conv=notrunc status=none
+expect "a missing file of checksums beside a changed volume" 1 "の銘柄AAPLの銘柄レコード5" cli checksums
+expect "the changed volume is still known" 1 "orin005.dat」の銘柄AAPLの銘柄レコード5" cli check
+cp "$home/orin005.good" "$home/data/orin005.dat"
 expect "checksums" 0 "チェックサムを作りました" cli checksums
 expect "sound with them" 0 "異常はありません" cli check
+printf 'x' | dd of="$home/orin.ind" bs=1 seek=30 conv=notrunc status=none
+expect "a changed name index" 1 "orin-cli checksums --force で" cli checksums
+expect "a changed name index, forced" 0 "orin-cli checksums --force で" cli checksums --force
+expect "sound with the new name index" 0 "異常はありません" cli check
 rm "$home/orin.sum" "$home"/data/orinc*.dat
 expect "older store" 0 "orin-cli checksums で作れます" cli check
 expect "impossible bars" 0 "" dd if=/dev/zero of="$home/data/orin003.dat" bs=1 seek=16000 count=40 conv=notrunc status=none
 expect "no checksums of what is wrong" 1 "チェックサムを作りません" cli checksums
 expect "older store still" 1 "orin-cli checksums で作れます" cli check
-expect "unless forced" 0 "チェックサムを作りました" cli checksums --force
+expect "unless forced" 0 "株価が0です" cli checksums --force
 cp "$home/orin003.good" "$home/data/orin003.dat"
-expect "checksums for the restored file" 0 "チェックサムを作りました" cli checksums
+expect "a restored file that differs from its checksums" 1 "チェックサムを作りません" cli checksums
+expect "checksums for the restored file" 0 "チェックサムを作りました" cli checksums --force
 
 cp "$home/orin.sys" "$home/orin.sys.good"
 for damage in "head -c 40" "head -c 120" "head -c 2200"; do
