@@ -34,6 +34,13 @@ for arguments in "bars $bad" "$bad" "eval --code AAPL --date $bad 1" "series --c
   output=$(cli $arguments 2>&1)
   expect_text "shown bytes of $arguments" "" "$(LC_ALL=C grep -aP '[\x1b\xff]' <<<"$output")"
 done
+cp -r "$home" "$home$bad" && rm "$home$bad/orin.ind"
+for command in check checksums; do
+  output=$("$program" --home "$home$bad" $command 2>&1)
+  expect "findings of $command" 0 '\xFF\x1B[31m' echo "$output"
+  expect_text "shown bytes of the findings of $command" "" "$(LC_ALL=C grep -aP '[\x1b\xff]' <<<"$output")"
+done
+rm -r "$home$bad"
 expect "offset before the first day" 0 "fail" cli eval --code AAPL '終値(-5000)'
 for extreme in '終値(0) > 終値(-2147483648)' '移動平均(25,0) > 移動平均(25,-2147483648)' \
     '移動平均(2147483647,0) > 終値(2147483647)' '終値(99999999999999999999) > 終値(0)'; do

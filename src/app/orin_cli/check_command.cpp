@@ -3,6 +3,7 @@
 
 #include "app/orin_cli/command.h"
 #include "app/orin_cli/terminal_progress.h"
+#include "base/text.h"
 #include "shell/store_places.h"
 #include "store/store_check.h"
 
@@ -19,7 +20,7 @@ base::Result<std::vector<std::string>> Check(const StoreLocation& location, Chec
 }
 
 void Print(const std::vector<std::string>& findings) {
-  for (const std::string& finding : findings) std::cout << finding << '\n';
+  for (const std::string& finding : findings) std::cout << base::PrintableLine(finding) << '\n';
 }
 
 int RunCheck(const Session& session) {
