@@ -5,11 +5,12 @@
 #include <QScreen>
 #include <QStatusBar>
 #include <algorithm>
+#include <system_error>
 #include <utility>
 
 #include "shell/ui/qt_text.h"
 #include "shell/ui/settings_form.h"
-#include "store/transaction.h"
+#include "store/store_lock.h"
 
 namespace orin::shell {
 
@@ -31,6 +32,13 @@ bool IsOnScreen(const QRect& place) {
     const QRect visible = screen->availableGeometry().intersected(handle);
     return visible.width() >= 64 && visible.height() >= 16;
   });
+}
+
+bool HasLiveWriter(const store::StoreLocation& location) {
+  std::error_code failure;
+  // Where the directory is gone, the reload says so.
+  return std::filesystem::is_directory(location.system_directory, failure) &&
+         !store::StoreLock::Acquire(location.system_directory);
 }
 
 }  // namespace
@@ -266,7 +274,7 @@ void main_Form::ReloadChangedStore() {
   if (!state_.store || !state_.store->HasChangedOnDisk()) return;
   const bool is_busy = findChild<JobProgress*>() != nullptr ||
                        QApplication::activeModalWidget() != nullptr ||
-                       store::HasJournal(state_.StoreLocation());
+                       HasLiveWriter(state_.StoreLocation());
   if (is_busy) {
     reload_timer_.start();
   } else {

@@ -99,8 +99,8 @@ class main_Form final : public QMainWindow {
   void ShowStore();
   void ShowChecks();
   void ReloadStore();
-  /// Reads the store anew that another process has changed, once no job and no dialog needs it and
-  /// the change is whole.
+  /// Reads again the store that another process has changed, once no job and no dialog needs it and
+  /// no process has it open for writing. What a killed writer has left is recovered then.
   void ReloadChangedStore();
   void ReloadWindows();
   void ApplySettings(const Settings& changed);
