@@ -13,6 +13,7 @@
 #include "base/cp932.h"
 #include "base/paths.h"
 #include "base/text.h"
+#include "store/stored_file.h"
 
 namespace orin::screening {
 
@@ -123,13 +124,13 @@ Result<AnalysisFile> ReadAnalysisFile(const fs::path& file) {
 Result<fs::path> FindResultDirectory(const AnalysisFile& analysis, const std::string& file_name,
                                      const fs::path& base_directory) {
   std::string directory = analysis.result_directory;
-  if (directory.empty()) {
-    const auto bytes = base::ReadFile(base_directory / kDefaultDirectoryFile, kLargestAnalysisFile);
-    if (bytes) {
-      const std::string text = base::DecodeText(*bytes).text;
-      const auto lines = base::SplitLines(text);
-      if (!lines.empty()) directory = std::string(base::TrimBlanks(lines.front()));
-    }
+  const fs::path default_file = base_directory / kDefaultDirectoryFile;
+  if (directory.empty() && store::Exists(default_file)) {
+    const auto bytes = base::ReadFile(default_file, kLargestAnalysisFile);
+    if (!bytes) return Forward(bytes);
+    const std::string text = base::DecodeText(*bytes).text;
+    const auto lines = base::SplitLines(text);
+    if (!lines.empty()) directory = std::string(base::TrimBlanks(lines.front()));
   }
   if (directory.empty()) return Fail(file_name + " に分析結果格納場所がありません。");
   fs::path path = base::NativePath(directory, base_directory);

@@ -3,6 +3,7 @@
 #include <fstream>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 
 #include "base/cp932.h"
 #include "support/faulty_file_system.h"
@@ -118,6 +119,24 @@ TEST_F(ScreeningRunTest, WhatCannotRunIsOneSentenceAndNoList) {
     EXPECT_THAT(result.error().message, HasSubstr("分析.txt"));
     EXPECT_TRUE(fs::is_empty(home_ / "patrol")) << c.text;
   }
+}
+
+TEST_F(ScreeningRunTest, DefaultResultDirectoryThatCannotBeReadIsNamed) {
+  const fs::path file = home_ / "workresultfilename.txt";
+  const auto sentence = [this] {
+    return FindResultDirectory(AnalysisFile(), "分析.txt", home_).error().message;
+  };
+  EXPECT_EQ(sentence(), "分析.txt に分析結果格納場所がありません。");
+  fs::create_directory(file);
+  EXPECT_THAT(sentence(), HasSubstr("workresultfilename.txt"));
+  fs::remove(file);
+  ASSERT_EQ(mkfifo(file.c_str(), 0600), 0);
+  EXPECT_THAT(sentence(), HasSubstr("workresultfilename.txt"));
+  fs::remove(file);
+  std::ofstream(file) << "patrol\\\n" << std::string(kLargestAnalysisFile, ' ');
+  EXPECT_THAT(sentence(), HasSubstr("workresultfilename.txt"));
+  std::ofstream(file) << "patrol\\\n";
+  EXPECT_EQ(*FindResultDirectory(AnalysisFile(), "分析.txt", home_), home_ / "patrol");
 }
 
 TEST_F(ScreeningRunTest, KeywordsStandForTheDaysOfTheGroupsFilesInEntryOrder) {
