@@ -51,8 +51,8 @@ analysis::NumberedKeyword AnalysisDate(size_t place) {
   return {analysis::DayKeyword::kAnalysisDate, static_cast<int32_t>(place) + 1};
 }
 
-void AddNotes(const analysis::Program& program, const SecondStock& second,
-              std::vector<std::string>& notes) {
+void AddNotes(const analysis::Program& program, const AnalysisFile& analysis,
+              const SecondStock& second, std::vector<std::string>& notes) {
   for (const analysis::Note& note : program.Notes()) {
     notes.push_back("分析項目の" + analysis::NoteSentence(note));
   }
@@ -61,7 +61,8 @@ void AddNotes(const analysis::Program& program, const SecondStock& second,
   }
   if (!second.problem.empty()) {
     notes.push_back(second.problem);
-  } else if (program.NeedsSecondStock() && second.record == nullptr) {
+  } else if (program.NeedsSecondStock() && !analysis.second_stock &&
+             !analysis.is_second_stock_wrong) {
     notes.emplace_back("第二銘柄コードがないので、第二銘柄とさやの項目は計算できません。");
   }
 }
@@ -152,7 +153,7 @@ Outcome<std::vector<SelectedStock>> Select(const store::StockStore& store,
     return Failure("分析項目の" + analysis::NoteSentence(program.error()),
                    RunFailure::Kind::kCannotBeCompiled);
   }
-  AddNotes(*program, second, notes);
+  AddNotes(*program, analysis, second, notes);
 
   // The line of a selected stock shows the change, which needs the day before.
   const analysis::History needs =

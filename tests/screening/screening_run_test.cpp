@@ -222,6 +222,7 @@ TEST_F(ScreeningRunTest, WhatIsPassedOverOrReplacedIsTold) {
     EXPECT_THAT(result->notes, ::testing::Contains(HasSubstr(c.told))) << c.text;
   }
   EXPECT_TRUE(Run("メモ：知らない項目名\n分析項目：1=1\n")->notes.empty());
+  EXPECT_EQ(Run("第二銘柄コード：X Y\n分析項目：さや(0) > 0\n")->notes.size(), 1U);
 }
 
 /// Remembers the stages and answers "stop" to the first report where asked to.
