@@ -405,7 +405,10 @@ TEST_F(AnalysisWindow, FirstPriceFileIsExplainedAndLeavesFourFiles) {
   auto* number = window.findChild<QSpinBox*>();
   const int last = number->maximum();
   ASSERT_GE(last, 5);
-  number->setValue(2);
+  EXPECT_EQ(Utf8(number->text()), "すべて");
+  number->stepUp();
+  EXPECT_EQ(Utf8(number->text()), "1");
+  number->stepUp();
   EXPECT_EQ(program_.state->settings.common.analysis_system_first_file, 2);
   auto* text = FindByText<QLabel>(window, QStringLiteral("先頭ファイルの番号が2の場合"));
   ASSERT_NE(text, nullptr);
@@ -415,16 +418,19 @@ TEST_F(AnalysisWindow, FirstPriceFileIsExplainedAndLeavesFourFiles) {
   EXPECT_EQ(messages_.Texts(),
             std::vector<std::string>{"データファイルは４ファイル以上必要です。"});
   EXPECT_EQ(number->value(), 2);
+  number->setValue(0);
+  EXPECT_EQ(program_.state->settings.common.analysis_system_first_file, 0);
+  EXPECT_EQ(messages_.Texts().size(), 1U);
 }
 
 TEST_F(AnalysisWindow, FirstPriceFileOutOfRangeIsShownAsItIsAndStopsTheRun) {
   check2_Form& window = WindowWith({WriteAnalysis("全部", "終値(0) > 0")});
   auto* number = window.findChild<QSpinBox*>();
   const int last = number->maximum();
-  for (const int setting : {last, last + 1, 1000}) {
+  for (const int setting : {last, last + 1, 1000, -1}) {
     program_.state->settings.common.analysis_system_first_file = setting;
     window.Reload();
-    EXPECT_EQ(number->value(), setting);
+    EXPECT_EQ(Utf8(number->text()), std::to_string(setting));
     const QString sentence = QStringLiteral("AnalysisSystemFirstFile の値%1では").arg(setting);
     EXPECT_NE(FindByText<QLabel>(window, sentence), nullptr);
     window.Command1_Click();
@@ -432,7 +438,9 @@ TEST_F(AnalysisWindow, FirstPriceFileOutOfRangeIsShownAsItIsAndStopsTheRun) {
     EXPECT_THAT(messages_.Texts().back(), HasSubstr(Utf8(sentence)));
     EXPECT_EQ(ListsOf("全部"), 0U);
   }
-  number->setValue(1);
+  // As the sentence says.
+  number->setValue(0);
+  EXPECT_EQ(Utf8(number->text()), "すべて");
   window.Command1_Click();
   EXPECT_EQ(ListsOf("全部"), 1U);
 }
