@@ -73,8 +73,10 @@ check2_Form::check2_Form(const shell::ProgramState& state, shell::Messages& mess
     state_.CompareStore();
     const DayCounts& counts = count_.Counts();
     chart_->Show(counts);
-    count_label_->setText(
-        QStringLiteral("この条件で選ばれる銘柄の数（%1日間）").arg(counts.dates.size()));
+    count_label_->setText(QStringLiteral("この条件で選ばれる銘柄の数（%1日間）\n%2")
+                              .arg(counts.dates.size())
+                              .arg(Text(count_.Problem()))
+                              .trimmed());
   });
   connect(&count_, &MarketCount::Failed, this, [this](const QString& sentence) {
     chart_->Clear();
@@ -157,6 +159,7 @@ QWidget* check2_Form::MakeDayPanel() {
   left->addWidget(first_file_text_);
   left->addStretch();
   auto* right = new QVBoxLayout;
+  count_label_->setWordWrap(true);
   right->addWidget(count_label_);
   right->addWidget(chart_);
   right->addStretch();
