@@ -91,6 +91,9 @@ TEST_F(MultipleStart, RecoveryRemovesWhatAKilledWriterLeft) {
   leftovers.push_back(home_.SettingsDirectory() / "orin.chk.orin-999999999-1.tmp");
   leftovers.push_back(home_.Store().data_directory / "K20200107.LOG.orin-999999999-1.tmp");
   for (const auto& leftover : leftovers) PutFile(leftover, "half");
+  PutFile(home_.System() / "ORIN.SWK", "");
+  leftovers.push_back(home_.System() / "ORIN.SWK.tmp");
+  PutFile(leftovers.back(), "half");
   PutFile(home_.System() / "mine.tmp", "kept");
   home_.Screen().Questions().WillAnswer(Answer::kNo);
   home_.Start();
