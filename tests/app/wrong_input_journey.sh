@@ -14,6 +14,14 @@ expect "no store" 1 "orin.sys" cli master
 cli init && cli update-csv --stocks "$home/stocks.csv" >/dev/null 2>&1
 before=$(cat "$home"/data/*.dat "$home"/orin.* | cksum)
 
+mkdir "$home/user"
+printf '[OrinSimulation]\r\nsim_start_date=2010/2/3\r\n' >"$home/user/orinsim.ini"
+elsewhere() { "$program" --home "$home/nowhere" --ini "$home/user/orin.ini" "$@"; }
+expect "simulation settings that cannot be copied" 0 "user/orinsim.ini」のものを使います。" elsewhere settings
+expect "simulation settings in use" 0 "sim_start_date,2010/02/03" elsewhere settings
+expect_text "a command without simulation settings" "" "$(elsewhere items 終値 2>&1 | grep orinsim.ini)"
+rm -r "$home/user"
+
 expect "unknown code" 1 "銘柄コードが見つかりません。" cli bars XXXX
 expect "code that leaves the directory" 1 "..\\X" cli bars '..\X'
 expect "wrong date" 1 "2020/02/30" cli eval --code AAPL --date 2020/02/30 1

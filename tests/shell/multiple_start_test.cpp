@@ -129,10 +129,12 @@ TEST_F(MultipleStart, RecoveryBesideALiveWriterIsASentence) {
 }
 
 TEST_F(MultipleStart, MarkersThatCannotBeWrittenAreASentenceAndNoQuestion) {
+  // Its copy fails as well, which matters to nobody before a change.
+  PutFile(home_.SettingsDirectory() / "orinsim.ini", "[OrinSimulation]\r\n");
   support::FaultyFileSystem files;
   files.DieAt(1);
   const auto state = home_.Start(files);
-  EXPECT_THAT(home_.Screen().Texts(), ::testing::SizeIs(1));
+  EXPECT_THAT(home_.Screen().Texts(), ElementsAre(::testing::Not(HasSubstr("orinsim.ini"))));
   EXPECT_EQ(home_.Screen().Questions().Shown().front().icon, Icon::kWarning);
   EXPECT_TRUE(state->store);
   EXPECT_TRUE(ShutDown(*state));
