@@ -172,6 +172,8 @@ expect "header past the files" 1 "。" cli bars AAPL
 expect "header past the files, checked" 1 "orin" cli check
 head -c 5000 /dev/urandom >"$home/orin.sys"
 expect "random master" 1 "orin.sys" cli check
+expect "a file beside the random master" 1 "APPLE,APPLE,AAPL" cli system-file orin.ind
+expect "a file beside the random master, with the reason" 1 "「$home/orin.sys」" cli system-file orin.ind
 cp "$home/orin.sys.good" "$home/orin.sys"
 truncate -s 5000 "$home/data/orin003.dat"
 expect "short price file" 1 "orin003.dat" cli bars AAPL
