@@ -170,6 +170,8 @@ TEST_F(AnalysisWindow, WindowThatLoadsFromAChangedStoreIsReadAnew) {
   EXPECT_THAT(Utf8(program_.window->statusBar()->currentMessage()),
               HasSubstr("読み込み直します。"));
   EXPECT_TRUE(QTest::qWaitFor([&] { return days() == before + 1; }));
+  EXPECT_THAT(Utf8(program_.window->statusBar()->currentMessage()),
+              HasSubstr("読み込み直しました。"));
   EXPECT_TRUE(messages_.Texts().empty());
 }
 

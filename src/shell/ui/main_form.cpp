@@ -277,8 +277,12 @@ void main_Form::ReloadChangedStore() {
                        HasLiveWriter(state_.StoreLocation());
   if (is_busy) {
     reload_timer_.start();
-  } else {
-    ReloadStore();
+    return;
+  }
+  ReloadStore();
+  // In place of the last stage of loading.
+  if (state_.store) {
+    ShowStatus(QStringLiteral("他の処理が株価データを更新したので、読み込み直しました。"));
   }
 }
 
