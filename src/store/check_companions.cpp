@@ -15,8 +15,6 @@ namespace orin::store {
 
 namespace {
 
-constexpr StoreFile kIndex = {FileKind::kNameIndex, 0};
-
 int32_t LastRecord(const CheckedStore& store) {
   return static_cast<int32_t>(store.master.Stocks().size()) + 1;
 }
@@ -38,7 +36,7 @@ void CheckReference(const CheckedStore& store, const StockCode& code, base::Mast
 }
 
 void CheckIndexOrder(const CheckedStore& store, Findings& findings) {
-  const auto bytes = ReadIfThere(store.location, kIndex);
+  const auto bytes = ReadIfThere(store.location, kIndexFile);
   if (!bytes) return;
   std::string before;
   int32_t number = 0;
@@ -46,7 +44,7 @@ void CheckIndexOrder(const CheckedStore& store, Findings& findings) {
     ++number;
     std::string key = SyllabaryKey(entry.reading);
     if (key < before) {
-      findings.AddOfKind("order", store.NameForMessage(kIndex) + "のレコード" +
+      findings.AddOfKind("order", store.NameForMessage(kIndexFile) + "のレコード" +
                                       std::to_string(number) + "の読み「" + entry.reading +
                                       "」が５０音順に並んでいません。");
     }
@@ -93,11 +91,11 @@ void CheckAddedEntries(const CheckedStore& store, std::string_view bytes, const 
 }  // namespace
 
 void CheckIndex(const CheckedStore& store, Findings& findings) {
-  const auto bytes = ReadForCheck(store, kIndex.kind, findings);
+  const auto bytes = ReadForCheck(store, kIndexFile.kind, findings);
   if (!bytes) return;
-  CheckWholeRecords(store, kIndex, bytes->size(), kIndexRecordLength, findings);
+  CheckWholeRecords(store, kIndexFile, bytes->size(), kIndexRecordLength, findings);
   const std::vector<IndexEntry> entries = DecodeNameIndex(*bytes);
-  const std::string name = store.NameForMessage(kIndex);
+  const std::string name = store.NameForMessage(kIndexFile);
   if (entries.size() != store.master.Stocks().size()) {
     findings.Add(name + "の銘柄数" + std::to_string(entries.size()) + "がorin.sysの" +
                  std::to_string(store.master.Stocks().size()) + "と違います。");

@@ -10,13 +10,11 @@ namespace orin::store {
 
 namespace {
 
-constexpr StoreFile kMaster = {FileKind::kMaster, 0};
-
 /// The stocks' numbers against each other, record by record.
 class StockChecker {
  public:
   StockChecker(const CheckedStore& store, Findings& findings)
-      : name_(store.NameForMessage(kMaster)),
+      : name_(store.NameForMessage(kMasterFile)),
         date_record_(store.header ? store.header->date_record : 0),
         findings_(findings) {}
 
@@ -68,23 +66,23 @@ class StockChecker {
 void CheckMaster(CheckedStore& store, Findings& findings) {
   const auto bytes = ReadForCheck(store, FileKind::kMaster, findings);
   if (!bytes) return;
-  CheckWholeRecords(store, kMaster, bytes->size(), kMasterRecordLength, findings);
+  CheckWholeRecords(store, kMasterFile, bytes->size(), kMasterRecordLength, findings);
   const base::RecordView records(*bytes, kMasterRecordLength);
   const auto header_record = records.Record(1);
   if (!header_record) {
-    findings.Add(store.NameForMessage(kMaster) + "に先頭のレコードがありません。");
+    findings.Add(store.NameForMessage(kMasterFile) + "に先頭のレコードがありません。");
     return;
   }
   const MasterHeader header = DecodeMasterHeader(*header_record);
-  const base::Status checked = CheckHeader(header, PathOf(store.location, kMaster));
+  const base::Status checked = CheckHeader(header, PathOf(store.location, kMasterFile));
   if (checked) {
     store.header = header;
   } else {
     findings.Add(checked.error().message);
   }
   if (records.Count() > std::numeric_limits<int16_t>::max()) {
-    findings.Add(store.NameForMessage(kMaster) + "のレコード数" + std::to_string(records.Count()) +
-                 "が上限の32767を超えています。");
+    findings.Add(store.NameForMessage(kMasterFile) + "のレコード数" +
+                 std::to_string(records.Count()) + "が上限の32767を超えています。");
   }
   std::vector<StockRecord> stocks;
   StockChecker checker(store, findings);

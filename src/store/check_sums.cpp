@@ -12,7 +12,6 @@ namespace orin::store {
 
 namespace {
 
-constexpr StoreFile kSums = {FileKind::kSums, 0};
 constexpr std::string_view kMakeAnew = "株価データが正しければ orin-cli checksums で作り直せます。";
 constexpr std::string_view kForce =
     "ファイルの内容が正しければ orin-cli checksums --force で作り直せます。";
@@ -147,8 +146,8 @@ void CheckCompanionSum(const CheckedStore& store, const SummedCompanion& file,
 }
 
 void CheckCompanionSums(const CheckedStore& store, Findings& findings, Findings& lacking) {
-  const std::string name = "チェックサムのファイル" + store.NameForMessage(kSums);
-  if (!Exists(store.location, kSums)) {
+  const std::string name = "チェックサムのファイル" + store.NameForMessage(kSumsFile);
+  if (!Exists(store.location, kSumsFile)) {
     lacking.Add(name + "がありません。" + std::string(kMakeAnew));
     return;
   }
@@ -165,7 +164,7 @@ void CheckCompanionSums(const CheckedStore& store, Findings& findings, Findings&
 }  // namespace
 
 bool HasSums(const StoreLocation& location) {
-  if (Exists(location, kSums)) return true;
+  if (Exists(location, kSumsFile)) return true;
   for (int16_t number = 1; number <= kLastFileNumber; ++number) {
     if (Exists(location, SumsOf(number))) return true;
   }

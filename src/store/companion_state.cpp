@@ -9,12 +9,7 @@
 
 namespace orin::store {
 
-namespace {
-
-constexpr StoreFile kIndex = {FileKind::kNameIndex, 0};
-constexpr StoreFile kAdded = {FileKind::kAdded, 0};
-
-}  // namespace
+namespace {}  // namespace
 
 std::string MissingSentence(const StoreLocation& location, const StoreFile& file) {
   return "初期設定ファイルで指定した場所に" + FileName(file) + "がありません。（" +
@@ -22,16 +17,16 @@ std::string MissingSentence(const StoreLocation& location, const StoreFile& file
 }
 
 void StockStore::State::ExamineCompanions() {
-  const bool has_index = Exists(location, kIndex);
-  if (!has_index) problems.push_back(MissingSentence(location, kIndex));
+  const bool has_index = Exists(location, kIndexFile);
+  if (!has_index) problems.push_back(MissingSentence(location, kIndexFile));
   if (options.access == Access::kRead) return;
   if (!has_index) RebuildIndex();
   const CheckedStore checked = {location, master.Header(), master};
   damaged_companions.clear();
-  for (const StoreFile& file : {kIndex, kAdded}) {
+  for (const StoreFile& file : {kIndexFile, kAddedFile}) {
     if (!Exists(location, file)) continue;
     Findings findings;
-    if (file == kIndex) {
+    if (file == kIndexFile) {
       CheckIndex(checked, findings);
     } else {
       CheckList(checked, file.kind, findings);
@@ -43,12 +38,12 @@ void StockStore::State::ExamineCompanions() {
 }
 
 void StockStore::State::RebuildIndex() {
-  const std::filesystem::path path = PathOf(location, kIndex);
+  const std::filesystem::path path = PathOf(location, kIndexFile);
   const auto index = BuildNameIndex(master, {}, {});
   base::Status made = index ? base::Status() : base::Forward(index);
   Transaction transaction(location, *files);
   CompanionSumChange sums(location);
-  if (made) made = sums.Replace(kIndex.kind, *index, transaction);
+  if (made) made = sums.Replace(kIndexFile.kind, *index, transaction);
   if (made) made = sums.AddTo(transaction);
   if (made) made = Commit(transaction);
   // The store can do without; adding stocks makes the file too.

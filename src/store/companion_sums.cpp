@@ -13,20 +13,18 @@ namespace orin::store {
 
 namespace {
 
-constexpr StoreFile kSums = {FileKind::kSums, 0};
-
-namespace sum_offset {
+namespace companion_offset {
 constexpr size_t kRecords = 8;
 constexpr size_t kSum = 16;
-}  // namespace sum_offset
+}  // namespace companion_offset
 
 uint64_t SumOfBytes(std::string_view bytes) { return XXH3_64bits(bytes.data(), bytes.size()); }
 
 std::string Record(std::string_view name, int32_t records, uint64_t sum) {
   std::string record(name);
   record.resize(kCompanionSumLength);
-  base::PutUint32(record.data() + sum_offset::kRecords, static_cast<uint32_t>(records));
-  base::PutUint64(record.data() + sum_offset::kSum, sum);
+  base::PutUint32(record.data() + companion_offset::kRecords, static_cast<uint32_t>(records));
+  base::PutUint64(record.data() + companion_offset::kSum, sum);
   return record;
 }
 
@@ -45,23 +43,24 @@ std::optional<CompanionSums> CompanionSums::Decode(std::string_view bytes) {
   const base::RecordView records(bytes, kCompanionSumLength);
   const bool is_whole = bytes.starts_with(kCompanionSumMark) && records.Count() >= 1 &&
                         !records.HasPartialRecord() &&
-                        base::GetUint64(bytes.data() + sum_offset::kSum) ==
+                        base::GetUint64(bytes.data() + companion_offset::kSum) ==
                             SumOfBytes(bytes.substr(kCompanionSumLength));
   if (!is_whole) return std::nullopt;
   CompanionSums sums;
   for (int32_t number = 2; number <= records.Count(); ++number) {
     const std::string_view record = *records.Record(number);
-    const auto file = ParseFileName(record.substr(0, sum_offset::kRecords));
+    const auto file = ParseFileName(record.substr(0, companion_offset::kRecords));
     // A file that a later version sums up is none of ours.
     if (!file || FindSummed(file->kind) == nullptr) continue;
-    const auto count = static_cast<int32_t>(base::GetUint32(record.data() + sum_offset::kRecords));
-    sums.Set(file->kind, {count, base::GetUint64(record.data() + sum_offset::kSum)});
+    const auto count =
+        static_cast<int32_t>(base::GetUint32(record.data() + companion_offset::kRecords));
+    sums.Set(file->kind, {count, base::GetUint64(record.data() + companion_offset::kSum)});
   }
   return sums;
 }
 
 std::optional<CompanionSums> CompanionSums::Load(const StoreLocation& location) {
-  const auto bytes = ReadIfThere(location, kSums);
+  const auto bytes = ReadIfThere(location, kSumsFile);
   return bytes ? Decode(*bytes) : std::nullopt;
 }
 
@@ -97,7 +96,7 @@ void CompanionSumChange::Take(FileKind kind, std::string_view bytes) {
 
 base::Status CompanionSumChange::AddTo(Transaction& transaction) {
   if (!is_changed_) return {};
-  return transaction.Replace(kSums, sums_->Encode());
+  return transaction.Replace(kSumsFile, sums_->Encode());
 }
 
 }  // namespace orin::store

@@ -50,7 +50,7 @@ std::set<int16_t> SourcesOf(const PriceFiles& prices, std::span<const Run> runs)
 }
 
 /// A daily file that takes the place of an old one, with its sums.
-class NewFile {
+class RewrittenFile {
  public:
   struct Shape {
     int16_t number;
@@ -58,8 +58,8 @@ class NewFile {
     int32_t date_record;
   };
 
-  NewFile(const StoreLocation& location, const PriceFiles& prices, const Shape& shape,
-          std::span<const base::Date> days)
+  RewrittenFile(const StoreLocation& location, const PriceFiles& prices, const Shape& shape,
+                std::span<const base::Date> days)
       : prices_(prices),
         shape_(shape),
         days_(days),
@@ -153,8 +153,8 @@ base::Status StockStore::State::RewriteDays(const std::vector<base::Date>& days)
     if (!file) return base::Forward(file);
     const auto days_of_file = std::span(days).subspan(
         static_cast<size_t>(day), static_cast<size_t>(std::min(kDaysPerFile, count - day)));
-    NewFile made(location, prices, {number, RecordsPerFile(), master.Header().date_record},
-                 days_of_file);
+    RewrittenFile made(location, prices, {number, RecordsPerFile(), master.Header().date_record},
+                       days_of_file);
     base::Status written = made.Write(**file);
     if (written) written = made.ReplaceSums(location, transaction);
     if (!written) return written;

@@ -44,6 +44,24 @@ struct StoreFile {
   auto operator<=>(const StoreFile&) const = default;
 };
 
+/// A price file.
+inline constexpr StoreFile DailyFile(int32_t number) {
+  return {FileKind::kDaily, static_cast<int16_t>(number)};
+}
+
+// Those that a store has once.
+inline constexpr StoreFile kMasterFile{FileKind::kMaster, 0};
+inline constexpr StoreFile kIndexFile{FileKind::kNameIndex, 0};
+inline constexpr StoreFile kAddedFile{FileKind::kAdded, 0};
+inline constexpr StoreFile kDeletedFile{FileKind::kDeleted, 0};
+inline constexpr StoreFile kSplitsFile{FileKind::kSplits, 0};
+inline constexpr StoreFile kJournalFile{FileKind::kJournal, 0};
+inline constexpr StoreFile kSumsFile{FileKind::kSums, 0};
+inline constexpr StoreFile kTrendLinesFile{FileKind::kTrendLines, 0};
+inline constexpr StoreFile kNewestRankingFile{FileKind::kNewestRanking, 0};
+inline constexpr StoreFile kCompaniesFile{FileKind::kCompanies, 0};
+inline constexpr StoreFile kStatementsFile{FileKind::kStatements, 0};
+
 /// The name without its directory, UTF-8.
 std::string FileName(const StoreFile& file);
 /// ASCII letters in any case; nullopt for every other name that FileName never gives.

@@ -22,7 +22,7 @@ Currency ValueOf(const char* record, int32_t ranking, RankingPeriod period) {
   return base::GetCurrency(record + RankedValueOffset(period, ranking));
 }
 
-std::string_view CodeOf(const char* record) {
+std::string_view CodeOfRecord(const char* record) {
   return {record + ranked_stock_offset::kCode, StockCode::kWidth};
 }
 
@@ -62,13 +62,13 @@ const char* RankingFile::Find(const StockCode& code) const {
   int32_t end = Count();
   while (begin < end) {
     const int32_t middle = begin + (end - begin) / 2;
-    if (CodeOf(StockRecordAt(middle)) < code.Padded()) {
+    if (CodeOfRecord(StockRecordAt(middle)) < code.Padded()) {
       begin = middle + 1;
     } else {
       end = middle;
     }
   }
-  if (begin == Count() || CodeOf(StockRecordAt(begin)) != code.Padded()) return nullptr;
+  if (begin == Count() || CodeOfRecord(StockRecordAt(begin)) != code.Padded()) return nullptr;
   return StockRecordAt(begin);
 }
 

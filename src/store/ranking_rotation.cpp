@@ -9,8 +9,6 @@ namespace orin::store {
 
 namespace {
 
-constexpr StoreFile kNewest = {FileKind::kNewestRanking, 0};
-
 StoreFile RankingNumber(int32_t number) {
   return {FileKind::kRanking, static_cast<int16_t>(number)};
 }
@@ -84,9 +82,9 @@ base::Status CopyNewestRanking(base::FileSystem& files, const StoreLocation& loc
   if (!Exists(location, first)) return {};
   const auto bytes = base::ReadFile(PathOf(location, first));
   if (!bytes) return base::Forward(bytes);
-  const auto copy = ReadIfThere(location, kNewest);
+  const auto copy = ReadIfThere(location, kNewestRankingFile);
   if (copy && *copy == *bytes) return {};
-  return base::ReplaceFile(files, PathOf(location, kNewest), *bytes);
+  return base::ReplaceFile(files, PathOf(location, kNewestRankingFile), *bytes);
 }
 
 }  // namespace orin::store

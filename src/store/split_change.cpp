@@ -9,8 +9,6 @@ namespace orin::store {
 
 namespace {
 
-constexpr StoreFile kSplits = {FileKind::kSplits, 0};
-
 /// The list without the event; nullopt where the list does not have it.
 std::optional<SplitList> Without(const SplitList& list, const SplitEvent& event) {
   std::vector<SplitEvent> events(list.Events().begin(), list.Events().end());
@@ -57,12 +55,12 @@ base::Status WriteAdjusted(const PriceFiles& prices, base::SlotRecord slot, int3
 
 base::Status StockStore::MakeMissingSplits(const StoreLocation& location, base::FileSystem& files) {
   // Without an orin.sys there is no store to make it for; a journal may be about to make it.
-  if (Exists(location, kSplits) || HasJournal(location)) return {};
+  if (Exists(location, kSplitsFile) || HasJournal(location)) return {};
   if (!Exists(location, {FileKind::kMaster, 0})) return {};
   // Another process that has the store open for writing makes it itself.
   const auto lock = StoreLock::Acquire(location.system_directory);
-  if (!lock || Exists(location, kSplits) || HasJournal(location)) return {};
-  return base::ReplaceFile(files, PathOf(location, kSplits), "");
+  if (!lock || Exists(location, kSplitsFile) || HasJournal(location)) return {};
+  return base::ReplaceFile(files, PathOf(location, kSplitsFile), "");
 }
 
 base::Status StockStore::SaveSplits(SplitList splits) {
@@ -71,7 +69,7 @@ base::Status StockStore::SaveSplits(SplitList splits) {
   const auto bytes = splits.Serialize();
   if (!bytes) return base::Forward(bytes);
   const base::Status replaced =
-      base::ReplaceFile(*state_->files, PathOf(state_->location, kSplits), *bytes);
+      base::ReplaceFile(*state_->files, PathOf(state_->location, kSplitsFile), *bytes);
   if (!replaced) {
     // The new file may have its name already and only its flush failed.
     state_->in_doubt = true;
@@ -85,7 +83,7 @@ base::Status StockStore::CorrectForSplit(const SplitEvent& event) {
   if (const base::Status ready = state_->PrepareChange(); !ready) return ready;
   const auto remaining = Without(state_->splits, event);
   if (!remaining) {
-    return base::Fail(EventText(event) + "は「" + FileName(kSplits) + "」にありません。");
+    return base::Fail(EventText(event) + "は「" + FileName(kSplitsFile) + "」にありません。");
   }
   const base::MasterRecord record = state_->master.Find(event.code);
   if (record.IsNone()) {
@@ -106,7 +104,7 @@ base::Status StockStore::CorrectForSplit(const SplitEvent& event) {
   }
   const auto bytes = remaining->Serialize();
   if (!bytes) return base::Forward(bytes);
-  if (const auto staged = transaction.Replace(kSplits, *bytes); !staged) return staged;
+  if (const auto staged = transaction.Replace(kSplitsFile, *bytes); !staged) return staged;
   if (const auto committed = state_->Commit(transaction); !committed) return committed;
   state_->splits = *remaining;
   return {};

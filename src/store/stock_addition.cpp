@@ -16,8 +16,7 @@ namespace orin::store {
 
 namespace {
 
-constexpr StoreFile kMaster = {FileKind::kMaster, 0};
-constexpr int32_t kLastSlot = std::numeric_limits<int16_t>::max();
+constexpr int32_t kGreatestSlot = std::numeric_limits<int16_t>::max();
 
 base::Status CheckNewStocks(std::span<const NewStock> stocks, const StockMaster& master) {
   std::unordered_set<StockCode, StockCodeHash> seen;
@@ -53,7 +52,7 @@ std::vector<base::SlotRecord> FreeSlots(const StoreLocation& location, const Sto
   // Behind all stocks rather than in a gap, so that new slots lie together in the files.
   const bool reuses = CountSlots(location, master, records).IsExplained();
   int32_t next = std::max(reuses ? HighestSlot(master, records) : records, 1) + 1;
-  for (; slots.size() < count && next <= kLastSlot; ++next) {
+  for (; slots.size() < count && next <= kGreatestSlot; ++next) {
     if (!used.contains(next)) slots.emplace_back(next);
   }
   return slots;
@@ -165,7 +164,7 @@ base::Status StockStore::AddStocks(std::span<const NewStock> stocks) {
 
   if (const base::Status kept = state_->KeepDamagedCompanions(); !kept) return kept;
   Transaction transaction(state_->location, *state_->files);
-  transaction.Write(kMaster, int64_t{first.Value() - 1} * int64_t{kMasterRecordLength},
+  transaction.Write(kMasterFile, int64_t{first.Value() - 1} * int64_t{kMasterRecordLength},
                     record_bytes);
   PriceSumChange sums(state_->location, state_->prices);
   GrowPriceFiles(state_->prices, master.Header().date_record, slots, sums, transaction);

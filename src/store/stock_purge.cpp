@@ -17,11 +17,6 @@ namespace orin::store {
 
 namespace {
 
-constexpr StoreFile kMaster = {FileKind::kMaster, 0};
-constexpr StoreFile kAdded = {FileKind::kAdded, 0};
-constexpr StoreFile kDeleted = {FileKind::kDeleted, 0};
-constexpr StoreFile kIndex = {FileKind::kNameIndex, 0};
-constexpr StoreFile kTrendLines = {FileKind::kTrendLines, 0};
 constexpr int32_t kFewestFiles = 10;
 
 using Codes = std::unordered_set<StockCode, StockCodeHash>;
@@ -53,7 +48,7 @@ base::Status ReplaceList(const StoreFile& file, const StockList& list, Companion
 void ClearTrendLines(base::SlotRecord slot, std::string_view lines, Transaction& transaction) {
   const base::RecordView records(lines, kTrendRecordLength);
   if (!records.Record(slot.Value())) return;
-  transaction.Write(kTrendLines, records.Offset(slot.Value()), EncodeTrendLines(TrendLines()));
+  transaction.Write(kTrendLinesFile, records.Offset(slot.Value()), EncodeTrendLines(TrendLines()));
 }
 
 /// The files that name stocks, as they are.
@@ -73,8 +68,9 @@ base::Result<SystemFiles> ReadSystemFiles(const StoreLocation& location) {
     std::string* bytes;
   };
   for (const Wanted& wanted :
-       {Wanted{kMaster, &files.master}, Wanted{kIndex, &files.index}, Wanted{kAdded, &files.added},
-        Wanted{kDeleted, &files.deleted}, Wanted{kTrendLines, &files.trend_lines}}) {
+       {Wanted{kMasterFile, &files.master}, Wanted{kIndexFile, &files.index},
+        Wanted{kAddedFile, &files.added}, Wanted{kDeletedFile, &files.deleted},
+        Wanted{kTrendLinesFile, &files.trend_lines}}) {
     auto bytes = ReadIfThere(location, wanted.file);
     if (!bytes) return base::Forward(bytes);
     *wanted.bytes = std::move(*bytes);
@@ -136,9 +132,9 @@ base::Status ReplaceCompanions(const StoreLocation& location, const SystemFiles&
     const FileKind kind = kCompanyFiles[i].kind;
     if (Exists(location, {kind, 0})) sums.Take(kind, files.companies[i]);
   }
-  base::Status status = ReplaceList(kAdded, added, sums, transaction);
-  if (status) status = ReplaceList(kDeleted, deleted, sums, transaction);
-  if (status) status = sums.Replace(kIndex.kind, index, transaction);
+  base::Status status = ReplaceList(kAddedFile, added, sums, transaction);
+  if (status) status = ReplaceList(kDeletedFile, deleted, sums, transaction);
+  if (status) status = sums.Replace(kIndexFile.kind, index, transaction);
   return status ? sums.AddTo(transaction) : status;
 }
 
@@ -171,7 +167,7 @@ base::Result<int32_t> StockStore::PurgeDeletedStocks() {
   deleted.SetDeletionCounter(AddedTo(deleted.DeletionCounter(), count));
   const auto index = BuildNameIndex(master, DecodeNameIndex(files->index), {});
   if (!index) return base::Forward(index);
-  base::Status status = transaction.Replace(kMaster, kept.bytes);
+  base::Status status = transaction.Replace(kMasterFile, kept.bytes);
   if (status) {
     status = ReplaceCompanions(state_->location, *files, added, deleted, *index, transaction);
   }

@@ -39,8 +39,6 @@ void CheckWholeRecords(const CheckedStore& store, const StoreFile& file, size_t 
 
 namespace {
 
-constexpr StoreFile kJournal = {FileKind::kJournal, 0};
-
 /// Carries out what a dead writer has committed; fails where a live one is at it.
 base::Status RecoverForCheck(const StoreLocation& location, base::FileSystem& files,
                              std::vector<std::string>& sentences) {
@@ -57,7 +55,7 @@ base::Result<std::vector<std::string>> CheckFiles(const StoreLocation& location,
                                                   base::Progress& progress, CheckScope scope) {
   CheckedStore store{location, {}, {}};
   Findings findings;
-  const std::filesystem::path damaged_journal = SetAsidePathOf(location, kJournal);
+  const std::filesystem::path damaged_journal = SetAsidePathOf(location, kJournalFile);
   if (Exists(damaged_journal)) {
     findings.Add("「" + base::PathText(damaged_journal) +
                  "」に、壊れていたため行わなかった更新があります。");

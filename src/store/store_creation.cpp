@@ -14,9 +14,6 @@ namespace orin::store {
 
 namespace {
 
-constexpr StoreFile kSplits = {FileKind::kSplits, 0};
-constexpr StoreFile kSums = {FileKind::kSums, 0};
-
 struct NewFile {
   StoreFile file;
   std::string bytes;
@@ -33,13 +30,13 @@ base::Result<std::vector<NewFile>> EmptyStore() {
   std::vector<NewFile> made = {{{FileKind::kNameIndex, 0}, ""},
                                {{FileKind::kAdded, 0}, *no_stocks},
                                {{FileKind::kDeleted, 0}, *no_stocks},
-                               {kSplits, *no_splits}};
+                               {kSplitsFile, *no_splits}};
   CompanionSums sums;
   for (const SummedCompanion& companion : kSummedCompanions) {
     const auto file = std::ranges::find(made, StoreFile{companion.kind, 0}, &NewFile::file);
     if (file != made.end()) sums.Set(companion.kind, SumOfCompanion(companion, file->bytes));
   }
-  made.push_back({kSums, sums.Encode()});
+  made.push_back({kSumsFile, sums.Encode()});
   made.push_back({{FileKind::kMaster, 0}, std::string(AsText(header))});
   return made;
 }
@@ -75,7 +72,7 @@ base::Status CheckNothingIsThere(const StoreLocation& location,
   for (const NewFile& made : new_files) {
     const std::filesystem::path path = PathOf(location, made.file);
     // The user's split list stays and becomes that of the new store.
-    if (made.file == kSplits || made.file == kSums || !Exists(path)) continue;
+    if (made.file == kSplitsFile || made.file == kSumsFile || !Exists(path)) continue;
     const auto bytes = base::ReadFile(path);
     // Companions as they are made here, without an orin.sys: the making was broken off.
     const bool is_remains = made.file.kind != FileKind::kMaster && bytes && *bytes == made.bytes;
@@ -91,7 +88,7 @@ base::Status MakeFiles(const StoreLocation& location, std::span<const NewFile> n
                        base::FileSystem& files) {
   for (const NewFile& made : new_files) {
     const std::filesystem::path path = PathOf(location, made.file);
-    if (made.file == kSplits && Exists(path)) continue;
+    if (made.file == kSplitsFile && Exists(path)) continue;
     const base::Status replaced = base::ReplaceFile(files, path, made.bytes);
     if (!replaced) return replaced;
   }

@@ -13,8 +13,6 @@ namespace orin::store {
 
 namespace {
 
-constexpr StoreFile kMaster = {FileKind::kMaster, 0};
-constexpr StoreFile kSplits = {FileKind::kSplits, 0};
 // Price files reach 130 MB; they are written without ever being in memory whole.
 constexpr size_t kWriteBuffer = size_t{1} << 20;
 
@@ -47,13 +45,14 @@ base::Status CheckHeader(const MasterHeader& header, const std::filesystem::path
 }
 
 std::string StockStore::State::PartialMasterSentence(size_t length) const {
-  return "「" + base::PathText(PathOf(location, kMaster)) + "」の長さ" + std::to_string(length) +
-         "バイトがレコード長" + std::to_string(kMasterRecordLength) + "で割り切れません。";
+  return "「" + base::PathText(PathOf(location, kMasterFile)) + "」の長さ" +
+         std::to_string(length) + "バイトがレコード長" + std::to_string(kMasterRecordLength) +
+         "で割り切れません。";
 }
 
 base::Status StockStore::State::LoadMaster() {
-  const std::filesystem::path path = PathOf(location, kMaster);
-  if (!Exists(path)) return base::Fail(MissingSentence(location, kMaster));
+  const std::filesystem::path path = PathOf(location, kMasterFile);
+  if (!Exists(path)) return base::Fail(MissingSentence(location, kMasterFile));
   const auto bytes = base::ReadFile(path);
   if (!bytes) return base::Forward(bytes);
   const base::RecordView records(*bytes, kMasterRecordLength);
@@ -114,7 +113,7 @@ void StockStore::State::SetCalendar() {
 }
 
 base::Status StockStore::State::LoadSplits() {
-  const std::filesystem::path path = PathOf(location, kSplits);
+  const std::filesystem::path path = PathOf(location, kSplitsFile);
   splits = SplitList();
   if (!Exists(path)) {
     // A reader may lack the right to write, and for it a missing list is an empty one.
@@ -124,7 +123,7 @@ base::Status StockStore::State::LoadSplits() {
   const auto bytes = base::ReadFile(path);
   if (!bytes) return base::Forward(bytes);
   std::vector<std::string> unread;
-  splits = SplitList::Parse(*bytes, FileName(kSplits), unread);
+  splits = SplitList::Parse(*bytes, FileName(kSplitsFile), unread);
   problems.insert(problems.end(), unread.begin(), unread.end());
   return {};
 }
@@ -183,7 +182,7 @@ base::Status StockStore::State::CommitHeader(const MasterHeader& header) {
   // One record lies within one disk sector, so that this write is whole or not at all and needs
   // no journal. What it commits is on the disk already.
   const MasterRecordBytes bytes = EncodeMasterHeader(header);
-  const auto file = files->OpenForUpdate(PathOf(location, kMaster));
+  const auto file = files->OpenForUpdate(PathOf(location, kMasterFile));
   if (!file) return base::Forward(file);
   base::Status status = (*file)->WriteAt(0, AsText(bytes));
   if (status) status = (*file)->Sync();

@@ -155,10 +155,6 @@ class StagedWriter {
   int64_t offset_ = 0;
 };
 
-inline StoreFile DailyFile(int32_t number) {
-  return {FileKind::kDaily, static_cast<int16_t>(number)};
-}
-
 /// Where a record of a daily file begins.
 inline int64_t RecordOffset(int32_t record) {
   return (int64_t{record} - 1) * int64_t{kDailyRecordLength};

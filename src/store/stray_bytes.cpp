@@ -12,9 +12,6 @@ namespace orin::store {
 
 namespace {
 
-constexpr StoreFile kMaster = {FileKind::kMaster, 0};
-constexpr StoreFile kIndex = {FileKind::kNameIndex, 0};
-
 size_t EntriesIn(const StoreLocation& location, const StoreFile& file) {
   const auto bytes = ReadIfThere(location, file);
   return bytes ? bytes->size() / kIndexRecordLength : 0;
@@ -38,8 +35,8 @@ base::Status CutOff(const StoreLocation& location, const StoreFile& file, int64_
 }  // namespace
 
 std::vector<StockStore::State::RecordFile> StockStore::State::RecordFiles() const {
-  std::vector<RecordFile> all = {{kMaster, kMasterRecordLength},
-                                 {kIndex, kIndexRecordLength},
+  std::vector<RecordFile> all = {{kMasterFile, kMasterRecordLength},
+                                 {kIndexFile, kIndexRecordLength},
                                  {{FileKind::kAdded, 0}, kListRecordLength},
                                  {{FileKind::kDeleted, 0}, kListRecordLength},
                                  {{FileKind::kTrendLines, 0}, kTrendRecordLength}};
@@ -53,7 +50,7 @@ std::vector<StockStore::State::RecordFile> StockStore::State::RecordFiles() cons
 bool StockStore::State::HoldsEverySlot(const StoreFile& file, int32_t records,
                                        const SlotAccount& account) const {
   const size_t stocks = master.Stocks().size();
-  const size_t indexed = EntriesIn(location, kIndex);
+  const size_t indexed = EntriesIn(location, kIndexFile);
   switch (file.kind) {
     case FileKind::kMaster:
       // Without price files nothing but orin.ind knows of a stock that has been cut off.
@@ -80,12 +77,12 @@ base::Status StockStore::State::TakeOffStrayBytes(const SlotAccount& account) {
     const size_t records = length / record_length;
     if (!HoldsEverySlot(file, static_cast<int32_t>(records), account)) {
       // Where stocks have been cut off, writing would take their slots for unused ones.
-      if (file == kMaster) return base::Fail(PartialMasterSentence(length));
+      if (file == kMasterFile) return base::Fail(PartialMasterSentence(length));
       continue;
     }
     const base::Status cut =
         CutOff(location, file, static_cast<int64_t>(records * record_length), *files);
-    if (!cut && file == kMaster) return cut;
+    if (!cut && file == kMasterFile) return cut;
     problems.push_back(cut ? "「" + base::PathText(path) + "」の最後の余分な" +
                                  std::to_string(length % record_length) +
                                  "バイトを取り除きました（元の内容は「" +

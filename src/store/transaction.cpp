@@ -12,7 +12,6 @@ namespace {
 
 using OpenFiles = std::map<StoreFile, std::unique_ptr<base::WritableFile>>;
 
-constexpr StoreFile kJournal = {FileKind::kJournal, 0};
 // New slots of a whole market are a hundred megabytes of the same entry.
 constexpr size_t kFillBuffer = size_t{1} << 18;
 
@@ -62,7 +61,7 @@ class Replay {
     for (const std::filesystem::path& directory : directories_) {
       if (const base::Status synced = files_.SyncDirectory(directory); !synced) return synced;
     }
-    if (const base::Status removed = files_.Remove(PathOf(location_, kJournal)); !removed) {
+    if (const base::Status removed = files_.Remove(PathOf(location_, kJournalFile)); !removed) {
       return removed;
     }
     return files_.SyncDirectory(location_.system_directory);
@@ -117,8 +116,8 @@ Recovery WithoutSentence(const base::Status& status) {
 }
 
 Recovery SetJournalAside(const StoreLocation& location, base::FileSystem& files) {
-  const std::filesystem::path path = PathOf(location, kJournal);
-  const std::filesystem::path aside = SetAsidePathOf(location, kJournal);
+  const std::filesystem::path path = PathOf(location, kJournalFile);
+  const std::filesystem::path aside = SetAsidePathOf(location, kJournalFile);
   base::Status status = files.Rename(path, aside);
   if (status) status = files.SyncDirectory(location.system_directory);
   if (!status) return base::Forward(status);
@@ -193,12 +192,12 @@ base::Status Transaction::SyncStaged() {
 }
 
 base::Status Transaction::WriteJournal(std::string_view bytes) {
-  const std::filesystem::path staged_path = StagedPathOf(location_, kJournal);
+  const std::filesystem::path staged_path = StagedPathOf(location_, kJournalFile);
   const auto staged = files_.Create(staged_path);
   if (!staged) return base::Forward(staged);
   base::Status status = (*staged)->WriteAt(0, bytes);
   if (status) status = (*staged)->Sync();
-  if (status) status = files_.Rename(staged_path, PathOf(location_, kJournal));
+  if (status) status = files_.Rename(staged_path, PathOf(location_, kJournalFile));
   if (!status) {
     static_cast<void>(files_.Remove(staged_path));
     return status;
@@ -223,13 +222,13 @@ base::Status Transaction::Commit() {
   return {};
 }
 
-bool HasJournal(const StoreLocation& location) { return Exists(location, kJournal); }
+bool HasJournal(const StoreLocation& location) { return Exists(location, kJournalFile); }
 
 base::Result<std::optional<std::string>> RecoverStore(const StoreLocation& location,
                                                       base::FileSystem& files) {
   // A journal whose removal is not on the disk yet could come back after later changes.
   if (!HasJournal(location)) return WithoutSentence(files.SyncDirectory(location.system_directory));
-  const std::filesystem::path path = PathOf(location, kJournal);
+  const std::filesystem::path path = PathOf(location, kJournalFile);
   const auto bytes = base::ReadFile(path);
   if (!bytes) return base::Forward(bytes);
   const auto steps = DecodeJournal(*bytes);

@@ -12,8 +12,6 @@ namespace orin::store {
 
 namespace {
 
-constexpr StoreFile kFile = {FileKind::kTrendLines, 0};
-
 TrendLine DecodeLine(const char* bytes) {
   namespace at = trend_offset;
   const StoredDate first(base::GetDouble(bytes + at::kFirstDate));
@@ -54,7 +52,7 @@ std::string EncodeTrendLines(const TrendLines& lines) {
 }
 
 base::Result<TrendLines> LoadTrendLines(const StoreLocation& location, base::SlotRecord slot) {
-  const auto bytes = ReadIfThere(location, kFile);
+  const auto bytes = ReadIfThere(location, kTrendLinesFile);
   if (!bytes) return base::Forward(bytes);
   const auto record = base::RecordView(*bytes, kTrendRecordLength).Record(slot.Value());
   return record ? DecodeTrendLines(*record) : TrendLines();
@@ -62,17 +60,18 @@ base::Result<TrendLines> LoadTrendLines(const StoreLocation& location, base::Slo
 
 base::Status SaveTrendLines(const StoreLocation& location, base::SlotRecord slot,
                             const TrendLines& lines, base::FileSystem& files) {
-  const std::filesystem::path path = PathOf(location, kFile);
+  const std::filesystem::path path = PathOf(location, kTrendLinesFile);
   if (slot.Value() < 1 || slot.Value() > std::numeric_limits<int16_t>::max()) {
     return base::Fail("銘柄レコード" + std::to_string(slot.Value()) + "は「" +
                       base::PathText(path) + "」に書き込めません。");
   }
   // A few megabytes at most: replacing the file is simpler than a journal and as safe.
-  auto bytes = ReadIfThere(location, kFile);
+  auto bytes = ReadIfThere(location, kTrendLinesFile);
   if (!bytes) return base::Forward(bytes);
   // A record that was cut must not become the beginning of another one's lines.
   if (const size_t rest = bytes->size() % kTrendRecordLength; rest > 0) {
-    if (const base::Status kept = KeepCopyAside(location, kFile, files); !kept) return kept;
+    if (const base::Status kept = KeepCopyAside(location, kTrendLinesFile, files); !kept)
+      return kept;
     bytes->resize(bytes->size() - rest);
   }
   const auto offset = static_cast<size_t>(slot.Value() - 1) * kTrendRecordLength;

@@ -165,7 +165,7 @@ TEST(IndicatorSweep, BoundaryValuesOverflowNothing) {
   constexpr int64_t kLowest = std::numeric_limits<int64_t>::min();
   constexpr int64_t kHighest = std::numeric_limits<int64_t>::max();
   std::mt19937 random(7);
-  const auto any = [&random, kLowest, kHighest] {
+  const auto any = [&random] {
     const int64_t choices[] = {kLowest, kHighest, 0, -10000, 10000, kHighest - 1};
     return Currency::FromRaw(choices[random() % 6]);
   };

@@ -25,10 +25,6 @@ using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 using ::testing::IsEmpty;
 
-constexpr StoreFile kAdded = {FileKind::kAdded, 0};
-constexpr StoreFile kDeleted = {FileKind::kDeleted, 0};
-constexpr StoreFile kIndex = {FileKind::kNameIndex, 0};
-
 class CompanionSumsTest : public ::testing::Test {
  protected:
   CompanionSumsTest() {
@@ -88,39 +84,39 @@ TEST_F(CompanionSumsTest, CompanyFilesThatAreCutAtARecordOrAlteredAreFound) {
 
 TEST_F(CompanionSumsTest, ReadingThatWasAlteredIsFound) {
   builder_.Build();
-  std::string index = Read(kIndex);
+  std::string index = Read(kIndexFile);
   index[2] = 'X';
-  Write(kIndex, index);
+  Write(kIndexFile, index);
   EXPECT_THAT(Findings(), ElementsAre(AllOf(HasSubstr("orin.ind"), HasSubstr("チェックサム"))));
   // A new orin.ind has new sums.
-  fs::remove(PathOf(Where(), kIndex));
+  fs::remove(PathOf(Where(), kIndexFile));
   builder_.Open(Access::kWrite);
   EXPECT_THAT(Findings(), IsEmpty());
 }
 
 TEST_F(CompanionSumsTest, EntriesDoubledOrBlankedAreFoundWithoutSumsToo) {
   builder_.WithoutSums().Build();
-  const std::string whole = Read(kAdded);
+  const std::string whole = Read(kAddedFile);
   const auto record = [](size_t number) { return (number - 1) * kListRecordLength; };
   const auto with = [&](size_t number, const std::string& bytes) {
     std::string changed = whole;
     return changed.replace(record(number), bytes.size(), bytes);
   };
-  Write(kAdded, with(3, whole.substr(record(2), kListRecordLength)));
+  Write(kAddedFile, with(3, whole.substr(record(2), kListRecordLength)));
   EXPECT_THAT(Findings(),
               ElementsAre(HasSubstr("orin.add」のレコード3の銘柄コードはレコード2と同じ")));
   for (const std::string& blank :
        {std::string(8, ' '), std::string(28, '\0'), std::string("a,b")}) {
-    Write(kAdded, with(4, blank));
+    Write(kAddedFile, with(4, blank));
     EXPECT_THAT(Findings(),
                 ElementsAre(HasSubstr("orin.add」のレコード4に銘柄コードがありません")));
   }
-  Write(kAdded, with(3, std::string(kEmptiedCode)));
+  Write(kAddedFile, with(3, std::string(kEmptiedCode)));
   EXPECT_THAT(Findings(), ElementsAre(HasSubstr("orin.add」のレコード3が空にされていますが")));
   // A stock that has been deleted explains it.
   StockList deleted;
   deleted.SetDeletionCounter(1);
-  Write(kDeleted, *EncodeStockList(deleted));
+  Write(kDeletedFile, *EncodeStockList(deleted));
   EXPECT_THAT(Findings(), IsEmpty());
 }
 

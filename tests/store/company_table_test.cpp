@@ -21,9 +21,6 @@ using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 using ::testing::IsEmpty;
 
-constexpr StoreFile kCompanies = {FileKind::kCompanies, 0};
-constexpr StoreFile kStatements = {FileKind::kStatements, 0};
-
 const CompanyField& Field(std::string_view name) { return *FindCompanyField(name); }
 
 const StockRecord& StockOf(const StockStore& store, std::string_view code) {
@@ -52,11 +49,6 @@ std::string Read(const StoreLocation& location, const StoreFile& file) {
   return base::ReadFile(PathOf(location, file)).value();
 }
 
-std::vector<std::string> Findings(const StoreLocation& location) {
-  base::SilentProgress progress;
-  return CheckStore(location, progress).value();
-}
-
 TEST(CompanyTable, EveryFieldOfEveryStockIsKeptApart) {
   StockStore store = OpenThree("company_fields");
   CompanyTable table;
@@ -78,9 +70,9 @@ TEST(CompanyTable, EveryFieldOfEveryStockIsKeptApart) {
   for (const CompanyField& field : kCompanyFields) {
     EXPECT_FALSE(loaded.Value(StockOf(store, "B"), field)) << field.name;
   }
-  EXPECT_EQ(Read(store.Location(), kCompanies).size(), 4U * 128);
-  EXPECT_EQ(Read(store.Location(), kStatements).size(), 4U * 256);
-  EXPECT_THAT(Findings(store.Location()), IsEmpty());
+  EXPECT_EQ(Read(store.Location(), kCompaniesFile).size(), 4U * 128);
+  EXPECT_EQ(Read(store.Location(), kStatementsFile).size(), 4U * 256);
+  EXPECT_THAT(support::FindingsOf(store.Location()), IsEmpty());
 }
 
 TEST(CompanyTable, RecordOfAnotherCodeDoesNotSpeakForTheStockOfTheSlot) {
@@ -134,7 +126,7 @@ TEST(CompanyTable, MissingFilesAreEmptyAndDamagedOnesAreNamed) {
   table.Set(StockOf(store, "A"), Field("決算月"), Price(3));
   ASSERT_TRUE(store.SaveCompanies(table));
   StopWriting(store);
-  for (const StoreFile& file : {kCompanies, kStatements}) {
+  for (const StoreFile& file : {kCompaniesFile, kStatementsFile}) {
     const std::string whole = Read(store.Location(), file);
     for (const std::string& damaged :
          {std::string(), whole.substr(0, 7), whole.substr(0, whole.size() - 1), whole + "x",
@@ -143,7 +135,7 @@ TEST(CompanyTable, MissingFilesAreEmptyAndDamagedOnesAreNamed) {
       const auto loaded = CompanyTable::Load(store.Location());
       ASSERT_FALSE(loaded) << damaged.size();
       EXPECT_THAT(loaded.error().message, HasSubstr(FileName(file) + "」"));
-      EXPECT_THAT(Findings(store.Location()), ElementsAre(loaded.error().message));
+      EXPECT_THAT(support::FindingsOf(store.Location()), ElementsAre(loaded.error().message));
     }
     Write(store.Location(), file, whole);
   }
@@ -158,12 +150,12 @@ TEST(CompanyTable, RandomRecordsAreReadWithoutHarm) {
   while (bytes.size() < 5 * kCompanyFiles[0].record_length) {
     bytes += static_cast<char>(random() & 0xff);
   }
-  Write(store.Location(), kCompanies, bytes);
+  Write(store.Location(), kCompaniesFile, bytes);
   const CompanyTable table = CompanyTable::Load(store.Location()).value();
   for (const StockRecord& stock : store.Master().Stocks()) {
     EXPECT_FALSE(table.Value(stock, Field("時価総額")));
   }
-  EXPECT_THAT(Findings(store.Location()), Contains(HasSubstr("レコード2の銘柄コード")));
+  EXPECT_THAT(support::FindingsOf(store.Location()), Contains(HasSubstr("レコード2の銘柄コード")));
 }
 
 TEST(CompanyTable, CheckTellsRecordsOfOtherStocksAndCodesThatAreTwice) {
@@ -174,12 +166,12 @@ TEST(CompanyTable, CheckTellsRecordsOfOtherStocksAndCodesThatAreTwice) {
   }
   ASSERT_TRUE(store.SaveCompanies(table));
   StopWriting(store);
-  std::string bytes = Read(store.Location(), kCompanies);
+  std::string bytes = Read(store.Location(), kCompaniesFile);
   const size_t length = kCompanyFiles[0].record_length;
   bytes.replace(2 * length, 8, "A       ");
   bytes += std::string(bytes, length, length).replace(0, 8, "Z       ");
-  Write(store.Location(), kCompanies, bytes);
-  const std::vector<std::string> findings = Findings(store.Location());
+  Write(store.Location(), kCompaniesFile, bytes);
+  const std::vector<std::string> findings = support::FindingsOf(store.Location());
   EXPECT_THAT(findings, Contains(HasSubstr("レコード3の銘柄コード「A」はレコード2と同じです")));
   EXPECT_THAT(findings, Contains(HasSubstr("レコード3の銘柄コード「A」の銘柄レコードはorin.sysでは"
                                            "「B」で、このレコードは使われません（ほか1件）")));
@@ -197,7 +189,7 @@ TEST(CompanyTable, PurgedStockLeavesNoDataForItsSlot) {
   deleted.stocks = {{Code("C"), "C", base::MasterRecord(4), 1}};
   Write(store.Location(), {FileKind::kDeleted, 0}, EncodeStockList(deleted).value());
   ASSERT_EQ(store.PurgeDeletedStocks().value(), 1);
-  EXPECT_THAT(Findings(store.Location()), IsEmpty());
+  EXPECT_THAT(support::FindingsOf(store.Location()), IsEmpty());
   // The slot goes to the next stock, even to one that comes back under its code.
   ASSERT_TRUE(store.AddStocks(std::vector{NewStock{Code("C"), "c"}}));
   ASSERT_EQ(StockOf(store, "C").slot.Value(), 4);

@@ -25,18 +25,9 @@ using ::testing::Contains;
 using ::testing::HasSubstr;
 using ::testing::IsEmpty;
 
-constexpr StoreFile kMaster = {FileKind::kMaster, 0};
-constexpr StoreFile kDaily1 = {FileKind::kDaily, 1};
-constexpr StoreFile kDaily2 = {FileKind::kDaily, 2};
 constexpr size_t kDays = 103;
 constexpr size_t kFirstStock = kMasterRecordLength;
 constexpr size_t kSecondStock = 2 * kMasterRecordLength;
-
-std::string Int16(int value) {
-  std::string bytes(2, '\0');
-  base::PutInt16(bytes.data(), static_cast<int16_t>(value));
-  return bytes;
-}
 
 std::string BarBytes(const base::Bar& bar) {
   std::string bytes(kBarLength, '\0');
@@ -84,7 +75,7 @@ TEST_F(DamagedStore, WholeStoreHasNoFindings) {
 }
 
 TEST_F(DamagedStore, HeaderOutOfRangeIsRefusedWithItsField) {
-  const std::string whole = Read(kMaster);
+  const std::string whole = Read(kMasterFile);
   struct Case {
     size_t offset;
     int value;
@@ -102,41 +93,41 @@ TEST_F(DamagedStore, HeaderOutOfRangeIsRefusedWithItsField) {
            {header_offset::kCurrentRecord, 4, "の4番目が日付ではありません"},
            {header_offset::kDateRecord, 5, "が短すぎます"},
        }) {
-    Write(kMaster, whole);
-    Patch(kMaster, test.offset, Int16(test.value));
+    Write(kMasterFile, whole);
+    Patch(kMasterFile, test.offset, support::Int16Bytes(test.value));
     EXPECT_THAT(OpenError(), HasSubstr(test.message));
     EXPECT_THAT(OpenError(), HasSubstr("orin"));
     EXPECT_THAT(Findings(), Not(IsEmpty())) << test.message;
   }
-  Write(kMaster, whole.substr(0, 51));
+  Write(kMasterFile, whole.substr(0, 51));
   EXPECT_THAT(OpenError(), HasSubstr("51バイト"));
-  fs::remove(PathOf(location_, kMaster));
+  fs::remove(PathOf(location_, kMasterFile));
   EXPECT_THAT(OpenError(), HasSubstr("初期設定ファイルで指定した場所にorin.sysがありません。"));
 }
 
 TEST_F(DamagedStore, DatesOutOfOrderAreRefusedWithTheirPlace) {
-  Patch(kDaily1, 5 * kDateEntryLength, EncodeDateEntry(Day("2020/01/10")));  // the day before
+  Patch(DailyFile(1), 5 * kDateEntryLength, EncodeDateEntry(Day("2020/01/10")));  // the day before
   EXPECT_THAT(OpenError(), HasSubstr("6番目の日付2020/01/10が前の日付2020/01/10より後"));
   EXPECT_THAT(Findings(), Contains(HasSubstr("6番目の日付2020/01/10")));
-  Patch(kDaily1, 5 * kDateEntryLength, "garbage!");
+  Patch(DailyFile(1), 5 * kDateEntryLength, "garbage!");
   EXPECT_THAT(OpenError(), HasSubstr("6番目が日付ではありません"));
   EXPECT_THAT(Findings(), Contains(HasSubstr("6番目が日付ではありません")));
 }
 
 TEST_F(DamagedStore, FileThatLacksAStockTheOthersHaveIsRefused) {
-  const std::string whole = Read(kDaily2);
-  Write(kDaily2, whole.substr(0, whole.size() - 1));
+  const std::string whole = Read(DailyFile(2));
+  Write(DailyFile(2), whole.substr(0, whole.size() - 1));
   EXPECT_THAT(OpenError(), HasSubstr("3レコード必要なところ2レコード"));
   EXPECT_THAT(Findings(), Contains(HasSubstr("より少ない")));
   EXPECT_THAT(Findings(), Contains(HasSubstr("満たないレコード")));
-  Write(kDaily2, whole + std::string(kDailyRecordLength, 'x'));
+  Write(DailyFile(2), whole + std::string(kDailyRecordLength, 'x'));
   EXPECT_EQ(OpenError(), "");
   EXPECT_THAT(Findings(), Contains(HasSubstr("より多い")));
 }
 
 TEST_F(DamagedStore, OneDamagedStockLeavesTheOthersReadable) {
   for (const int slot : {-5, 0, 1, 4, 32767}) {
-    Patch(kMaster, kFirstStock + master_offset::kSlot, Int16(slot));
+    Patch(kMasterFile, kFirstStock + master_offset::kSlot, support::Int16Bytes(slot));
     const auto store = StockStore::Open(location_, {}, base::NativeFileSystem());
     ASSERT_TRUE(store) << store.error().message;
     EXPECT_EQ(AllBars(*store, "B").back().close, FlatBar(20).close);
@@ -151,10 +142,11 @@ TEST_F(DamagedStore, OneDamagedStockLeavesTheOthersReadable) {
 }
 
 TEST_F(DamagedStore, CheckTellsWhatIsWrongWithTheMaster) {
-  Patch(kMaster, 0, "20190101");
-  Patch(kMaster, kSecondStock, "A       ");
-  Patch(kMaster, kSecondStock + master_offset::kSlot, Int16(2) + Int16(7));
-  Patch(kMaster, kSecondStock + master_offset::kName, "\x81");
+  Patch(kMasterFile, 0, "20190101");
+  Patch(kMasterFile, kSecondStock, "A       ");
+  Patch(kMasterFile, kSecondStock + master_offset::kSlot,
+        support::Int16Bytes(2) + support::Int16Bytes(7));
+  Patch(kMasterFile, kSecondStock + master_offset::kName, "\x81");
   const std::vector<std::string> findings = Findings();
   EXPECT_THAT(findings, Contains(HasSubstr("日付コード20190101")));
   EXPECT_THAT(findings, Contains(HasSubstr("銘柄コードAはレコード2と同じ")));
@@ -162,8 +154,8 @@ TEST_F(DamagedStore, CheckTellsWhatIsWrongWithTheMaster) {
   EXPECT_THAT(findings, Contains(HasSubstr("上場コード7")));
   EXPECT_THAT(findings, Contains(HasSubstr("読めない文字")));
   EXPECT_THAT(findings, Contains(AllOf(HasSubstr("orin.ind"), HasSubstr("「B」"))));
-  Patch(kMaster, 0, "2020131x");
-  Patch(kMaster, kSecondStock, "A B     ");
+  Patch(kMasterFile, 0, "2020131x");
+  Patch(kMasterFile, kSecondStock, "A B     ");
   EXPECT_THAT(Findings(), Contains(HasSubstr("日付コードが日付ではありません")));
   EXPECT_THAT(Findings(), Contains(HasSubstr("レコード3の銘柄コードが正しくありません")));
 }
@@ -180,7 +172,7 @@ TEST_F(DamagedStore, CheckTellsImpossibleBarsOnceAStock) {
   };
   const size_t record = 2 * kDailyRecordLength;  // of B
   for (const auto& [bar, message] : cases) {
-    Patch(kDaily1, record + 2 * kBarLength, BarBytes(bar) + BarBytes(bar) + BarBytes(bar));
+    Patch(DailyFile(1), record + 2 * kBarLength, BarBytes(bar) + BarBytes(bar) + BarBytes(bar));
     const auto findings = Findings();
     ASSERT_EQ(findings.size(), 1U) << message;
     EXPECT_THAT(findings[0], HasSubstr("銘柄B（レコード3）の2020/01/08"));
@@ -189,13 +181,13 @@ TEST_F(DamagedStore, CheckTellsImpossibleBarsOnceAStock) {
   }
   std::string priced = BarBytes(FlatBar(1));
   priced.replace(bar_offset::kVolume, 8, BarBytes(base::Bar()).substr(bar_offset::kVolume));
-  Patch(kDaily1, record + 2 * kBarLength, priced);
+  Patch(DailyFile(1), record + 2 * kBarLength, priced);
   EXPECT_THAT(Findings(), Contains(HasSubstr("データなしですが")));
 }
 
 TEST_F(DamagedStore, CheckTellsWhatIsWrongWithTheOtherFiles) {
   Write({FileKind::kNameIndex, 0}, Read({FileKind::kNameIndex, 0}).substr(0, 115));
-  Patch({FileKind::kAdded, 0}, 0, Int16(3));
+  Patch({FileKind::kAdded, 0}, 0, support::Int16Bytes(3));
   fs::remove(PathOf(location_, {FileKind::kDeleted, 0}));
   Write({FileKind::kSplits, 0}, "X,x,2,2020/01/06\r\nA,a,two,2020/01/06\r\n");
   Write({FileKind::kTrendLines, 0}, std::string(321, '\0'));
@@ -216,13 +208,13 @@ TEST_F(DamagedStore, GarbageAndTruncationAreSurvivedWhereverTheyAre) {
   const auto number = [&random](size_t limit) {
     return std::uniform_int_distribution<size_t>(0, limit - 1)(random);
   };
-  const std::vector<StoreFile> files = {kMaster,
+  const std::vector<StoreFile> files = {kMasterFile,
                                         {FileKind::kNameIndex, 0},
                                         {FileKind::kAdded, 0},
                                         {FileKind::kDeleted, 0},
                                         {FileKind::kSplits, 0},
-                                        kDaily1,
-                                        kDaily2};
+                                        DailyFile(1),
+                                        DailyFile(2)};
   const fs::path root = location_.system_directory.parent_path();
   const fs::path pristine = root.string() + "_pristine";
   fs::remove_all(pristine);

@@ -35,17 +35,10 @@ using ::testing::Contains;
 using ::testing::HasSubstr;
 using ::testing::IsEmpty;
 
-constexpr StoreFile kMaster = {FileKind::kMaster, 0};
-constexpr std::string_view kFirstDay = "2020/01/06";
+constexpr std::string_view kFirstStoredDay = "2020/01/06";
 const std::vector<std::string> kCodes = {"A", "B", "C"};
 
 StoreFile Daily(int16_t number) { return {FileKind::kDaily, number}; }
-
-std::string Int16(int value) {
-  std::string bytes(2, '\0');
-  base::PutInt16(bytes.data(), static_cast<int16_t>(value));
-  return bytes;
-}
 
 using Contents = std::map<std::string, std::string>;  // of all files, by name
 
@@ -63,7 +56,7 @@ class HeaderProofTest : public ::testing::Test {
   /// Stocks with a price for every day, different in all of them.
   void Build(size_t days) {
     builder_ = StoreBuilder("proof");
-    builder_.Days(Weekdays(kFirstDay, days));
+    builder_.Days(Weekdays(kFirstStoredDay, days));
     for (size_t i = 0; i < kCodes.size(); ++i) {
       std::vector<base::Bar> bars;
       for (size_t day = 0; day < days; ++day) {
@@ -84,8 +77,8 @@ class HeaderProofTest : public ::testing::Test {
     fs::copy(pristine_, Root(), fs::copy_options::recursive);
   }
   void PatchHeader(size_t offset, const std::string& bytes) const {
-    std::string master = Bytes(Path(kMaster));
-    PutFile(Path(kMaster), master.replace(offset, bytes.size(), bytes));
+    std::string master = Bytes(Path(kMasterFile));
+    PutFile(Path(kMasterFile), master.replace(offset, bytes.size(), bytes));
   }
   [[nodiscard]] base::Result<StockStore> Open(Access access) const {
     return StockStore::Open(Where(), {access, {}}, base::NativeFileSystem());
@@ -137,11 +130,11 @@ std::vector<Damage> EverySingleFieldDamaged(size_t days) {
   for (const size_t field : {header_offset::kDateRecord, header_offset::kFirstFile,
                              header_offset::kCurrentFile, header_offset::kCurrentRecord}) {
     for (const int value : {0, 1, 2, 3, 4, 5, 10, 99, 100, 101, 999, 1000, -1, -32768, 32767}) {
-      damages.push_back({field, Int16(value)});
+      damages.push_back({field, support::Int16Bytes(value)});
     }
   }
-  damages.push_back({header_offset::kCreditFirst, Int16(-1)});
-  damages.push_back({header_offset::kCreditCurrent, Int16(32767)});
+  damages.push_back({header_offset::kCreditFirst, support::Int16Bytes(-1)});
+  damages.push_back({header_offset::kCreditCurrent, support::Int16Bytes(32767)});
   for (const std::string date : {"20190101", "20300101", "        ", "2020131x", "garbage!"}) {
     damages.push_back({header_offset::kDate, date});
   }
@@ -149,7 +142,7 @@ std::vector<Damage> EverySingleFieldDamaged(size_t days) {
   // Days that are stored, the last ones of earlier files among them.
   for (const size_t day : {size_t{1}, size_t{100}, size_t{200}}) {
     if (day >= days) continue;
-    damages.push_back({header_offset::kDate, Weekdays(kFirstDay, day).back().ToCompact()});
+    damages.push_back({header_offset::kDate, Weekdays(kFirstStoredDay, day).back().ToCompact()});
   }
   return damages;
 }
@@ -196,10 +189,10 @@ TEST_F(HeaderProofTest, WholeStoreIsProven) {
 TEST_F(HeaderProofTest, OneDayBehindAFullFileIsTheLeftoverOfAStoppedAppend) {
   for (const size_t days : {0U, 100U}) {
     Build(days);
-    const std::string header = Bytes(Path(kMaster));
+    const std::string header = Bytes(Path(kMasterFile));
     ASSERT_TRUE(Open(Access::kWrite)->AppendDay(Day("2040/01/02"), {}));
     // As if the append had been stopped before its commit.
-    PutFile(Path(kMaster), header);
+    PutFile(Path(kMasterFile), header);
     EXPECT_THAT(Warnings(), IsEmpty());
     EXPECT_THAT(Findings(), IsEmpty());
     auto store = Open(Access::kWrite).value();
@@ -211,7 +204,7 @@ TEST_F(HeaderProofTest, OneDayBehindAFullFileIsTheLeftoverOfAStoppedAppend) {
 
 TEST_F(HeaderProofTest, AnyOtherFileOutsideTheHeadersIsNamedAndStops) {
   Build(100);
-  const std::string header = Bytes(Path(kMaster));
+  const std::string header = Bytes(Path(kMasterFile));
   ASSERT_TRUE(Open(Access::kWrite)->AddDays(std::vector{Day("2040/01/02"), Day("2040/01/03")}));
   const std::string two_days = Bytes(Path(Daily(2)));
   std::string day_before = two_days;
@@ -232,7 +225,7 @@ TEST_F(HeaderProofTest, AnyOtherFileOutsideTheHeadersIsNamedAndStops) {
 
 TEST_F(HeaderProofTest, FilesBeforeTheFirstOneAreNamedAndStop) {
   Build(313);
-  PatchHeader(header_offset::kFirstFile, Int16(3));
+  PatchHeader(header_offset::kFirstFile, support::Int16Bytes(3));
   const auto names_it = AllOf(HasSubstr("orin001.dat"), HasSubstr("先頭ファイル3より前"));
   EXPECT_THAT(Refusal(), AllOf(names_it, HasSubstr("移すか")));
   EXPECT_THAT(Warnings(), ::testing::ElementsAre(names_it));

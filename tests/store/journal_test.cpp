@@ -18,11 +18,7 @@ using orin::support::FaultyFileSystem;
 using orin::support::Loss;
 using orin::support::ScratchDirectory;
 
-constexpr StoreFile kMaster = {FileKind::kMaster, 0};
 constexpr StoreFile kDaily = {FileKind::kDaily, 7};
-constexpr StoreFile kSplits = {FileKind::kSplits, 0};
-constexpr StoreFile kAdded = {FileKind::kAdded, 0};
-constexpr StoreFile kJournal = {FileKind::kJournal, 0};
 
 /// Bytes with a right checksum and length, whatever their steps are.
 std::string Sealed(std::string bytes) {
@@ -47,8 +43,8 @@ TEST(Journal, StepsAreReadAsWritten) {
   JournalWriter writer;
   EXPECT_TRUE(writer.IsEmpty());
   writer.Add({JournalStep::Kind::kWrite, kDaily, 4000, 3, "xyz"});
-  writer.Add({JournalStep::Kind::kReplace, kSplits, 0, 1, {}});
-  writer.Add({JournalStep::Kind::kRemove, kAdded, 0, 1, {}});
+  writer.Add({JournalStep::Kind::kReplace, kSplitsFile, 0, 1, {}});
+  writer.Add({JournalStep::Kind::kRemove, kAddedFile, 0, 1, {}});
   const std::string bytes = writer.Finish();
   const auto steps = DecodeJournal(bytes);
   ASSERT_TRUE(steps);
@@ -57,11 +53,11 @@ TEST(Journal, StepsAreReadAsWritten) {
   EXPECT_EQ((*steps)[0].bytes, "xyz");
   EXPECT_EQ((*steps)[0].End(), 4009);
   EXPECT_EQ((*steps)[1].kind, JournalStep::Kind::kReplace);
-  EXPECT_EQ((*steps)[2].file, kAdded);
+  EXPECT_EQ((*steps)[2].file, kAddedFile);
 }
 
 TEST(Journal, AnyChangeOfAByteOrLengthIsNoticed) {
-  const std::string bytes = OneStep(kMaster);
+  const std::string bytes = OneStep(kMasterFile);
   ASSERT_TRUE(DecodeJournal(bytes));
   for (size_t i = 0; i < bytes.size(); ++i) {
     EXPECT_FALSE(DecodeJournal(bytes.substr(0, i))) << i;
@@ -73,7 +69,7 @@ TEST(Journal, AnyChangeOfAByteOrLengthIsNoticed) {
 }
 
 TEST(Journal, NamesAndPlacesOutsideTheStoreAreRefusedEvenWithARightChecksum) {
-  const std::string whole = OneStep(kMaster);
+  const std::string whole = OneStep(kMasterFile);
   const std::string body = whole.substr(0, whole.size() - 4);
   const size_t name = journal_offset::kSteps + 3;
   const size_t numbers = name + 8;
@@ -114,21 +110,21 @@ class Transactions : public ::testing::Test {
   void Reset() {
     for (const auto& entry : fs::directory_iterator(scratch_.Path())) fs::remove(entry.path());
     auto& files = base::NativeFileSystem();
-    for (const StoreFile& file : {kMaster, kDaily, kSplits, kAdded}) {
+    for (const StoreFile& file : {kMasterFile, kDaily, kSplitsFile, kAddedFile}) {
       ASSERT_TRUE(base::ReplaceFile(files, PathOf(location_, file), "old content"));
     }
   }
   base::Status Run(base::FileSystem& files) {
     Transaction transaction(location_, files);
-    transaction.Write(kMaster, 4, "new");
+    transaction.Write(kMasterFile, 4, "new");
     transaction.Fill(kDaily, 9, "0123456789", 60000);
-    transaction.Remove(kAdded);
-    const base::Status staged = transaction.Replace(kSplits, "new splits");
+    transaction.Remove(kAddedFile);
+    const base::Status staged = transaction.Replace(kSplitsFile, "new splits");
     return staged ? transaction.Commit() : staged;
   }
   std::string Content() {
     std::string text;
-    for (const StoreFile& file : {kMaster, kDaily, kSplits, kAdded, kJournal}) {
+    for (const StoreFile& file : {kMasterFile, kDaily, kSplitsFile, kAddedFile, kJournalFile}) {
       text += base::ReadFile(PathOf(location_, file)).value_or("none") + "|";
     }
     return text;
@@ -176,14 +172,14 @@ TEST_F(Transactions, DamagedJournalIsSetAsideAndOtherFilesStay) {
   Reset();
   const std::string before = Content();
   auto& files = base::NativeFileSystem();
-  ASSERT_TRUE(base::ReplaceFile(files, PathOf(location_, kJournal), "damaged"));
-  ASSERT_TRUE(base::ReplaceFile(files, StagedPathOf(location_, kSplits), "left over"));
+  ASSERT_TRUE(base::ReplaceFile(files, PathOf(location_, kJournalFile), "damaged"));
+  ASSERT_TRUE(base::ReplaceFile(files, StagedPathOf(location_, kSplitsFile), "left over"));
   ASSERT_TRUE(base::ReplaceFile(files, scratch_ / "notes.tmp", "the user's"));
   EXPECT_TRUE(HasJournal(location_));
   ASSERT_TRUE(RecoverStore(location_, files));
   ASSERT_TRUE(RemoveLeftovers(location_, files));
   EXPECT_EQ(Content(), before);
-  EXPECT_FALSE(fs::exists(StagedPathOf(location_, kSplits)));
+  EXPECT_FALSE(fs::exists(StagedPathOf(location_, kSplitsFile)));
   EXPECT_TRUE(fs::exists(scratch_ / "notes.tmp"));
 }
 

@@ -36,13 +36,6 @@ using ::testing::Contains;
 using ::testing::HasSubstr;
 using ::testing::IsEmpty;
 
-constexpr StoreFile kMaster = {FileKind::kMaster, 0};
-constexpr StoreFile kIndex = {FileKind::kNameIndex, 0};
-constexpr StoreFile kAdded = {FileKind::kAdded, 0};
-constexpr StoreFile kDeleted = {FileKind::kDeleted, 0};
-constexpr StoreFile kSplits = {FileKind::kSplits, 0};
-constexpr StoreFile kJournal = {FileKind::kJournal, 0};
-constexpr StoreFile kDaily1 = {FileKind::kDaily, 1};
 const OpenOptions kWriting = {Access::kWrite, {}};
 
 class KeptData : public ::testing::Test {
@@ -76,7 +69,7 @@ class KeptData : public ::testing::Test {
   void LeaveJournal(const StoreFile& file, int64_t offset, std::string_view bytes) const {
     JournalWriter writer;
     writer.Add({JournalStep::Kind::kWrite, file, offset, 1, bytes});
-    Write(kJournal, writer.Finish());
+    Write(kJournalFile, writer.Finish());
   }
 
   StoreBuilder builder_{"kept"};
@@ -84,9 +77,9 @@ class KeptData : public ::testing::Test {
 
 TEST_F(KeptData, CreationRefusesWhereThereIsAnythingOfAStore) {
   for (const StoreFile& file :
-       {kMaster, kIndex, kAdded, kDeleted, kJournal, StoreFile{FileKind::kTrendLines, 0},
-        StoreFile{FileKind::kCompanies, 0}, StoreFile{FileKind::kStatements, 0}, kDaily1,
-        StoreFile{FileKind::kCredit, 999}}) {
+       {kMasterFile, kIndexFile, kAddedFile, kDeletedFile, kJournalFile,
+        StoreFile{FileKind::kTrendLines, 0}, StoreFile{FileKind::kCompanies, 0},
+        StoreFile{FileKind::kStatements, 0}, DailyFile(1), StoreFile{FileKind::kCredit, 999}}) {
     fs::remove_all(Root());
     Write(file, "x");
     const base::Status refused = StockStore::Create(Where(), base::NativeFileSystem());
@@ -97,13 +90,13 @@ TEST_F(KeptData, CreationRefusesWhereThereIsAnythingOfAStore) {
   }
   fs::remove_all(Root());
   const std::string splits = "A,a,2,2020/01/06\r\n";
-  Write(kSplits, splits);
+  Write(kSplitsFile, splits);
   // Checksums of files that are gone are in nobody's way.
   Write({FileKind::kSums, 0}, "x");
   Write({FileKind::kDailySums, 1}, "x");
   ASSERT_TRUE(StockStore::Create(Where(), base::NativeFileSystem()));
   EXPECT_THAT(Check().value(), ::testing::Not(::testing::Contains(HasSubstr("orin.sum"))));
-  EXPECT_EQ(Read(kSplits), splits);
+  EXPECT_EQ(Read(kSplitsFile), splits);
   EXPECT_EQ(Open()->Splits().Events().size(), 1U);
 }
 
@@ -126,21 +119,21 @@ TEST_F(KeptData, CreationKilledAnywhereCanBeCompleted) {
 
 TEST_F(KeptData, NewStocksDoNotGetTheSlotsOfStocksLostFromTheMaster) {
   Build();
-  const std::string whole = Read(kMaster);
-  Write(kMaster, whole.substr(0, whole.size() - 20));
+  const std::string whole = Read(kMasterFile);
+  Write(kMasterFile, whole.substr(0, whole.size() - 20));
   const auto refused = Open();
   ASSERT_FALSE(refused);
   EXPECT_THAT(refused.error().message, HasSubstr("orin.sys」の長さ188バイト"));
   EXPECT_THAT(ProblemsOf(Open(OpenOptions()).value()), Contains(HasSubstr("188バイト")));
-  Write(kMaster, whole.substr(0, whole.size() - kMasterRecordLength));
+  Write(kMasterFile, whole.substr(0, whole.size() - kMasterRecordLength));
   {
     auto store = Open().value();
     EXPECT_THAT(ProblemsOf(store), Contains(HasSubstr("銘柄レコードが1件あり")));
     ASSERT_TRUE(store.AddStocks(std::vector{NewStock{Code("NEW"), "n"}}));
     EXPECT_EQ(store.Master().Stocks().back().slot.Value(), 5);
   }
-  EXPECT_EQ(Read(kDaily1).size(), 5 * kDailyRecordLength);
-  EXPECT_EQ(DecodeBar(Read(kDaily1).data() + 3 * kDailyRecordLength, {}).close, Price(3));
+  EXPECT_EQ(Read(DailyFile(1)).size(), 5 * kDailyRecordLength);
+  EXPECT_EQ(DecodeBar(Read(DailyFile(1)).data() + 3 * kDailyRecordLength, {}).close, Price(3));
   EXPECT_THAT(Check().value(), Contains(HasSubstr("銘柄レコードが1件あり")));
 }
 
@@ -148,26 +141,26 @@ TEST_F(KeptData, CheckFinishesWhatAKilledWriterCommittedAndWaitsForALiveOne) {
   builder_.WithoutSums();
   Build();
   const std::string zeros(kBarLength, '\0');
-  LeaveJournal(kMaster, kMasterRecordLength + master_offset::kRank, std::string("\7\0", 2));
+  LeaveJournal(kMasterFile, kMasterRecordLength + master_offset::kRank, std::string("\7\0", 2));
   EXPECT_THAT(Check().value(), IsEmpty());
   EXPECT_EQ(Open(OpenOptions())->Master().Stocks()[0].rank, 7);
 
   auto lock = StoreLock::Acquire(Where().system_directory);
-  LeaveJournal(kMaster, 0, "x");
+  LeaveJournal(kMasterFile, 0, "x");
   const auto busy = Check();
   ASSERT_FALSE(busy);
   EXPECT_THAT(busy.error().message, HasSubstr("更新中"));
   {
     std::thread writer([this] {
       std::this_thread::sleep_for(std::chrono::milliseconds(200));
-      fs::remove(PathOf(Where(), kJournal));
+      fs::remove(PathOf(Where(), kJournalFile));
     });
     EXPECT_TRUE(Open(OpenOptions()));
     writer.join();
   }
   // What looks like damage may be the live writer's unfinished work.
-  std::string daily = Read(kDaily1);
-  Write(kDaily1, daily.replace(kDailyRecordLength, kBarLength, zeros));
+  std::string daily = Read(DailyFile(1));
+  Write(DailyFile(1), daily.replace(kDailyRecordLength, kBarLength, zeros));
   EXPECT_FALSE(Check());
   *lock = StoreLock();
   const auto findings = Check().value();
@@ -177,16 +170,16 @@ TEST_F(KeptData, CheckFinishesWhatAKilledWriterCommittedAndWaitsForALiveOne) {
 
 TEST_F(KeptData, DamagedJournalIsKeptAndToldOfByReaderAndCheck) {
   Build();
-  LeaveJournal(kMaster, 0, "x");
-  std::string damaged = Read(kJournal);
+  LeaveJournal(kMasterFile, 0, "x");
+  std::string damaged = Read(kJournalFile);
   damaged.back() = static_cast<char>(damaged.back() ^ 1);
   for (const OpenOptions& options : {OpenOptions(), kWriting}) {
-    std::ofstream(SetAsidePathOf(Where(), kJournal)) << "older";
-    Write(kJournal, damaged);
+    std::ofstream(SetAsidePathOf(Where(), kJournalFile)) << "older";
+    Write(kJournalFile, damaged);
     const auto store = Open(options);
     ASSERT_TRUE(store);
     EXPECT_THAT(ProblemsOf(*store), ::testing::ElementsAre(HasSubstr("orin.jnl.bad")));
-    EXPECT_EQ(base::ReadFile(SetAsidePathOf(Where(), kJournal)).value(), damaged);
+    EXPECT_EQ(base::ReadFile(SetAsidePathOf(Where(), kJournalFile)).value(), damaged);
     EXPECT_FALSE(HasJournal(Where()));
   }
   EXPECT_THAT(Check().value(), ::testing::ElementsAre(HasSubstr("orin.jnl.bad")));
@@ -195,24 +188,24 @@ TEST_F(KeptData, DamagedJournalIsKeptAndToldOfByReaderAndCheck) {
 TEST_F(KeptData, SplitLinesThatCannotBeReadAreKeptByWriting) {
   Build();
   const std::string unread = "A,a,two,2020/01/07\r\nB,b,,2020/01/07\r\n";
-  const std::string header = Read(kSplits);
-  Write(kSplits, "A,a,2,2020/01/06\r\n" + unread + "C,c,3,2020/01/06\r\n");
+  const std::string header = Read(kSplitsFile);
+  Write(kSplitsFile, "A,a,2,2020/01/06\r\n" + unread + "C,c,3,2020/01/06\r\n");
   auto store = Open().value();
   EXPECT_EQ(store.Problems().size(), 2U);
   const std::vector<SplitEvent> events(store.Splits().Events().begin(),
                                        store.Splits().Events().end());
   ASSERT_TRUE(store.CorrectForSplit(events[0]));
-  EXPECT_EQ(Read(kSplits), header + "C,c,3,2020/01/06\r\n" + unread);
+  EXPECT_EQ(Read(kSplitsFile), header + "C,c,3,2020/01/06\r\n" + unread);
   EXPECT_EQ(AllBars(store, "A")[0].close, Price(0.5));
   ASSERT_TRUE(store.SaveSplits(SplitList()));
-  EXPECT_EQ(Read(kSplits), header + unread);
+  EXPECT_EQ(Read(kSplitsFile), header + unread);
 }
 
 TEST_F(KeptData, MissingSplitListIsMadeEmptyForAWriterAndAtTheStart) {
   const auto make = [this] {
     return StockStore::MakeMissingSplits(Where(), base::NativeFileSystem());
   };
-  const auto path = PathOf(Where(), kSplits);
+  const auto path = PathOf(Where(), kSplitsFile);
   ASSERT_TRUE(make());
   EXPECT_FALSE(fs::exists(path)) << "there is no store";
   Build();
@@ -221,23 +214,24 @@ TEST_F(KeptData, MissingSplitListIsMadeEmptyForAWriterAndAtTheStart) {
   EXPECT_FALSE(fs::exists(path));
   {
     const StockStore writer = Open().value();
-    EXPECT_EQ(Read(kSplits), "");
+    EXPECT_EQ(Read(kSplitsFile), "");
     fs::remove(path);
     ASSERT_TRUE(make());
     EXPECT_FALSE(fs::exists(path)) << "the writer may be about to write it";
   }
   ASSERT_TRUE(make());
-  EXPECT_EQ(Read(kSplits), "");
-  Write(kSplits, "X");
+  EXPECT_EQ(Read(kSplitsFile), "");
+  Write(kSplitsFile, "X");
   ASSERT_TRUE(make());
-  EXPECT_EQ(Read(kSplits), "X");
+  EXPECT_EQ(Read(kSplitsFile), "X");
 }
 
 TEST_F(KeptData, StrayBytesAreToldByCheckAndTakenOffByTheNextWriter) {
   Build();
   const StoreFile lines = {FileKind::kTrendLines, 0};
   ASSERT_TRUE(SaveTrendLines(Where(), base::SlotRecord(4), TrendLines(), base::NativeFileSystem()));
-  for (const StoreFile& file : {kMaster, kIndex, kAdded, kDeleted, lines, kDaily1}) {
+  for (const StoreFile& file :
+       {kMasterFile, kIndexFile, kAddedFile, kDeletedFile, lines, DailyFile(1)}) {
     const std::string whole = Read(file);
     for (int64_t n = 1;; ++n) {
       SCOPED_TRACE(FileName(file) + ", stopped at " + std::to_string(n));
@@ -268,7 +262,7 @@ TEST_F(KeptData, RecordThatWasCutIsNotTakenOff) {
   Build();
   const StoreFile lines = {FileKind::kTrendLines, 0};
   ASSERT_TRUE(SaveTrendLines(Where(), base::SlotRecord(4), TrendLines(), base::NativeFileSystem()));
-  for (const StoreFile& file : {kIndex, kAdded, lines}) {
+  for (const StoreFile& file : {kIndexFile, kAddedFile, lines}) {
     const std::string whole = Read(file);
     const std::string cut = whole.substr(0, whole.size() - 5);
     Write(file, cut);
@@ -286,41 +280,41 @@ TEST_F(KeptData, RecordThatWasCutIsNotTakenOff) {
   fs::remove_all(Root());
   builder_ = StoreBuilder("kept");
   builder_.Stock("A").Stock("B").Build();
-  const std::string master = Read(kMaster);
-  Write(kMaster, master.substr(0, master.size() - 5));
+  const std::string master = Read(kMasterFile);
+  Write(kMasterFile, master.substr(0, master.size() - 5));
   ASSERT_FALSE(Open());
-  Write(kMaster, master + "x");
+  Write(kMasterFile, master + "x");
   ASSERT_TRUE(Open());
-  EXPECT_EQ(Read(kMaster), master);
+  EXPECT_EQ(Read(kMasterFile), master);
 }
 
 TEST_F(KeptData, MissingIndexIsToldAndMadeAnewForAWriter) {
   Build();
-  const std::string index = Read(kIndex);
-  fs::remove(PathOf(Where(), kIndex));
+  const std::string index = Read(kIndexFile);
+  fs::remove(PathOf(Where(), kIndexFile));
   const std::string sentence = "初期設定ファイルで指定した場所にorin.indがありません。（";
   EXPECT_THAT(ProblemsOf(Open(OpenOptions()).value()), ::testing::ElementsAre(HasSubstr(sentence)));
-  EXPECT_FALSE(fs::exists(PathOf(Where(), kIndex)));
+  EXPECT_FALSE(fs::exists(PathOf(Where(), kIndexFile)));
   EXPECT_THAT(ProblemsOf(Open().value()),
               ::testing::ElementsAre(HasSubstr(sentence), HasSubstr("作り直しました")));
-  EXPECT_EQ(Read(kIndex), index);
+  EXPECT_EQ(Read(kIndexFile), index);
 }
 
 TEST_F(KeptData, CompanionThatDisagreesIsToldAndKeptBesideBeforeItIsReplaced) {
   builder_.WithoutSums();
   Build();
-  std::string index = Read(kIndex);
+  std::string index = Read(kIndexFile);
   index.replace(index_offset::kCode, 1, "Z");
-  Write(kIndex, index);
+  Write(kIndexFile, index);
   auto store = Open().value();
   EXPECT_THAT(ProblemsOf(store), ::testing::ElementsAre(HasSubstr("orin.ind」のレコード1")));
   ASSERT_TRUE(store.AddStocks(std::vector{NewStock{Code("NEW"), "n"}}));
-  EXPECT_EQ(base::ReadFile(SetAsidePathOf(Where(), kIndex)).value(), index);
-  EXPECT_FALSE(fs::exists(SetAsidePathOf(Where(), kAdded)));
-  EXPECT_EQ(DecodeNameIndex(Read(kIndex)).size(), 4U);
+  EXPECT_EQ(base::ReadFile(SetAsidePathOf(Where(), kIndexFile)).value(), index);
+  EXPECT_FALSE(fs::exists(SetAsidePathOf(Where(), kAddedFile)));
+  EXPECT_EQ(DecodeNameIndex(Read(kIndexFile)).size(), 4U);
 
-  index = Read(kIndex);
-  Write(kIndex, index.substr(kIndexRecordLength) + index.substr(0, kIndexRecordLength));
+  index = Read(kIndexFile);
+  Write(kIndexFile, index.substr(kIndexRecordLength) + index.substr(0, kIndexRecordLength));
   { const StockStore closed = std::move(store); }
   const auto findings = Check().value();
   ASSERT_EQ(findings.size(), 1U);

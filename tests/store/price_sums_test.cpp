@@ -29,10 +29,7 @@ using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 using ::testing::IsEmpty;
 
-constexpr size_t kDays = 903;  // ten files, the last one has three days
-constexpr StoreFile kSums = {FileKind::kSums, 0};
-constexpr StoreFile kDaily1 = {FileKind::kDaily, 1};
-constexpr StoreFile kDaily10 = {FileKind::kDaily, 10};
+constexpr size_t kStoredDays = 903;  // ten files, the last one has three days
 constexpr StoreFile kSums1 = {FileKind::kDailySums, 1};
 constexpr StoreFile kSums10 = {FileKind::kDailySums, 10};
 constexpr size_t kRecordA = kDailyRecordLength;
@@ -40,14 +37,14 @@ constexpr size_t kRecordB = 2 * kDailyRecordLength;
 
 std::vector<base::Bar> Prices(double first) {
   std::vector<base::Bar> bars;
-  for (size_t i = 0; i < kDays; ++i) bars.push_back(FlatBar(first + double(i % 53), 100));
+  for (size_t i = 0; i < kStoredDays; ++i) bars.push_back(FlatBar(first + double(i % 53), 100));
   return bars;
 }
 
 class PriceSumsTest : public ::testing::Test {
  protected:
   PriceSumsTest() {
-    builder_.Days(Weekdays("2015/01/05", kDays)).Split("A", 2, "2015/01/30");
+    builder_.Days(Weekdays("2015/01/05", kStoredDays)).Split("A", 2, "2015/01/30");
     builder_.Stock("A", Prices(10)).Stock("B", Prices(20)).Stock("C", Prices(30));
   }
   void TearDown() override { fs::remove_all(Where().system_directory.parent_path()); }
@@ -80,14 +77,10 @@ class PriceSumsTest : public ::testing::Test {
   StoreBuilder builder_{"sums"};
 };
 
-base::SlotRecord SlotOf(const StockStore& store, std::string_view code) {
-  return store.Master().Stock(store.Master().Find(Code(code))).slot;
-}
-
 base::Status AppendOne(StockStore& store) {
   const auto days = Weekdays("2015/01/05", static_cast<size_t>(store.Days().Count()) + 1);
   const std::vector<std::pair<base::SlotRecord, base::Bar>> bars = {
-      {SlotOf(store, "B"), FlatBar(7)}};
+      {support::SlotOf(store, "B"), FlatBar(7)}};
   return store.AppendDay(days.back(), bars);
 }
 
@@ -121,8 +114,8 @@ std::vector<NamedChange> AllChanges() {
       {"append", AppendOne},
       {"append many",
        [](StockStore& store) {
-         const auto days = Weekdays("2015/01/05", kDays + 220);
-         return store.AddDays(std::span(days).subspan(kDays + 1));
+         const auto days = Weekdays("2015/01/05", kStoredDays + 220);
+         return store.AddDays(std::span(days).subspan(kStoredDays + 1));
        }},
       {"append after many",
        [](StockStore& store) { return store.AppendDay(Day("2025/01/06"), {}); }},
@@ -130,9 +123,9 @@ std::vector<NamedChange> AllChanges() {
        [](StockStore& store) {
          std::vector<BarChange> changes;
          for (int32_t day = 70; day <= store.Days().Count(); day += 60) {
-           changes.push_back({SlotOf(store, "B"), base::DayIndex(day), FlatBar(day)});
+           changes.push_back({support::SlotOf(store, "B"), base::DayIndex(day), FlatBar(day)});
          }
-         changes.push_back({SlotOf(store, "A"), base::DayIndex(901), base::Bar()});
+         changes.push_back({support::SlotOf(store, "A"), base::DayIndex(901), base::Bar()});
          return store.ChangeBars(changes);
        }},
       {"correct a split",
@@ -162,7 +155,7 @@ TEST_F(PriceSumsTest, EveryChangeKeepsThemInStep) {
 TEST_F(PriceSumsTest, DamageStaysVisibleThroughEveryChange) {
   builder_.Build();
   Change([](StockStore& store) { return SaveCompanies(store, 3); });
-  Flip(kDaily1, kRecordA + 5);
+  Flip(DailyFile(1), kRecordA + 5);
   Flip({FileKind::kCompanies, 0}, 300);
   Flip({FileKind::kNameIndex, 0}, 7);
   const auto damage = [] {
@@ -181,8 +174,8 @@ TEST_F(PriceSumsTest, DamageStaysVisibleThroughEveryChange) {
 TEST_F(PriceSumsTest, RightPricesInThePlaceOfDamagedOnesAreSoundAgain) {
   builder_.Build();
   const auto right = AllBars(builder_.Open(), "A");
-  std::string bytes = Read(kDaily1);
-  Write(kDaily1,
+  std::string bytes = Read(DailyFile(1));
+  Write(DailyFile(1),
         bytes.replace(kRecordA, kDailyRecordLength, bytes.substr(kRecordB, kDailyRecordLength)));
   ASSERT_THAT(Findings(), ElementsAre(HasSubstr("銘柄Aの銘柄レコード2が、書き込んだとき")));
   Change(AppendOne);
@@ -212,32 +205,33 @@ TEST_F(PriceSumsTest, AnyFlippedBitOfACommittedDayIsFound) {
     Write(file, whole);
   };
   for (size_t at = kRecordA; at < 4 * kDailyRecordLength; at += 211)
-    expect_found(kDaily1, at, true);
+    expect_found(DailyFile(1), at, true);
   // Bits of a date that leave it as it is for the calendar, too.
   for (const size_t at : {size_t{8}, size_t{31}, 99 * kDateEntryLength + 20}) {
-    expect_found(kDaily1, at, true);
+    expect_found(DailyFile(1), at, true);
   }
-  for (size_t at = 0; at < 3 * kBarLength; at += 11) expect_found(kDaily10, kRecordB + at, true);
+  for (size_t at = 0; at < 3 * kBarLength; at += 11)
+    expect_found(DailyFile(10), kRecordB + at, true);
   // Behind the committed days the bytes are nobody's.
   for (size_t at = 3 * kBarLength; at < kDailyRecordLength; at += 997) {
-    expect_found(kDaily10, kRecordB + at, false);
+    expect_found(DailyFile(10), kRecordB + at, false);
   }
 }
 
 TEST_F(PriceSumsTest, RecordsThatHaveChangedPlacesAreFoundWithTheirStocks) {
   builder_.Build();
-  std::string bytes = Read(kDaily10);
+  std::string bytes = Read(DailyFile(10));
   const std::string a = bytes.substr(kRecordA, kDailyRecordLength);
   const std::string b = bytes.substr(kRecordB, kDailyRecordLength);
-  Write(kDaily10,
+  Write(DailyFile(10),
         bytes.replace(kRecordA, kDailyRecordLength, b).replace(kRecordB, kDailyRecordLength, a));
   EXPECT_THAT(Findings(),
               ElementsAre(HasSubstr("銘柄Aの銘柄レコード2"), HasSubstr("銘柄Bの銘柄レコード3")));
-  bytes = Read(kDaily1);
+  bytes = Read(DailyFile(1));
   const StoreFile second = {FileKind::kDaily, 2};
   const std::string other = Read(second);
   // Whole files, too; their dates have findings of their own.
-  Write(kDaily1, bytes.substr(0, kRecordA) + other.substr(kRecordA));
+  Write(DailyFile(1), bytes.substr(0, kRecordA) + other.substr(kRecordA));
   EXPECT_THAT(Findings(), Contains(AllOf(HasSubstr("orin001.dat"), HasSubstr("銘柄C"))));
 }
 
@@ -269,7 +263,7 @@ TEST_F(PriceSumsTest, StoreWithoutThemStaysWithoutUntilTheyAreMade) {
     if (!files.IsDead()) break;
   }
   fs::remove_all(before);
-  Flip(kDaily1, kRecordB);
+  Flip(DailyFile(1), kRecordB);
   EXPECT_THAT(Findings(), Contains(HasSubstr("銘柄B")));
 }
 
@@ -290,9 +284,9 @@ TEST_F(PriceSumsTest, DamagedFilesOfSumsAreNamedAndKeepNoOneFromTheStore) {
     return [by](const std::string& bytes) { return bytes.substr(0, bytes.size() - by); };
   };
   const std::vector<Case> cases = {
-      {kSums, flipped(0), "内容が壊れています"},
-      {kSums, flipped(30), "内容が壊れています"},
-      {kSums, cut(24), "内容が壊れています"},
+      {kSumsFile, flipped(0), "内容が壊れています"},
+      {kSumsFile, flipped(30), "内容が壊れています"},
+      {kSumsFile, cut(24), "内容が壊れています"},
       {kSums10, flipped(3), "チェックサムのファイルとして読めません"},
       {kSums10, cut(1), "チェックサムのファイルとして読めません"},
       {kSums10, cut(16), "レコード数3が株価ファイルのレコード数4と違います"},
@@ -339,7 +333,7 @@ TEST_F(PriceSumsTest, OneThatIsMissingAmongOthersIsTold) {
   EXPECT_THAT(Findings(), ElementsAre(HasSubstr("orinc010.dat」がありません")));
   fs::remove(PathOf(Where(), kSums1));
   EXPECT_THAT(Findings(), ElementsAre(AllOf(HasSubstr("orinc001.dat"), HasSubstr("ほか1件"))));
-  fs::remove(PathOf(Where(), kSums));
+  fs::remove(PathOf(Where(), kSumsFile));
   EXPECT_THAT(Findings(), Contains(HasSubstr("orin.sum」がありません")));
 }
 

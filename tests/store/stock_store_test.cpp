@@ -42,15 +42,6 @@ std::vector<double> Closes(const StockStore& store, std::string_view code) {
   return closes;
 }
 
-base::SlotRecord SlotOf(const StockStore& store, std::string_view code) {
-  return store.Master().Stock(store.Master().Find(Code(code))).slot;
-}
-
-std::vector<std::string> Findings(const StoreLocation& location) {
-  base::SilentProgress progress;
-  return CheckStore(location, progress).value();
-}
-
 NewStock Stock(std::string_view code, std::string name) {
   return NewStock{Code(code), std::move(name), 1, 1, 100};
 }
@@ -61,7 +52,7 @@ TEST(StockStore, NewStoreIsEmptyAndIsNotMadeTwice) {
   EXPECT_TRUE(store.Master().Stocks().empty());
   EXPECT_EQ(store.Days().Count(), 0);
   EXPECT_EQ(fs::file_size(PathOf(store.Location(), {FileKind::kMaster, 0})), 52U);
-  EXPECT_THAT(Findings(store.Location()), IsEmpty());
+  EXPECT_THAT(support::FindingsOf(store.Location()), IsEmpty());
   const base::Status again = StockStore::Create(store.Location(), base::NativeFileSystem());
   ASSERT_FALSE(again);
 }
@@ -72,13 +63,13 @@ TEST(StockStore, LoadsTheDaysAskedForAcrossFiles) {
   const StockStore store = builder.Open();
   base::BarColumns bars;
   bars.Append(FlatBar(99));
-  store.LoadBars(SlotOf(store, "B"), base::DayIndex(99), base::DayIndex(202), bars);
+  store.LoadBars(support::SlotOf(store, "B"), base::DayIndex(99), base::DayIndex(202), bars);
   ASSERT_EQ(bars.Size(), 104U);
   for (size_t i = 0; i < bars.Size(); ++i) {
     EXPECT_EQ(bars.close[i], Price(static_cast<double>(99 + i)));
     EXPECT_EQ(bars.dates[i], store.Days().Days()[98 + i]);
   }
-  store.LoadBars(SlotOf(store, "A"), base::DayIndex(250), base::DayIndex(250), bars);
+  store.LoadBars(support::SlotOf(store, "A"), base::DayIndex(250), base::DayIndex(250), bars);
   ASSERT_EQ(bars.Size(), 1U);
   EXPECT_FALSE(bars.At(0).HasData());
 }
@@ -88,7 +79,7 @@ TEST(StockStore, DayIsAppendedForEveryStock) {
   builder.Days(Weekdays("2020/01/06", 2)).Stock("A", Rising(2)).Stock("B", Rising(2));
   StockStore store = builder.Open(Access::kWrite);
   const std::vector<std::pair<base::SlotRecord, base::Bar>> bars = {
-      {SlotOf(store, "B"), FlatBar(7)}};
+      {support::SlotOf(store, "B"), FlatBar(7)}};
   ASSERT_TRUE(store.AppendDay(Day("2020/01/10"), bars));
   EXPECT_EQ(store.Master().Header().date, Day("2020/01/10"));
   EXPECT_EQ(Closes(store, "A"), (std::vector<double>{1, 2, -1}));
@@ -127,7 +118,7 @@ TEST(StockStore, InsertedDaysMoveTheLaterOnesWithTheirBars) {
     ASSERT_EQ(bars[i].close, Price(was_there ? static_cast<double>(old) : 0));
   }
   EXPECT_EQ(old, days.size());
-  EXPECT_THAT(Findings(store.Location()), IsEmpty());
+  EXPECT_THAT(support::FindingsOf(store.Location()), IsEmpty());
   EXPECT_FALSE(store.AddDays(std::vector{days[1], days[0]}));
 }
 
@@ -138,8 +129,8 @@ TEST(StockStore, AddedStockHasTheNextSlotAndNoDataInAllFiles) {
   ASSERT_TRUE(
       store.AddStocks(std::vector{Stock("B", "びっくりＢ社の長すぎる名前"), Stock("C", "")}));
   ASSERT_EQ(store.Master().Stocks().size(), 3U);
-  EXPECT_EQ(SlotOf(store, "B").Value(), 3);
-  EXPECT_EQ(SlotOf(store, "C").Value(), 4);
+  EXPECT_EQ(support::SlotOf(store, "B").Value(), 3);
+  EXPECT_EQ(support::SlotOf(store, "C").Value(), 4);
   EXPECT_EQ(store.Master().Stocks()[1].name, "びっくりＢ社の長");
   EXPECT_EQ(Closes(store, "B"), std::vector<double>(101, -1));
   EXPECT_EQ(Closes(store, "A").back(), 101);
@@ -173,21 +164,22 @@ TEST(StockStore, StocksThatCannotBeAddedLeaveEverythingAsItWas) {
     EXPECT_THAT(refused.error().message, HasSubstr(message));
   }
   EXPECT_EQ(store.Master().Stocks().size(), 1U);
-  EXPECT_THAT(Findings(store.Location()), IsEmpty());
+  EXPECT_THAT(support::FindingsOf(store.Location()), IsEmpty());
 }
 
 TEST(StockStore, ChangedBarsAreOfAnyOrderAndTheLastOneOfADayCounts) {
   StoreBuilder builder("change");
   builder.Days(Weekdays("2020/01/06", 102)).Stock("A", Rising(102)).Stock("B", Rising(102));
   StockStore store = builder.Open(Access::kWrite);
-  const base::SlotRecord a = SlotOf(store, "A");
-  const std::vector<BarChange> changes = {{SlotOf(store, "B"), base::DayIndex(101), FlatBar(500)},
-                                          {a, base::DayIndex(100), FlatBar(600)},
-                                          {a, base::DayIndex(101), FlatBar(601)},
-                                          {a, base::DayIndex(1), FlatBar(1)},
-                                          {a, base::DayIndex(2), FlatBar(700)},
-                                          {a, base::DayIndex(2), FlatBar(701)},
-                                          {a, base::DayIndex(3), NoBar()}};
+  const base::SlotRecord a = support::SlotOf(store, "A");
+  const std::vector<BarChange> changes = {
+      {support::SlotOf(store, "B"), base::DayIndex(101), FlatBar(500)},
+      {a, base::DayIndex(100), FlatBar(600)},
+      {a, base::DayIndex(101), FlatBar(601)},
+      {a, base::DayIndex(1), FlatBar(1)},
+      {a, base::DayIndex(2), FlatBar(700)},
+      {a, base::DayIndex(2), FlatBar(701)},
+      {a, base::DayIndex(3), NoBar()}};
   ASSERT_TRUE(store.ChangeBars(changes));
   const std::vector<double> closes = Closes(store, "A");
   EXPECT_THAT(std::vector(closes.begin(), closes.begin() + 4),
@@ -234,7 +226,7 @@ TEST(StockStore, CalendarBeginsAtTheFirstFileChosen) {
   EXPECT_EQ(store.Days().DateOf(base::DayIndex(1)), days[100]);
   EXPECT_EQ(Closes(store, "A").front(), 101);
   ASSERT_TRUE(store.ChangeBars(
-      std::vector<BarChange>{{SlotOf(store, "A"), base::DayIndex(1), FlatBar(7)}}));
+      std::vector<BarChange>{{support::SlotOf(store, "A"), base::DayIndex(1), FlatBar(7)}}));
   EXPECT_EQ(Closes(store, "A").front(), 7);
   EXPECT_EQ(store.DaysOfFile(1).value(), std::pair(days[0], days[99]));
   EXPECT_EQ(store.DaysOfFile(3).value(), std::pair(days[200], days[249]));
@@ -344,7 +336,7 @@ TEST(StockStore, NothingIsWrittenFromAFileCutShort) {
   ASSERT_EQ(closes.size(), 151U);
   EXPECT_EQ(closes[1], 1);
   EXPECT_EQ(closes.back(), 150);
-  EXPECT_THAT(Findings(builder.Location()), IsEmpty());
+  EXPECT_THAT(support::FindingsOf(builder.Location()), IsEmpty());
 }
 
 }  // namespace

@@ -39,10 +39,6 @@ struct Job {
 
 void PrintTo(const Job& job, std::ostream* out) { *out << job.name; }
 
-base::SlotRecord SlotOf(const StockStore& store, std::string_view code) {
-  return store.Master().Stock(store.Master().Find(Code(code))).slot;
-}
-
 NewStock MakeNewStock(std::string_view code, std::string name) {
   return NewStock{Code(code), std::move(name), 2, 1, 800};
 }
@@ -50,7 +46,7 @@ NewStock MakeNewStock(std::string_view code, std::string name) {
 base::Status AppendNextDay(StockStore& store) {
   const size_t count = static_cast<size_t>(store.Days().Count());
   const std::vector<std::pair<base::SlotRecord, base::Bar>> bars = {
-      {SlotOf(store, "AAA"), FlatBar(50)}, {SlotOf(store, "CCC"), FlatBar(51)}};
+      {support::SlotOf(store, "AAA"), FlatBar(50)}, {support::SlotOf(store, "CCC"), FlatBar(51)}};
   return store.AppendDay(Weekdays(kFirstDay, count + 1).back(), bars);
 }
 
@@ -74,9 +70,9 @@ base::Status AddTwoStocks(StockStore& store) {
 base::Status ChangeSomeBars(StockStore& store) {
   std::vector<BarChange> changes;
   for (int32_t day = 1; day <= store.Days().Count(); day += 10) {
-    changes.push_back({SlotOf(store, "BBB"), base::DayIndex(day), FlatBar(day)});
+    changes.push_back({support::SlotOf(store, "BBB"), base::DayIndex(day), FlatBar(day)});
   }
-  changes.push_back({SlotOf(store, "AAA"), base::DayIndex(1), base::Bar()});
+  changes.push_back({support::SlotOf(store, "AAA"), base::DayIndex(1), base::Bar()});
   return store.ChangeBars(changes);
 }
 

@@ -6,6 +6,10 @@
 #include <stdexcept>
 #include <string>
 
+#include "base/coding.h"
+#include "base/progress.h"
+#include "store/store_check.h"
+
 namespace orin::support {
 
 namespace {
@@ -124,6 +128,21 @@ store::StockStore StoreBuilder::Open(store::Access access) {
   auto opened = store::StockStore::Open(location_, {access, {}}, base::NativeFileSystem());
   if (!opened) throw std::runtime_error(opened.error().message);
   return std::move(*opened);
+}
+
+std::vector<std::string> FindingsOf(const store::StoreLocation& location) {
+  base::SilentProgress progress;
+  return store::CheckStore(location, progress).value();
+}
+
+std::string Int16Bytes(int value) {
+  std::string bytes(2, '\0');
+  base::PutInt16(bytes.data(), static_cast<int16_t>(value));
+  return bytes;
+}
+
+base::SlotRecord SlotOf(const store::StockStore& store, std::string_view code) {
+  return store.Master().Stock(store.Master().Find(Code(code))).slot;
 }
 
 std::vector<base::Bar> AllBars(const store::StockStore& store, std::string_view code) {

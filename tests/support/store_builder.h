@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <optional>
+#include <string>
 #include <string_view>
 #include <utility>
 #include <vector>
@@ -57,6 +58,13 @@ class StoreBuilder {
   bool has_sums_ = true;
   bool built_ = false;
 };
+
+/// What CheckStore finds.
+std::vector<std::string> FindingsOf(const store::StoreLocation& location);
+/// Two bytes as the files hold a 16-bit number.
+std::string Int16Bytes(int value);
+/// The slot of a stock that the store has.
+base::SlotRecord SlotOf(const store::StockStore& store, std::string_view code);
 
 /// The bars of all days as stored.
 std::vector<base::Bar> AllBars(const store::StockStore& store, std::string_view code);

@@ -14,12 +14,12 @@ using widgets::Text;
 
 namespace {
 
-enum GroupColumn { kNumber, kTitle, kFile, kDate, kMarket, kOutcome, kColumns };
+enum GroupColumn { kNumber, kTitle, kFile, kDate, kMarket, kOutcome, kGroupColumns };
 
 }  // namespace
 
 GroupList::GroupList(QWidget* owner) : QTreeWidget(owner) {
-  setColumnCount(kColumns);
+  setColumnCount(kGroupColumns);
   setHeaderLabels({QStringLiteral("実行"), QStringLiteral("題名"), QStringLiteral("分析ファイル"),
                    QStringLiteral("分析日付"), QStringLiteral("分析上場市場"),
                    QStringLiteral("結果")});
@@ -49,7 +49,7 @@ void GroupList::ShowGroup(const settings::AnalysisGroup& group,
   is_filling_ = true;
   for (size_t i = 0; i < group.entries.size(); ++i) ShowEntry(i, group.entries[i], files.all[i]);
   is_filling_ = false;
-  for (int column = 0; column < kColumns; ++column) resizeColumnToContents(column);
+  for (int column = 0; column < kGroupColumns; ++column) resizeColumnToContents(column);
   const int widest = fontMetrics().averageCharWidth() * 44;
   for (const int column : {kTitle, kFile}) {
     setColumnWidth(column, std::min(columnWidth(column), widest));
