@@ -72,6 +72,7 @@ bool StockStore::State::HoldsEverySlot(const StoreFile& file, int32_t records,
 }
 
 base::Status StockStore::State::TakeOffStrayBytes(const SlotAccount& account) {
+  bool cuts_prices = false;
   for (const auto& [file, record_length] : RecordFiles()) {
     std::error_code failure;
     const std::filesystem::path path = PathOf(location, file);
@@ -86,13 +87,15 @@ base::Status StockStore::State::TakeOffStrayBytes(const SlotAccount& account) {
     const base::Status cut =
         CutOff(location, file, static_cast<int64_t>(records * record_length), *files);
     if (!cut && file == kMaster) return cut;
+    cuts_prices = cuts_prices || file.kind == FileKind::kDaily;
     problems.push_back(cut ? "「" + base::PathText(path) + "」の最後の余分な" +
                                  std::to_string(length % record_length) +
                                  "バイトを取り除きました（元の内容は「" +
                                  base::PathText(SetAsidePathOf(location, file)) + "」にあります）。"
                            : cut.error().message);
   }
-  return {};
+  // A map that is longer than its file counts as cut short by another program.
+  return cuts_prices ? LoadPrices() : base::Status();
 }
 
 }  // namespace orin::store

@@ -260,7 +260,12 @@ TEST_F(KeptData, StrayBytesAreToldByCheckAndTakenOffByTheNextWriter) {
     EXPECT_THAT(ProblemsOf(Open().value()),
                 ::testing::ElementsAre(AllOf(HasSubstr(FileName(file)), HasSubstr("1バイト"),
                                              HasSubstr(FileName(file) + ".bad"))));
-    EXPECT_EQ(AllBars(Open().value(), "C")[0].close, Price(3));
+    Write(file, whole + "x");
+    auto store = Open().value();
+    const auto days = static_cast<size_t>(store.Days().Count());
+    const base::Status appended = store.AppendDay(Weekdays("2020/01/06", days + 1).back(), {});
+    EXPECT_TRUE(appended) << appended.error().message;
+    EXPECT_EQ(AllBars(store, "C")[0].close, Price(3));
   }
 }
 
