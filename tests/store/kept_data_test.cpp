@@ -311,6 +311,44 @@ TEST_F(KeptData, MissingIndexIsToldAndMadeAnewForAWriter) {
   EXPECT_EQ(Read(kIndex), index);
 }
 
+TEST_F(KeptData, JournalOfAnIndexThatCouldNotBeRebuiltIsCarriedOutBeforeTheNextChange) {
+  Build();
+  const fs::path pristine = Root().string() + "_pristine";
+  fs::remove_all(pristine);
+  fs::rename(Root(), pristine);
+  int64_t rebuilds = 0;
+  for (int64_t n = 1;; ++n) {
+    fs::remove_all(Root());
+    fs::copy(pristine, Root(), fs::copy_options::recursive);
+    support::FaultyFileSystem files;
+    auto store = StockStore::Open(Where(), kWriting, files).value();
+    const auto change = [&store](double price) {
+      return store.ChangeBars(
+          std::vector{BarChange{base::SlotRecord(2), base::DayIndex(1), FlatBar(price)}});
+    };
+    // The first change stops where its journal has been written.
+    for (int64_t stop = 1; !HasJournal(Where()); ++stop) {
+      files.DieAt(files.Operations() + stop);
+      ASSERT_FALSE(change(5));
+    }
+    fs::remove(PathOf(Where(), kIndex));
+    files.DieAt(files.Operations() + n);
+    const bool was_stopped = !change(6);
+    files.DieAt(0);
+    const bool stopped_in_rebuild = HasJournal(Where()) && !fs::exists(PathOf(Where(), kIndex));
+    ASSERT_TRUE(change(7)) << n;
+    EXPECT_EQ(AllBars(store, "A")[0].close, Price(7));
+    if (stopped_in_rebuild) {
+      ++rebuilds;
+      { const StockStore closed = std::move(store); }
+      EXPECT_THAT(Check().value(), IsEmpty()) << n;
+    }
+    if (!was_stopped) break;
+  }
+  EXPECT_GT(rebuilds, 1);
+  fs::remove_all(pristine);
+}
+
 TEST_F(KeptData, CompanionThatDisagreesIsToldAndKeptBesideBeforeItIsReplaced) {
   builder_.WithoutSums();
   Build();
