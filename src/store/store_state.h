@@ -77,8 +77,12 @@ struct StockStore::State {
   /// Finishes or takes back what a killed writer or a failed change has left behind.
   base::Status Recover();
   /// Takes off what follows the last whole record of a file of records, where no record can have
-  /// been cut: a copy stays beside the file. Fails where orin.sys may have lost a stock.
+  /// been cut: a copy stays beside the file. Fails where orin.sys may have lost a stock or a price
+  /// file the end of a record.
   base::Status TakeOffStrayBytes(const SlotAccount& account);
+  /// Fails where a price file ends within a record that a stock or the checksums account for.
+  [[nodiscard]] base::Status CheckLastPriceRecords() const;
+  [[nodiscard]] bool AccountsForRecord(int16_t file, int32_t record) const;
   struct RecordFile {
     StoreFile file;
     size_t record_length;

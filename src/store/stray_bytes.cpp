@@ -1,10 +1,11 @@
 #include <algorithm>
+#include <utility>
 #include <vector>
 
 #include "store/companion_formats.h"
 #include "store/company_format.h"
 #include "store/master_format.h"
-#include "store/name_index.h"
+#include "store/price_sums.h"
 #include "store/store_state.h"
 #include "store/trend_lines.h"
 
@@ -36,6 +37,30 @@ base::Status CutOff(const StoreLocation& location, const StoreFile& file, int64_
 }
 
 }  // namespace
+
+bool StockStore::State::AccountsForRecord(int16_t file, int32_t record) const {
+  const bool has_stock = std::ranges::any_of(
+      master.Stocks(), [record](const StockRecord& stock) { return stock.slot.Value() == record; });
+  if (has_stock) return true;
+  auto bytes = ReadIfThere(location, SumsOf(file));
+  const auto sums = bytes ? PriceSums::Decode(file, std::move(*bytes)) : std::nullopt;
+  return sums && sums->Records() >= record;
+}
+
+base::Status StockStore::State::CheckLastPriceRecords() const {
+  for (int32_t i = 0; i < prices.FileCount(); ++i) {
+    const int16_t number = prices.PlaceOf(i * kDaysPerFile).file;
+    const size_t length = prices.Bytes(number).size();
+    const size_t rest = length % kDailyRecordLength;
+    const auto record = static_cast<int32_t>(length / kDailyRecordLength) + 1;
+    if (rest == 0 || !AccountsForRecord(number, record)) continue;
+    return base::Fail("株価ファイル「" + base::PathText(PathOf(location, DailyFile(number))) +
+                      "」の銘柄レコード" + std::to_string(record) + "が" + std::to_string(rest) +
+                      "バイトしかありません。このまま更新するとその株価が失われるので、更新しませ"
+                      "ん。このファイルを控えから戻してください。");
+  }
+  return {};
+}
 
 std::vector<StockStore::State::RecordFile> StockStore::State::RecordFiles() const {
   std::vector<RecordFile> all = {{kMaster, kMasterRecordLength},
@@ -72,6 +97,7 @@ bool StockStore::State::HoldsEverySlot(const StoreFile& file, int32_t records,
 }
 
 base::Status StockStore::State::TakeOffStrayBytes(const SlotAccount& account) {
+  if (const base::Status checked = CheckLastPriceRecords(); !checked) return checked;
   bool cuts_prices = false;
   for (const auto& [file, record_length] : RecordFiles()) {
     std::error_code failure;

@@ -299,6 +299,36 @@ TEST_F(KeptData, RecordThatWasCutIsNotTakenOff) {
   EXPECT_EQ(Read(kMaster), master);
 }
 
+TEST_F(KeptData, PriceFileThatHasLostTheEndOfARecordIsLeftAsItIs) {
+  Build();
+  const std::string whole = Read(kDaily1);
+  const fs::path sums = PathOf(Where(), {FileKind::kDailySums, 1});
+  // Behind the last stock there are the records of purged ones; only the checksums count them.
+  const std::string master = Read(kMaster);
+  for (const size_t stocks : {size_t{3}, size_t{2}}) {
+    Write(kMaster, master.substr(0, (stocks + 1) * kMasterRecordLength));
+    StockList purged;
+    purged.SetDeletionCounter(static_cast<int16_t>(3 - stocks));
+    Write(kDeleted, EncodeStockList(purged).value());
+    for (const size_t cut : {size_t{1}, size_t{kDailyRecordLength - 1}}) {
+      const std::string damaged = whole.substr(0, whole.size() - cut);
+      Write(kDaily1, damaged);
+      const auto refused = Open();
+      ASSERT_FALSE(refused) << stocks << " " << cut;
+      EXPECT_THAT(refused.error().message,
+                  AllOf(HasSubstr("orin001.dat」の銘柄レコード4"), HasSubstr("控えから")));
+      EXPECT_EQ(Read(kDaily1), damaged);
+      EXPECT_TRUE(Open(OpenOptions()));
+    }
+    Write(kDaily1, whole);
+    EXPECT_TRUE(Open());
+  }
+  Write(kMaster, master);
+  Write(kDaily1, whole.substr(0, whole.size() - 1));
+  fs::remove(sums);
+  EXPECT_FALSE(Open());
+}
+
 TEST_F(KeptData, MissingIndexIsToldAndMadeAnewForAWriter) {
   Build();
   const std::string index = Read(kIndex);
