@@ -57,9 +57,8 @@ base::Result<std::vector<std::string>> CheckFiles(const StoreLocation& location,
                                                   base::Progress& progress, CheckScope scope) {
   CheckedStore store{location, {}, {}};
   Findings findings;
-  const std::filesystem::path damaged_journal = SetAsidePathOf(location, kJournal);
-  if (Exists(damaged_journal)) {
-    findings.Add("「" + base::PathText(damaged_journal) +
+  for (const std::filesystem::path& damaged : TakenAsidePaths(SetAsidePathOf(location, kJournal))) {
+    findings.Add("「" + base::PathText(damaged) +
                  "」に、壊れていたため行わなかった更新があります。");
   }
   for (const std::filesystem::path& unused : UnusedNames(location)) {

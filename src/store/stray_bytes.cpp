@@ -27,13 +27,17 @@ bool IsWholeList(const StoreLocation& location, const StoreFile& file, int32_t r
   return bytes && records > 0 && CountInHeader(*bytes) <= records - 1;
 }
 
-base::Status CutOff(const StoreLocation& location, const StoreFile& file, int64_t length,
-                    base::FileSystem& files) {
-  if (const base::Status kept = KeepCopyAside(location, file, files); !kept) return kept;
+/// The name of the copy that is kept.
+base::Result<std::filesystem::path> CutOff(const StoreLocation& location, const StoreFile& file,
+                                           int64_t length, base::FileSystem& files) {
+  auto kept = KeepCopyAside(location, file, files);
+  if (!kept) return kept;
   const auto opened = files.OpenForUpdate(PathOf(location, file));
   if (!opened) return base::Forward(opened);
-  const base::Status cut = (*opened)->Truncate(length);
-  return cut ? (*opened)->Sync() : cut;
+  base::Status cut = (*opened)->Truncate(length);
+  if (cut) cut = (*opened)->Sync();
+  if (!cut) return base::Forward(cut);
+  return kept;
 }
 
 }  // namespace
@@ -110,14 +114,13 @@ base::Status StockStore::State::TakeOffStrayBytes(const SlotAccount& account) {
       if (file == kMaster) return base::Fail(PartialMasterSentence(length));
       continue;
     }
-    const base::Status cut =
-        CutOff(location, file, static_cast<int64_t>(records * record_length), *files);
-    if (!cut && file == kMaster) return cut;
+    const auto cut = CutOff(location, file, static_cast<int64_t>(records * record_length), *files);
+    if (!cut && file == kMaster) return base::Forward(cut);
     cuts_prices = cuts_prices || file.kind == FileKind::kDaily;
     problems.push_back(cut ? "「" + base::PathText(path) + "」の最後の余分な" +
                                  std::to_string(length % record_length) +
-                                 "バイトを取り除きました（元の内容は「" +
-                                 base::PathText(SetAsidePathOf(location, file)) + "」にあります）。"
+                                 "バイトを取り除きました（元の内容は「" + base::PathText(*cut) +
+                                 "」にあります）。"
                            : cut.error().message);
   }
   // A map that is longer than its file counts as cut short by another program.

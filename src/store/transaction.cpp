@@ -118,7 +118,7 @@ Recovery WithoutSentence(const base::Status& status) {
 
 Recovery SetJournalAside(const StoreLocation& location, base::FileSystem& files) {
   const std::filesystem::path path = PathOf(location, kJournal);
-  const std::filesystem::path aside = SetAsidePathOf(location, kJournal);
+  const std::filesystem::path aside = FreeAsidePath(SetAsidePathOf(location, kJournal));
   base::Status status = files.Rename(path, aside);
   if (status) status = files.SyncDirectory(location.system_directory);
   if (!status) return base::Forward(status);

@@ -62,8 +62,8 @@ class Transaction {
 /// Whether a transaction was committed and not carried out to the end.
 bool HasJournal(const StoreLocation& location);
 
-/// Carries out the journal; success where there is none. A damaged one gets the name of
-/// SetAsidePathOf and is told in a sentence, the result. The caller holds the StoreLock.
+/// Carries out the journal; success where there is none. A damaged one gets a name of
+/// FreeAsidePath and is told in a sentence, the result. The caller holds the StoreLock.
 base::Result<std::optional<std::string>> RecoverStore(const StoreLocation& location,
                                                       base::FileSystem& files);
 

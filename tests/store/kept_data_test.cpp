@@ -180,16 +180,22 @@ TEST_F(KeptData, DamagedJournalIsKeptAndToldOfByReaderAndCheck) {
   LeaveJournal(kMaster, 0, "x");
   std::string damaged = Read(kJournal);
   damaged.back() = static_cast<char>(damaged.back() ^ 1);
-  for (const OpenOptions& options : {OpenOptions(), kWriting}) {
-    std::ofstream(SetAsidePathOf(Where(), kJournal)) << "older";
+  const std::string aside = SetAsidePathOf(Where(), kJournal);
+  std::ofstream(aside) << "older";
+  const std::vector<OpenOptions> ways = {OpenOptions(), kWriting};
+  for (size_t i = 0; i < ways.size(); ++i) {
     Write(kJournal, damaged);
-    const auto store = Open(options);
+    const auto store = Open(ways[i]);
     ASSERT_TRUE(store);
-    EXPECT_THAT(ProblemsOf(*store), ::testing::ElementsAre(HasSubstr("orin.jnl.bad")));
-    EXPECT_EQ(base::ReadFile(SetAsidePathOf(Where(), kJournal)).value(), damaged);
+    const std::string kept = aside + std::to_string(i + 2);
+    EXPECT_THAT(ProblemsOf(*store), ::testing::ElementsAre(HasSubstr(kept + "」")));
+    EXPECT_EQ(base::ReadFile(kept).value(), damaged);
     EXPECT_FALSE(HasJournal(Where()));
   }
-  EXPECT_THAT(Check().value(), ::testing::ElementsAre(HasSubstr("orin.jnl.bad")));
+  EXPECT_EQ(base::ReadFile(aside).value(), "older");
+  EXPECT_THAT(Check().value(),
+              ::testing::ElementsAre(HasSubstr(aside + "」"), HasSubstr(aside + "2"),
+                                     HasSubstr(aside + "3")));
 }
 
 TEST_F(KeptData, SplitLinesThatCannotBeReadAreKeptByWriting) {
@@ -267,6 +273,25 @@ TEST_F(KeptData, StrayBytesAreToldByCheckAndTakenOffByTheNextWriter) {
     EXPECT_TRUE(appended) << appended.error().message;
     EXPECT_EQ(AllBars(store, "C")[0].close, Price(3));
   }
+}
+
+TEST_F(KeptData, CopyOfDamagedContentNeverTakesThePlaceOfAnother) {
+  Build();
+  const std::string whole = Read(kIndex);
+  const std::string aside = SetAsidePathOf(Where(), kIndex);
+  struct Damage {
+    std::string stray;
+    std::string kept_as;
+  };
+  for (const Damage& damage :
+       std::vector<Damage>{{"x", aside}, {"yy", aside + "2"}, {"x", aside}, {"z", aside + "3"}}) {
+    Write(kIndex, whole + damage.stray);
+    EXPECT_THAT(ProblemsOf(Open().value()), Contains(HasSubstr(damage.kept_as + "」")));
+    EXPECT_EQ(base::ReadFile(damage.kept_as).value(), whole + damage.stray);
+    EXPECT_EQ(Read(kIndex), whole);
+  }
+  EXPECT_EQ(base::ReadFile(aside).value(), whole + "x");
+  EXPECT_EQ(base::ReadFile(aside + "2").value(), whole + "yy");
 }
 
 TEST_F(KeptData, RecordThatWasCutIsNotTakenOff) {
