@@ -102,7 +102,8 @@ class PriceSumChecker {
         "株価ファイル" + store_.NameForMessage({FileKind::kDaily, sums.File()}) + "の" + who +
             std::to_string(record) + "が、書き込んだときのチェックサム（" +
             FileName(SumsOf(sums.File())) +
-            "）と違います。控えから戻すか、正しい株価をＣＳＶ株価更新で取り込み直してください。");
+            "）と違います。控えから戻すか、正しい株価をＣＳＶ株価更新で取り込み直してください。" +
+            std::string(kMakeAnew));
   }
 
   const CheckedStore& store_;

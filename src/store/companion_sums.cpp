@@ -35,6 +35,29 @@ const SummedCompanion* FindSummed(FileKind kind) {
   return found == kSummedCompanions.end() ? nullptr : found;
 }
 
+/// Whether `after` puts back what `sum` stands for in one record of `before`, or in all that it
+/// changes: other records may have changed with good reason. A sum for each record that has
+/// changed, but only where the file was damaged.
+bool IsRepaired(const SummedCompanion& file, std::string before, std::string_view after,
+                uint64_t sum) {
+  const auto is_whole = [&](std::string_view bytes) {
+    return SumOfCompanion(file, bytes).sum == sum;
+  };
+  if (is_whole(after.substr(0, before.size()))) return true;
+  const int32_t count = std::min(base::RecordView(before, file.record_length).Count(),
+                                 base::RecordView(after, file.record_length).Count());
+  for (int32_t number = 0; number < count; ++number) {
+    const size_t offset = static_cast<size_t>(number) * file.record_length;
+    const std::string_view changed = after.substr(offset, file.record_length);
+    const std::string old = before.substr(offset, file.record_length);
+    if (changed == old) continue;
+    before.replace(offset, changed.size(), changed);
+    if (is_whole(before)) return true;
+    before.replace(offset, old.size(), old);
+  }
+  return false;
+}
+
 }  // namespace
 
 CompanionSum SumOfCompanion(const SummedCompanion& file, std::string_view bytes) {
@@ -89,7 +112,8 @@ void CompanionSumChange::Take(FileKind kind, std::string_view bytes) {
   const auto stored = sums_->Of(kind);
   if (stored && after.sum != stored->sum && Exists(location_, {kind, 0})) {
     const auto before = ReadIfThere(location_, {kind, 0});
-    if (before) after.sum ^= stored->sum ^ SumOfCompanion(*file, *before).sum;
+    const uint64_t damage = before ? stored->sum ^ SumOfCompanion(*file, *before).sum : 0;
+    if (damage != 0 && !IsRepaired(*file, *before, bytes, stored->sum)) after.sum ^= damage;
   }
   sums_->Set(kind, after);
   is_changed_ = true;

@@ -71,7 +71,7 @@ class CompanionSums {
 
 /// The sums of companions that a transaction gives new contents. A store without an orin.sum that
 /// can be used keeps what it has. What was damaged before differs from its sum afterwards, unless
-/// the new content is what the sum stands for.
+/// the new content puts back what the sum stands for.
 class CompanionSumChange {
  public:
   explicit CompanionSumChange(const StoreLocation& location)

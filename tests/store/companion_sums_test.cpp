@@ -2,6 +2,7 @@
 
 #include "store/companion_sums.h"
 
+#include <array>
 #include <filesystem>
 #include <fstream>
 #include <gmock/gmock.h>
@@ -84,6 +85,48 @@ TEST_F(CompanionSumsTest, CompanyFilesThatAreCutAtARecordOrAlteredAreFound) {
   Write({FileKind::kSums, 0}, CompanionSums().Encode());
   EXPECT_EQ(Findings().size(), kSummedCompanions.size());
   EXPECT_THAT(Findings(), Contains(HasSubstr("orin.fin」のチェックサムがorin.sumにありません")));
+}
+
+TEST_F(CompanionSumsTest, CompanyDataThatRepairsOneStockAndChangesAnotherIsSoundAgain) {
+  const CompanyFile& format = kCompanyFiles[0];
+  const StoreFile file = {format.kind, 0};
+  SaveCompanies();
+  const std::string whole = Read(file);
+  const auto save = [this](double of_a, double of_b, double of_c) {
+    StockStore store = builder_.Open(Access::kWrite);
+    CompanyTable table = CompanyTable::Load(Where()).value();
+    const std::array<double, 3> values = {of_a, of_b, of_c};
+    for (size_t i = 0; i < values.size(); ++i) {
+      for (const CompanyField& field : kCompanyFields) {
+        table.Set(store.Master().Stocks()[i], field, support::Price(values[i]));
+      }
+    }
+    ASSERT_TRUE(store.SaveCompanies(table));
+  };
+  struct Case {
+    std::vector<size_t> damaged_records;
+    std::array<double, 3> saved;  // 3 is the value that was there
+    bool is_sound;
+  };
+  for (const Case& test : std::vector<Case>{{{2}, {3, 3, 3}, true},
+                                            {{2}, {3, 3, 7}, true},
+                                            {{2}, {3, 6, 7}, true},
+                                            {{2, 3}, {3, 3, 3}, true},
+                                            {{2}, {4, 3, 3}, false},
+                                            {{2, 3}, {3, 4, 3}, false}}) {
+    save(3, 3, 3);
+    base::SilentProgress progress;
+    ASSERT_TRUE(builder_.Open(Access::kWrite).MakeSums(progress));
+    ASSERT_EQ(Read(file), whole);
+    std::string damaged = whole;
+    for (const size_t record : test.damaged_records) {
+      damaged[(record - 1) * format.record_length + company_offset::kValues] = '\x55';
+    }
+    Write(file, damaged);
+    ASSERT_EQ(Findings().size(), 1U);
+    save(test.saved[0], test.saved[1], test.saved[2]);
+    EXPECT_EQ(Findings().empty(), test.is_sound) << ::testing::PrintToString(test.saved);
+  }
 }
 
 TEST_F(CompanionSumsTest, ReadingThatWasAlteredIsFound) {
