@@ -158,7 +158,7 @@ base::Status StockStore::State::PrepareChange() {
   // The files, not the memory, say whether the change that failed has happened.
   if (!in_doubt) return {};
   if (const base::Status recovered = Recover(); !recovered) return recovered;
-  if (const base::Status removed = RemoveLeftovers(location, *files); !removed) return removed;
+  TakeAwayLeftovers();
   // Loading may rebuild orin.ind, and a failure of that leaves a journal of its own.
   in_doubt = false;
   const base::Status loaded = Load();

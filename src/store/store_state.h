@@ -76,6 +76,8 @@ struct StockStore::State {
   base::Status PrepareChange();
   /// Finishes or takes back what a killed writer or a failed change has left behind.
   base::Status Recover();
+  /// Removes what they left of files in the making; what stays is a problem.
+  void TakeAwayLeftovers();
   /// Takes off what follows the last whole record of a file of records, where no record can have
   /// been cut: a copy stays beside the file. Fails where orin.sys may have lost a stock or a price
   /// file the end of a record.

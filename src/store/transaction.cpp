@@ -104,10 +104,12 @@ base::Status RemoveStaged(const std::filesystem::path& directory, base::FileSyst
     const std::u8string name = entry->path().filename().u8string();
     if (ParseStagedName(std::string(name.begin(), name.end()))) leftovers.push_back(entry->path());
   }
+  base::Status status;
   for (const std::filesystem::path& path : leftovers) {
-    if (const base::Status removed = files.Remove(path); !removed) return removed;
+    const base::Status removed = files.Remove(path);
+    if (status && !removed) status = removed;
   }
-  return {};
+  return status;
 }
 
 using Recovery = base::Result<std::optional<std::string>>;
@@ -252,12 +254,14 @@ base::Result<std::optional<StoreLock>> LockForRecovery(
 }
 
 base::Status RemoveLeftovers(const StoreLocation& location, base::FileSystem& files) {
+  base::Status status;
   for (const auto& directory : {location.system_directory, location.data_directory}) {
-    base::Status removed = RemoveStaged(directory, files);
-    if (removed) removed = base::RemoveLeftTemporaries(files, directory);
-    if (!removed) return removed;
+    for (const base::Status& removed :
+         {RemoveStaged(directory, files), base::RemoveLeftTemporaries(files, directory)}) {
+      if (status && !removed) status = removed;
+    }
   }
-  return {};
+  return status;
 }
 
 }  // namespace orin::store

@@ -76,9 +76,9 @@ inline constexpr std::chrono::milliseconds kCommitPause{20};
 base::Result<std::optional<StoreLock>> LockForRecovery(
     const StoreLocation& location, std::chrono::steady_clock::time_point deadline);
 
-/// Removes staged files that no journal asks for, and temporaries of processes that are gone. The
-/// caller holds the StoreLock and has
-/// recovered the store.
+/// Removes staged files that no journal asks for, and temporaries of processes that are gone. Fails
+/// with the first that cannot be removed, after it has tried them all; none of them hinders a
+/// writer. The caller holds the StoreLock and has recovered the store.
 base::Status RemoveLeftovers(const StoreLocation& location, base::FileSystem& files);
 
 }  // namespace orin::store

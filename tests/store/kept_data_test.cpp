@@ -33,6 +33,7 @@ using orin::support::Price;
 using orin::support::StoreBuilder;
 using orin::support::Weekdays;
 using ::testing::Contains;
+using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 using ::testing::IsEmpty;
 
@@ -402,6 +403,19 @@ TEST_F(KeptData, JournalOfAnIndexThatCouldNotBeRebuiltIsCarriedOutBeforeTheNextC
   }
   EXPECT_GT(rebuilds, 1);
   fs::remove_all(pristine);
+}
+
+TEST_F(KeptData, LeftoverThatCannotBeRemovedKeepsNoOneFromWriting) {
+  Build();
+  // A directory with content stands for whatever the system does not let go.
+  for (const fs::path& left : {Where().system_directory / "foo.orin-999999-1.tmp",
+                               Where().data_directory / "foo.orin-999999-1.tmp",
+                               StagedPathOf(Where(), {FileKind::kCompanies, 0})}) {
+    fs::create_directories(left / "inside");
+  }
+  auto store = Open().value();
+  EXPECT_THAT(ProblemsOf(store), ElementsAre(HasSubstr("orin.fin.tmp」を削除できません")));
+  EXPECT_TRUE(store.AppendDay(Day("2020/01/10"), {}));
 }
 
 TEST_F(KeptData, CompanionThatDisagreesIsToldAndKeptBesideBeforeItIsReplaced) {
