@@ -215,6 +215,21 @@ TEST_F(KeptData, SplitLinesThatCannotBeReadAreKeptByWriting) {
   EXPECT_EQ(Read(kSplits), header + unread);
 }
 
+TEST_F(KeptData, SplitLineThatCodePage932LacksIsNotAltered) {
+  Build();
+  const std::string in_utf8 = "A,あ,2,2020/01/06\nmemo 😀\n";
+  Write(kSplits, in_utf8);
+  auto store = Open().value();
+  const SplitEvent event = store.Splits().Events().front();
+  for (const base::Status& refused :
+       {store.SaveSplits(SplitList()), store.CorrectForSplit(event)}) {
+    ASSERT_FALSE(refused);
+    EXPECT_THAT(refused.error().message, AllOf(HasSubstr("株式分割.txt」の2行目"), HasSubstr("😀")));
+  }
+  EXPECT_EQ(Read(kSplits), in_utf8);
+  EXPECT_EQ(AllBars(store, "A")[0].close, Price(1));
+}
+
 TEST_F(KeptData, MissingSplitListIsMadeEmptyForAWriterAndAtTheStart) {
   const auto make = [this] {
     return StockStore::MakeMissingSplits(Where(), base::NativeFileSystem());
