@@ -5,7 +5,6 @@
 #include "store/check_parts.h"
 #include "store/companion_sums.h"
 #include "store/price_sums.h"
-#include "store/store_check.h"
 #include "store/stored_file.h"
 
 namespace orin::store {
@@ -156,14 +155,6 @@ void CheckCompanionSums(const CheckedStore& store, Findings& findings) {
 }
 
 }  // namespace
-
-bool HasSums(const StoreLocation& location) {
-  if (Exists(location, kSums)) return true;
-  for (int16_t number = 1; number <= kLastFileNumber; ++number) {
-    if (Exists(location, SumsOf(number))) return true;
-  }
-  return false;
-}
 
 base::Status CheckSums(const CheckedStore& store, base::Progress& progress, Findings& findings) {
   if (!HasSums(store.location)) return {};

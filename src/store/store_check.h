@@ -6,6 +6,7 @@
 #include "base/file_system.h"
 #include "base/progress.h"
 #include "base/result.h"
+#include "store/price_sums.h"
 #include "store/stock_store.h"
 
 namespace orin::store {
@@ -24,8 +25,5 @@ enum class CheckScope { kAll, kAllButSums };
 base::Result<std::vector<std::string>> CheckStore(const StoreLocation& location,
                                                   base::Progress& progress, base::FileSystem& files,
                                                   CheckScope scope = CheckScope::kAll);
-
-/// Whether the store has checksums, all or some of them. Older stores have none.
-bool HasSums(const StoreLocation& location);
 
 }  // namespace orin::store
