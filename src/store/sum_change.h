@@ -95,7 +95,7 @@ class NewSums {
 };
 
 /// What was damaged in the daily files that a new one is made from. A damaged entry may move into
-/// any of the new files, so that each tells of it.
+/// any of the new files, so the sums of each of them show the damage.
 class SumDamage {
  public:
   SumDamage(const StoreLocation& location, const PriceFiles& prices,
