@@ -4,6 +4,7 @@
 #include <cstdio>
 #include <fcntl.h>
 #include <optional>
+#include <sys/file.h>
 #include <sys/stat.h>
 #include <system_error>
 #include <unistd.h>
@@ -73,6 +74,14 @@ Result<std::unique_ptr<WritableFile>> OpenNative(const std::filesystem::path& pa
   return std::make_unique<NativeFile>(std::move(file), path);
 }
 
+/// False where another process has the lock or has removed the file. Disks without locks give none.
+bool LockUnlessRemoved(const FileDescriptor& file) {
+  const int locked = RetryInterrupted([&] { return flock(file.Number(), LOCK_EX | LOCK_NB); });
+  if (locked != 0 && errno == EWOULDBLOCK) return false;
+  struct stat about = {};
+  return fstat(file.Number(), &about) != 0 || about.st_nlink > 0;
+}
+
 class NativeFiles final : public FileSystem {
  public:
   Result<std::unique_ptr<WritableFile>> OpenForUpdate(const std::filesystem::path& path) override {
@@ -86,9 +95,13 @@ class NativeFiles final : public FileSystem {
   Result<std::unique_ptr<WritableFile>> CreateNew(const std::filesystem::path& path) override {
     // A link that has the name is not followed either.
     FileDescriptor file = FileDescriptor::Open(path, O_RDWR | O_CREAT | O_EXCL, kNewFileMode);
-    if (file.IsOpen()) return std::make_unique<NativeFile>(std::move(file), path);
-    if (errno == EEXIST) return nullptr;
-    return FailSystemCall(path, "を作成できません", errno);
+    if (!file.IsOpen()) {
+      if (errno == EEXIST) return nullptr;
+      return FailSystemCall(path, "を作成できません", errno);
+    }
+    // A process that removes what others left may have been quicker.
+    if (!LockUnlessRemoved(file)) return nullptr;
+    return std::make_unique<NativeFile>(std::move(file), path);
   }
 
   Status Rename(const std::filesystem::path& from, const std::filesystem::path& to) override {

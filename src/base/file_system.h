@@ -43,7 +43,8 @@ class FileSystem {
       const std::filesystem::path& path) = 0;
   /// A new, empty file; one of the same name is emptied.
   virtual Result<std::unique_ptr<WritableFile>> Create(const std::filesystem::path& path) = 0;
-  /// A new, empty file that nobody else has made; a null pointer where something has its name.
+  /// A new, empty file that nobody else has made, locked (flock) until it is closed; a null pointer
+  /// where something has its name.
   virtual Result<std::unique_ptr<WritableFile>> CreateNew(const std::filesystem::path& path) = 0;
   virtual Status Rename(const std::filesystem::path& from, const std::filesystem::path& to) = 0;
   /// Success where there is no such file.

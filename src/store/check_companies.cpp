@@ -83,7 +83,8 @@ bool CheckCreditNumbers(const CheckedStore& store, Findings& findings) {
     findings.Add(name + "の信用先頭" + std::to_string(first) + "が信用カレント" +
                  std::to_string(current) + "より後です。");
   } else if (first < 0 || (first == 0 && current > 0)) {
-    findings.Add(name + "の信用先頭" + std::to_string(first) + "が1から" + std::to_string(current) +
+    const std::string range = current > 0 ? "1から" + std::to_string(current) : "0から1";
+    findings.Add(name + "の信用先頭" + std::to_string(first) + "が" + range +
                  "の範囲にありません。");
   }
   return current > 0;

@@ -5,7 +5,6 @@
 #include "store/check_parts.h"
 #include "store/companion_sums.h"
 #include "store/price_sums.h"
-#include "store/store_check.h"
 #include "store/stored_file.h"
 
 namespace orin::store {
@@ -107,7 +106,8 @@ class PriceSumChecker {
         "株価ファイル" + store_.NameForMessage({FileKind::kDaily, sums.File()}) + "の" + who +
             std::to_string(record) + "が、書き込んだときのチェックサム（" +
             FileName(SumsOf(sums.File())) +
-            "）と違います。控えから戻すか、正しい株価をＣＳＶ株価更新で取り込み直してください。");
+            "）と違います。控えから戻すか、正しい株価をＣＳＶ株価更新で取り込み直してください。" +
+            std::string(kMakeAnew));
   }
 
   const CheckedStore& store_;
@@ -117,7 +117,7 @@ class PriceSumChecker {
   std::unordered_map<int32_t, StockCode> codes_;  // by slot
 };
 
-/// A file that is not there is told of where it has to be there.
+/// A missing orin.fin or orin.acc that has a sum is a finding; other checks find the other files.
 void CheckCompanionSum(const CheckedStore& store, const SummedCompanion& file,
                        const std::optional<CompanionSum>& stored, Findings& findings,
                        Findings& lacking) {
@@ -135,6 +135,8 @@ void CheckCompanionSum(const CheckedStore& store, const SummedCompanion& file,
   if (!bytes) return;
   const CompanionSum found = SumOfCompanion(file, *bytes);
   if (!stored) {
+    // The orin.sum of an older version has none of orin.sys.
+    if (file.kind == FileKind::kMaster) return;
     lacking.Add(name + "のチェックサムがorin.sumにありません。" + std::string(kMakeAnew));
   } else if (found.records != stored->records) {
     findings.Add(name + "のレコード数" + std::to_string(found.records) + "が、書き込んだときの" +
@@ -162,14 +164,6 @@ void CheckCompanionSums(const CheckedStore& store, Findings& findings, Findings&
 }
 
 }  // namespace
-
-bool HasSums(const StoreLocation& location) {
-  if (Exists(location, kSumsFile)) return true;
-  for (int16_t number = 1; number <= kLastFileNumber; ++number) {
-    if (Exists(location, SumsOf(number))) return true;
-  }
-  return false;
-}
 
 base::Status CheckSums(const CheckedStore& store, base::Progress& progress, Findings& findings,
                        Findings& lacking) {

@@ -53,7 +53,8 @@ void StockStore::State::RebuildIndex() {
 
 base::Status StockStore::State::KeepDamagedCompanions() {
   for (const StoreFile& file : damaged_companions) {
-    if (const base::Status kept = KeepCopyAside(location, file, *files); !kept) return kept;
+    const auto kept = KeepCopyAside(location, file, *files);
+    if (!kept) return base::Forward(kept);
   }
   // What takes their place agrees; once is enough also where the change fails.
   damaged_companions.clear();

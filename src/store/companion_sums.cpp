@@ -33,10 +33,34 @@ const SummedCompanion* FindSummed(FileKind kind) {
   return found == kSummedCompanions.end() ? nullptr : found;
 }
 
+/// Whether `after` puts back what `sum` stands for in one record of `before`, or in all that it
+/// changes: other records may have changed with good reason. A sum for each record that has
+/// changed, but only where the file was damaged.
+bool IsRepaired(const SummedCompanion& file, std::string before, std::string_view after,
+                uint64_t sum) {
+  const auto is_whole = [&](std::string_view bytes) {
+    return SumOfCompanion(file, bytes).sum == sum;
+  };
+  if (is_whole(after.substr(0, before.size()))) return true;
+  const int32_t count = std::min(base::RecordView(before, file.record_length).Count(),
+                                 base::RecordView(after, file.record_length).Count());
+  for (int32_t number = 0; number < count; ++number) {
+    const size_t offset = static_cast<size_t>(number) * file.record_length;
+    const std::string_view changed = after.substr(offset, file.record_length);
+    const std::string old = before.substr(offset, file.record_length);
+    if (changed == old) continue;
+    before.replace(offset, changed.size(), changed);
+    if (is_whole(before)) return true;
+    before.replace(offset, old.size(), old);
+  }
+  return false;
+}
+
 }  // namespace
 
 CompanionSum SumOfCompanion(const SummedCompanion& file, std::string_view bytes) {
-  return {base::RecordView(bytes, file.record_length).Count(), SumOfBytes(bytes)};
+  return {base::RecordView(bytes, file.record_length).Count(),
+          SumOfBytes(bytes.substr(std::min(file.unsummed, bytes.size())))};
 }
 
 std::optional<CompanionSums> CompanionSums::Decode(std::string_view bytes) {
@@ -50,7 +74,7 @@ std::optional<CompanionSums> CompanionSums::Decode(std::string_view bytes) {
   for (int32_t number = 2; number <= records.Count(); ++number) {
     const std::string_view record = *records.Record(number);
     const auto file = ParseFileName(record.substr(0, companion_offset::kRecords));
-    // A file that a later version sums up is none of ours.
+    // A later version may keep sums of more files.
     if (!file || FindSummed(file->kind) == nullptr) continue;
     const auto count =
         static_cast<int32_t>(base::GetUint32(record.data() + companion_offset::kRecords));
@@ -86,9 +110,12 @@ void CompanionSumChange::Take(FileKind kind, std::string_view bytes) {
   if (!sums_ || file == nullptr) return;
   CompanionSum after = SumOfCompanion(*file, bytes);
   const auto stored = sums_->Of(kind);
+  // Older versions have no sum of orin.sys. One made now would vouch for records nobody has proven.
+  if (!stored && kind == FileKind::kMaster) return;
   if (stored && after.sum != stored->sum && Exists(location_, {kind, 0})) {
     const auto before = ReadIfThere(location_, {kind, 0});
-    if (before) after.sum ^= stored->sum ^ SumOfCompanion(*file, *before).sum;
+    const uint64_t damage = before ? stored->sum ^ SumOfCompanion(*file, *before).sum : 0;
+    if (damage != 0 && !IsRepaired(*file, *before, bytes, stored->sum)) after.sum ^= damage;
   }
   sums_->Set(kind, after);
   is_changed_ = true;

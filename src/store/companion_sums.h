@@ -12,6 +12,7 @@
 #include "store/companion_formats.h"
 #include "store/company_format.h"
 #include "store/file_names.h"
+#include "store/master_format.h"
 #include "store/store_location.h"
 #include "store/transaction.h"
 
@@ -25,17 +26,20 @@ namespace orin::store {
 //   a file   0   8  its name
 //            8   4  its number of records
 //           12   4  zeros
-//           16   8  XXH3 sum of the whole file
+//           16   8  XXH3 sum of the whole file; of orin.sys without its record 1
 inline constexpr size_t kCompanionSumLength = 24;
 inline constexpr std::string_view kCompanionSumMark = "ORINCSM1";
 
 /// The files that have a record in orin.sum. orin.del has none: its own header counts its
-/// records, and its flags are set from outside.
+/// records, and its flags are set from outside. Nor has orin.lin, which every line drawn changes.
 struct SummedCompanion {
   FileKind kind;
   size_t record_length;
+  size_t unsummed = 0;  // bytes at the beginning that are not in the sum
 };
-inline constexpr std::array<SummedCompanion, 4> kSummedCompanions = {{
+inline constexpr std::array<SummedCompanion, 5> kSummedCompanions = {{
+    // The header has a commit of its own, and the price files prove it.
+    {FileKind::kMaster, kMasterRecordLength, kMasterRecordLength},
     {FileKind::kNameIndex, kIndexRecordLength},
     {FileKind::kAdded, kListRecordLength},
     {kCompanyFiles[0].kind, kCompanyFiles[0].record_length},
@@ -71,7 +75,7 @@ class CompanionSums {
 
 /// The sums of companions that a transaction gives new contents. A store without an orin.sum that
 /// can be used keeps what it has. What was damaged before differs from its sum afterwards, unless
-/// the new content is what the sum stands for.
+/// the new content puts back what the sum stands for.
 class CompanionSumChange {
  public:
   explicit CompanionSumChange(const StoreLocation& location)

@@ -16,7 +16,7 @@ struct ReadingPatience {
 };
 
 /// Opens a store for reading and does `work` with it. Where another process has changed the store
-/// meanwhile, opens it anew and does the work again, so that all that the last call has read is of
+/// meanwhile, opens it and does the work again, so that all that the last call has read is of
 /// one state; what the earlier calls have read must be thrown away. Gives the store of the last
 /// call. Fails with a sentence where the store cannot be opened or goes on changing.
 base::Result<StockStore> ReadConsistently(const StoreLocation& location, const OpenOptions& options,

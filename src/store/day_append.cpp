@@ -54,7 +54,7 @@ base::Status StockStore::State::AppendDays(std::span<const base::Date> dates,
   if (const auto saved = CommitHeader(HeaderFor(count, dates.back())); !saved) return saved;
   for (const base::Date date : dates) {
     if (const auto taken = prices.TakeNewDay(location, date); !taken) {
-      // Committed, but not mapped: the next change begins with loading everything anew.
+      // Committed, but not mapped: the next change loads everything again first.
       in_doubt = true;
       return taken;
     }

@@ -73,7 +73,7 @@ const std::filesystem::path& DirectoryOf(const StoreLocation& location, const St
 std::filesystem::path PathOf(const StoreLocation& location, const StoreFile& file);
 /// The file's new content until it takes the file's name; the name is the file's with ".tmp".
 std::filesystem::path StagedPathOf(const StoreLocation& location, const StoreFile& file);
-/// Where damaged content is kept for the user; the name is the file's with ".bad".
+/// Where damaged content is kept for the user first; the name is the file's with ".bad".
 std::filesystem::path SetAsidePathOf(const StoreLocation& location, const StoreFile& file);
 /// The name, without its ending, of a file named after a stock: "AAPL", "BF%2FB". Characters that
 /// lead out of a directory or that some disk refuses are written as "%" and their number, as are

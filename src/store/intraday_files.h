@@ -27,7 +27,7 @@ class IntradayFiles {
   /// Reads the first record of each file that is there.
   static IntradayFiles Open(const StoreLocation& location);
 
-  /// A sentence for each file that cannot be read, ends within a record or has a date that is none.
+  /// A sentence for each file that cannot be read, ends within a record or has an invalid date.
   [[nodiscard]] const std::vector<std::string>& Problems() const { return problems_; }
   /// The newest day up to `last` of which the files have bars of the stock. A file that is damaged
   /// or shorter than the record is one without bars; fails where one cannot be read.

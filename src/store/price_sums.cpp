@@ -125,4 +125,12 @@ std::optional<CommittedSums> LoadSums(const StoreLocation& location, int16_t fil
 
 bool KeepsSums(const StoreLocation& location) { return Exists(location, {FileKind::kSums, 0}); }
 
+bool HasSums(const StoreLocation& location) {
+  if (KeepsSums(location)) return true;
+  for (int16_t number = 1; number <= kLastFileNumber; ++number) {
+    if (Exists(location, SumsOf(number))) return true;
+  }
+  return false;
+}
+
 }  // namespace orin::store

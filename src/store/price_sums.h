@@ -89,6 +89,8 @@ std::optional<CommittedSums> LoadSums(const StoreLocation& location, int16_t fil
 
 /// Whether sums of the price files are to be kept: where there is an orin.sum.
 bool KeepsSums(const StoreLocation& location);
+/// Whether the store has checksums, all or some of them. Older stores have none.
+bool HasSums(const StoreLocation& location);
 
 inline StoreFile SumsOf(int16_t daily_file) { return {FileKind::kDailySums, daily_file}; }
 

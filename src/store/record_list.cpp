@@ -138,7 +138,7 @@ base::Status ReplaceListFile(base::FileSystem& files, const std::filesystem::pat
     if (!damaged) return base::Forward(damaged);
     std::filesystem::path aside = path;
     aside += ".bad";
-    if (const base::Status kept = base::ReplaceFile(files, aside, *damaged); !kept) return kept;
+    if (const auto kept = KeepAside(files, aside, *damaged); !kept) return base::Forward(kept);
   }
   return base::ReplaceFile(files, path, bytes);
 }

@@ -111,6 +111,7 @@ SplitList SplitList::Parse(std::string_view bytes, const std::string& file_name,
   const bool is_utf8 = decoded.encoding == base::TextEncoding::kUtf8;
   std::vector<SplitEvent> events;
   std::vector<std::string> unread;
+  std::string unwritable;
   size_t number = 0;
   for (const std::string_view stored : base::SplitLines(is_utf8 ? decoded.text : bytes)) {
     ++number;
@@ -122,13 +123,19 @@ SplitList SplitList::Parse(std::string_view bytes, const std::string& file_name,
     }
     const std::string_view text = base::TrimBlanks(line);
     if (IsHeader(text)) continue;
-    unread.push_back(is_utf8 ? base::EncodeCp932Lossy(stored) : std::string(stored));
+    const std::string where = "「" + file_name + "」の" + std::to_string(number) + "行目：";
+    auto kept = is_utf8 ? base::EncodeCp932(stored) : std::string(stored);
+    if (kept) {
+      unread.push_back(std::move(*kept));
+    } else if (unwritable.empty()) {
+      unwritable = where + kept.error().message;
+    }
     if (IsEmptied(text)) continue;
-    problems.push_back("「" + file_name + "」の" + std::to_string(number) + "行目：" +
-                       event.error().message);
+    problems.push_back(where + event.error().message);
   }
   SplitList list(std::move(events));
   list.unread_lines_ = std::move(unread);
+  list.unread_problem_ = std::move(unwritable);
   return list;
 }
 
@@ -139,6 +146,7 @@ std::span<const SplitEvent> SplitList::EventsOf(const StockCode& code) const {
 }
 
 base::Result<std::string> SplitList::Serialize() const {
+  if (!unread_problem_.empty()) return base::Fail(unread_problem_);
   std::string header;
   for (const std::string_view line : {kTitle, kDate, kColumns}) {
     header += std::string(line) + std::string(kLineEnd);

@@ -41,10 +41,13 @@ class SplitList {
   /// The stock's events, oldest first.
   [[nodiscard]] std::span<const SplitEvent> EventsOf(const StockCode& code) const;
   /// Takes over the lines of `other` that are no event.
-  void KeepUnreadLines(const SplitList& other) { unread_lines_ = other.unread_lines_; }
+  void KeepUnreadLines(const SplitList& other) {
+    unread_lines_ = other.unread_lines_;
+    unread_problem_ = other.unread_problem_;
+  }
   /// The three header lines, the event lines and the kept lines, code page 932. Fails with a
-  /// sentence that names the file and the event where a text has a character that code page 932
-  /// lacks.
+  /// sentence that names the file and the event or line where a text has a character that code
+  /// page 932 lacks.
   [[nodiscard]] base::Result<std::string> Serialize() const;
 
  private:
@@ -54,6 +57,7 @@ class SplitList {
   };
   std::vector<SplitEvent> events_;         // in file order
   std::vector<std::string> unread_lines_;  // in file order, code page 932, without line ends
+  std::string unread_problem_;             // why a kept line cannot be written; empty: all can
   std::vector<SplitEvent> sorted_;         // by code, then by day
   std::unordered_map<StockCode, Range, StockCodeHash> by_code_;
 };

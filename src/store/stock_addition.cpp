@@ -170,6 +170,10 @@ base::Status StockStore::AddStocks(std::span<const NewStock> stocks) {
   GrowPriceFiles(state_->prices, master.Header().date_record, slots, sums, transaction);
   sums.AddTo(transaction);
   CompanionSumChange lists(state_->location);
+  auto new_master = ReadIfThere(state_->location, kMasterFile);
+  if (!new_master) return base::Forward(new_master);
+  new_master->resize(static_cast<size_t>(first.Value() - 1) * kMasterRecordLength);
+  lists.Take(FileKind::kMaster, *new_master + record_bytes);
   base::Status listed = ReplaceAdded(state_->location, *added, first, lists, transaction);
   if (listed) listed = ReplaceIndex(state_->location, grown, companies, lists, transaction);
   if (listed) listed = lists.AddTo(transaction);

@@ -123,11 +123,13 @@ KeptStocks KeepOthers(const StockMaster& master, const Codes& purged, SystemFile
   return kept;
 }
 
-/// The other files and orin.sum. What was written to the company files is in `files`.
+/// The files beside orin.sys, and orin.sum. What was written to the company files is in `files`.
 base::Status ReplaceCompanions(const StoreLocation& location, const SystemFiles& files,
-                               const StockList& added, const StockList& deleted,
-                               std::string_view index, Transaction& transaction) {
+                               std::string_view new_master, const StockList& added,
+                               const StockList& deleted, std::string_view index,
+                               Transaction& transaction) {
   CompanionSumChange sums(location);
+  sums.Take(FileKind::kMaster, new_master);
   for (size_t i = 0; i < kCompanyFiles.size(); ++i) {
     const FileKind kind = kCompanyFiles[i].kind;
     if (Exists(location, {kind, 0})) sums.Take(kind, files.companies[i]);
@@ -169,7 +171,8 @@ base::Result<int32_t> StockStore::PurgeDeletedStocks() {
   if (!index) return base::Forward(index);
   base::Status status = transaction.Replace(kMasterFile, kept.bytes);
   if (status) {
-    status = ReplaceCompanions(state_->location, *files, added, deleted, *index, transaction);
+    status = ReplaceCompanions(state_->location, *files, kept.bytes, added, deleted, *index,
+                               transaction);
   }
   if (status) status = state_->Commit(transaction);
   if (status) status = state_->Reload();

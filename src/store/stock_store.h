@@ -151,8 +151,8 @@ class StockStore {
   base::Status CorrectForSplit(const SplitEvent& event);
   /// Replaces orin.fin and orin.acc, both or neither.
   base::Status SaveCompanies(const CompanyTable& companies);
-  /// Makes the checksums of all files anew from what they hold, all or none, also where there
-  /// were none before. Fails when stopped.
+  /// Makes new checksums of all files from their contents, all or none, also for a store that
+  /// had none before. Fails when stopped.
   base::Status MakeSums(base::Progress& progress);
   /// Takes the stocks that orin.del marks "Delete" out of orin.sys, orin.ind, orin.add and
   /// orin.del and gives their number. Later stocks move up by a record; every slot stays where

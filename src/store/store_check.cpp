@@ -55,9 +55,9 @@ base::Result<std::vector<std::string>> CheckFiles(const StoreLocation& location,
                                                   base::Progress& progress, CheckScope scope) {
   CheckedStore store{location, {}, {}};
   Findings findings;
-  const std::filesystem::path damaged_journal = SetAsidePathOf(location, kJournalFile);
-  if (Exists(damaged_journal)) {
-    findings.Add("「" + base::PathText(damaged_journal) +
+  for (const std::filesystem::path& damaged :
+       TakenAsidePaths(SetAsidePathOf(location, kJournalFile))) {
+    findings.Add("「" + base::PathText(damaged) +
                  "」に、壊れていたため行わなかった更新があります。");
   }
   for (const std::filesystem::path& unused : UnusedNames(location)) {

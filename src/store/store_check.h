@@ -26,7 +26,4 @@ base::Result<std::vector<std::string>> CheckStore(const StoreLocation& location,
                                                   base::Progress& progress, base::FileSystem& files,
                                                   CheckScope scope = CheckScope::kAll);
 
-/// Whether the store has checksums, all or some of them. Older stores have none.
-bool HasSums(const StoreLocation& location);
-
 }  // namespace orin::store

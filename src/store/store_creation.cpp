@@ -30,14 +30,14 @@ base::Result<std::vector<NewFile>> EmptyStore() {
   std::vector<NewFile> made = {{{FileKind::kNameIndex, 0}, ""},
                                {{FileKind::kAdded, 0}, *no_stocks},
                                {{FileKind::kDeleted, 0}, *no_stocks},
-                               {kSplitsFile, *no_splits}};
+                               {kSplitsFile, *no_splits},
+                               {{FileKind::kMaster, 0}, std::string(AsText(header))}};
   CompanionSums sums;
   for (const SummedCompanion& companion : kSummedCompanions) {
     const auto file = std::ranges::find(made, StoreFile{companion.kind, 0}, &NewFile::file);
     if (file != made.end()) sums.Set(companion.kind, SumOfCompanion(companion, file->bytes));
   }
-  made.push_back({kSumsFile, sums.Encode()});
-  made.push_back({{FileKind::kMaster, 0}, std::string(AsText(header))});
+  made.insert(made.end() - 1, {kSumsFile, sums.Encode()});
   return made;
 }
 

@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <thread>
 #include <utility>
 
@@ -21,6 +22,14 @@ base::Status StockStore::State::Recover() {
   if (!recovered) return base::Forward(recovered);
   if (*recovered) recovery_problems.push_back(**recovered);
   return {};
+}
+
+void StockStore::State::TakeAwayLeftovers() {
+  const base::Status removed = RemoveLeftovers(location, *files);
+  if (removed) return;
+  const std::string& problem = removed.error().message;
+  const bool is_known = std::ranges::find(recovery_problems, problem) != recovery_problems.end();
+  if (!is_known) recovery_problems.push_back(problem);
 }
 
 base::Status StockStore::State::RecoverForReading(Clock::time_point deadline) {
@@ -53,7 +62,7 @@ base::Status StockStore::State::OpenForWriting() {
   if (!acquired) return base::Forward(acquired);
   lock = std::move(*acquired);
   if (const base::Status recovered = Recover(); !recovered) return recovered;
-  if (const auto removed = RemoveLeftovers(location, *files); !removed) return removed;
+  TakeAwayLeftovers();
   return Load();
 }
 

@@ -157,10 +157,15 @@ base::Status StockStore::State::PrepareChange() {
   // The files, not the memory, say whether the change that failed has happened.
   if (!in_doubt) return {};
   if (const base::Status recovered = Recover(); !recovered) return recovered;
-  if (const base::Status removed = RemoveLeftovers(location, *files); !removed) return removed;
-  if (const base::Status loaded = Load(); !loaded) return loaded;
+  TakeAwayLeftovers();
+  // Loading may rebuild orin.ind, and a failure of that leaves a journal of its own.
   in_doubt = false;
-  return {};
+  const base::Status loaded = Load();
+  if (loaded && !in_doubt) return {};
+  in_doubt = true;
+  if (!loaded) return loaded;
+  return base::Fail("「" + base::PathText(PathOf(location, {FileKind::kJournal, 0})) +
+                    "」の更新を終えられないので、更新できません。もう一度実行してください。");
 }
 
 base::Status StockStore::State::CheckPricesAreWhole() {

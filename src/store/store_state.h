@@ -42,7 +42,7 @@ struct StockStore::State {
   StoreLocation original;
   std::string fingerprint;
   std::vector<std::string> problems;
-  std::vector<std::string> recovery_problems;  // those of them that loading anew does not find
+  std::vector<std::string> recovery_problems;  // those of them that loading does not find
   /// Those of orin.ind and orin.add that do not agree with orin.sys.
   std::vector<StoreFile> damaged_companions;
   /// A change has failed halfway through its commit: what is in memory may not be what is on the
@@ -56,16 +56,16 @@ struct StockStore::State {
   base::Status OpenForReading();
   base::Status RecoverForReading(std::chrono::steady_clock::time_point deadline);
 
-  /// Everything anew from the files.
+  /// Reads everything from the files.
   base::Status Load();
-  /// Master and price files anew after a commit.
+  /// Reads master and price files again after a commit.
   base::Status Reload();
   base::Status LoadMaster();
   base::Status LoadPrices();
   /// Whether header and files agree: a writer refuses otherwise, a reader tells.
   base::Status Prove();
   base::Status LoadSplits();
-  /// For a writer: makes a missing orin.ind anew, and finds out whether orin.ind and orin.add
+  /// For a writer: rebuilds a missing orin.ind, and finds out whether orin.ind and orin.add
   /// agree with the master. For a reader: whether there is an orin.ind.
   void ExamineCompanions();
   void RebuildIndex();
@@ -76,9 +76,15 @@ struct StockStore::State {
   base::Status PrepareChange();
   /// Finishes or takes back what a killed writer or a failed change has left behind.
   base::Status Recover();
+  /// Removes what they left of files in the making; what stays is a problem.
+  void TakeAwayLeftovers();
   /// Takes off what follows the last whole record of a file of records, where no record can have
-  /// been cut: a copy stays beside the file. Fails where orin.sys may have lost a stock.
+  /// been cut: a copy stays beside the file. Fails where orin.sys may have lost a stock or a price
+  /// file the end of a record.
   base::Status TakeOffStrayBytes(const SlotAccount& account);
+  /// Fails where a price file ends within a record that a stock or the checksums account for.
+  [[nodiscard]] base::Status CheckLastPriceRecords() const;
+  [[nodiscard]] bool AccountsForRecord(int16_t file, int32_t record) const;
   struct RecordFile {
     StoreFile file;
     size_t record_length;
@@ -110,7 +116,8 @@ struct StockStore::State {
   /// every other entry is without data.
   base::Status AppendDays(std::span<const base::Date> dates, std::span<const SlotBar> bars);
   /// Makes `days` the stored days, with the entries of those stored before. The files from the
-  /// first change on are written anew and take the place of the old ones in one transaction.
+  /// first change on are written as new files and take the place of the old ones in one
+  /// transaction.
   base::Status RewriteDays(const std::vector<base::Date>& days);
   base::Status AppendToCurrentFile(std::span<const base::Date> dates,
                                    std::span<const base::Bar* const> bars);

@@ -17,18 +17,43 @@ base::Result<std::string> ReadIfThere(const StoreLocation& location, const Store
   return base::ReadFile(path);
 }
 
-base::Status KeepCopyAside(const StoreLocation& location, const StoreFile& file,
-                           base::FileSystem& files) {
-  if (!Exists(location, file)) return {};
+std::vector<std::filesystem::path> TakenAsidePaths(const std::filesystem::path& aside) {
+  std::vector<std::filesystem::path> taken;
+  std::filesystem::path path = aside;
+  for (int number = 2; Exists(path); ++number) {
+    taken.push_back(path);
+    path = aside;
+    path += std::to_string(number);
+  }
+  return taken;
+}
+
+std::filesystem::path FreeAsidePath(const std::filesystem::path& aside) {
+  const size_t taken = TakenAsidePaths(aside).size();
+  std::filesystem::path path = aside;
+  if (taken > 0) path += std::to_string(taken + 1);
+  return path;
+}
+
+base::Result<std::filesystem::path> KeepAside(base::FileSystem& files,
+                                              const std::filesystem::path& aside,
+                                              std::string_view bytes) {
+  for (const std::filesystem::path& taken : TakenAsidePaths(aside)) {
+    const auto kept = base::ReadFile(taken);
+    if (kept && *kept == bytes) return taken;
+  }
+  std::filesystem::path path = FreeAsidePath(aside);
+  const base::Status kept = base::ReplaceFile(files, path, bytes);
+  if (!kept) return base::Forward(kept);
+  return path;
+}
+
+base::Result<std::filesystem::path> KeepCopyAside(const StoreLocation& location,
+                                                  const StoreFile& file, base::FileSystem& files) {
+  if (!Exists(location, file)) return std::filesystem::path();
   const auto bytes = base::ReadFile(PathOf(location, file));
   if (!bytes) return base::Forward(bytes);
-  // Without a staged file: a copy cut short by a crash is made again, as the original is still
-  // there.
-  const auto copy = files.Create(SetAsidePathOf(location, file));
-  if (!copy) return base::Forward(copy);
-  if (const base::Status written = (*copy)->WriteAt(0, *bytes); !written) return written;
-  if (const base::Status synced = (*copy)->Sync(); !synced) return synced;
-  return files.SyncDirectory(DirectoryOf(location, file));
+  return KeepAside(files, SetAsidePathOf(location, file), *bytes);
 }
 
 }  // namespace orin::store

@@ -1,10 +1,11 @@
 #include <algorithm>
+#include <utility>
 #include <vector>
 
 #include "store/companion_formats.h"
 #include "store/company_format.h"
 #include "store/master_format.h"
-#include "store/name_index.h"
+#include "store/price_sums.h"
 #include "store/store_state.h"
 #include "store/trend_lines.h"
 
@@ -23,16 +24,44 @@ bool IsWholeList(const StoreLocation& location, const StoreFile& file, int32_t r
   return bytes && records > 0 && CountInHeader(*bytes) <= records - 1;
 }
 
-base::Status CutOff(const StoreLocation& location, const StoreFile& file, int64_t length,
-                    base::FileSystem& files) {
-  if (const base::Status kept = KeepCopyAside(location, file, files); !kept) return kept;
+/// The name of the copy that is kept.
+base::Result<std::filesystem::path> CutOff(const StoreLocation& location, const StoreFile& file,
+                                           int64_t length, base::FileSystem& files) {
+  auto kept = KeepCopyAside(location, file, files);
+  if (!kept) return kept;
   const auto opened = files.OpenForUpdate(PathOf(location, file));
   if (!opened) return base::Forward(opened);
-  const base::Status cut = (*opened)->Truncate(length);
-  return cut ? (*opened)->Sync() : cut;
+  base::Status cut = (*opened)->Truncate(length);
+  if (cut) cut = (*opened)->Sync();
+  if (!cut) return base::Forward(cut);
+  return kept;
 }
 
 }  // namespace
+
+bool StockStore::State::AccountsForRecord(int16_t file, int32_t record) const {
+  const bool has_stock = std::ranges::any_of(
+      master.Stocks(), [record](const StockRecord& stock) { return stock.slot.Value() == record; });
+  if (has_stock) return true;
+  auto bytes = ReadIfThere(location, SumsOf(file));
+  const auto sums = bytes ? PriceSums::Decode(file, std::move(*bytes)) : std::nullopt;
+  return sums && sums->Records() >= record;
+}
+
+base::Status StockStore::State::CheckLastPriceRecords() const {
+  for (int32_t i = 0; i < prices.FileCount(); ++i) {
+    const int16_t number = prices.PlaceOf(i * kDaysPerFile).file;
+    const size_t length = prices.Bytes(number).size();
+    const size_t rest = length % kDailyRecordLength;
+    const auto record = static_cast<int32_t>(length / kDailyRecordLength) + 1;
+    if (rest == 0 || !AccountsForRecord(number, record)) continue;
+    return base::Fail("株価ファイル「" + base::PathText(PathOf(location, DailyFile(number))) +
+                      "」の銘柄レコード" + std::to_string(record) + "が" + std::to_string(rest) +
+                      "バイトしかありません。このまま更新するとその株価が失われるので、更新しませ"
+                      "ん。このファイルを控えから戻してください。");
+  }
+  return {};
+}
 
 std::vector<StockStore::State::RecordFile> StockStore::State::RecordFiles() const {
   std::vector<RecordFile> all = {{kMasterFile, kMasterRecordLength},
@@ -69,6 +98,8 @@ bool StockStore::State::HoldsEverySlot(const StoreFile& file, int32_t records,
 }
 
 base::Status StockStore::State::TakeOffStrayBytes(const SlotAccount& account) {
+  if (const base::Status checked = CheckLastPriceRecords(); !checked) return checked;
+  bool cuts_prices = false;
   for (const auto& [file, record_length] : RecordFiles()) {
     std::error_code failure;
     const std::filesystem::path path = PathOf(location, file);
@@ -80,16 +111,17 @@ base::Status StockStore::State::TakeOffStrayBytes(const SlotAccount& account) {
       if (file == kMasterFile) return base::Fail(PartialMasterSentence(length));
       continue;
     }
-    const base::Status cut =
-        CutOff(location, file, static_cast<int64_t>(records * record_length), *files);
-    if (!cut && file == kMasterFile) return cut;
+    const auto cut = CutOff(location, file, static_cast<int64_t>(records * record_length), *files);
+    if (!cut && file == kMasterFile) return base::Forward(cut);
+    cuts_prices = cuts_prices || file.kind == FileKind::kDaily;
     problems.push_back(cut ? "「" + base::PathText(path) + "」の最後の余分な" +
                                  std::to_string(length % record_length) +
-                                 "バイトを取り除きました（元の内容は「" +
-                                 base::PathText(SetAsidePathOf(location, file)) + "」にあります）。"
+                                 "バイトを取り除きました（元の内容は「" + base::PathText(*cut) +
+                                 "」にあります）。"
                            : cut.error().message);
   }
-  return {};
+  // A map that is longer than its file counts as cut short by another program.
+  return cuts_prices ? LoadPrices() : base::Status();
 }
 
 }  // namespace orin::store

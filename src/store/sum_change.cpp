@@ -25,22 +25,24 @@ std::string_view CommittedEntries(const PriceFiles& prices, const SummedRecord& 
 void PriceSumChange::Take(base::SlotRecord slot, int32_t day, std::string_view entries) {
   const DayPlace place = prices_.PlaceOf(day);
   const SummedRecord record = {place.file, slot.Value()};
-  const std::string_view before(prices_.Entry(slot, day), entries.size());
-  const uint64_t delta =
-      SumOfEntries(record, place.position, before) ^ SumOfEntries(record, place.position, entries);
   std::vector<Change>& changes = changes_[place.file];
   // Changes come stock by stock.
-  if (changes.empty() || changes.back().record != slot.Value()) {
-    changes.push_back({slot.Value(), delta});
-  } else {
-    changes.back().delta ^= delta;
+  if (changes.empty() || changes.back().record != slot.Value()) changes.push_back({slot.Value()});
+  Change& change = changes.back();
+  for (size_t at = 0; at < entries.size(); at += kBarLength) {
+    const int32_t position = place.position + static_cast<int32_t>(at / kBarLength);
+    const std::string_view before(prices_.Entry(slot, day) + at, kBarLength);
+    const uint64_t delta = SumOfEntries(record, position, before) ^
+                           SumOfEntries(record, position, entries.substr(at, kBarLength));
+    change.delta ^= delta;
+    if (before != no_data_) change.replaced_delta ^= delta;
   }
 }
 
 void PriceSumChange::TakeEmptied(int16_t file, int32_t first, int32_t end) {
   const std::string no_data = NoDataEntries(static_cast<size_t>(CommittedDays(prices_, file)));
   for (int32_t record = first; record < end; ++record) {
-    changes_[file].push_back({record, SumOfEntries({file, record}, 0, no_data), true});
+    changes_[file].push_back({record, SumOfEntries({file, record}, 0, no_data), 0, true});
   }
 }
 
@@ -48,9 +50,10 @@ uint64_t PriceSumChange::SumAfter(const Change& change, int16_t file, uint64_t s
   if (change.is_emptied) return change.delta;
   const SummedRecord record = {file, change.record};
   const uint64_t content = SumOfEntries(record, 0, CommittedEntries(prices_, record));
-  // The right prices have come back in the place of damaged ones.
-  if ((content ^ change.delta) == stored) return stored;
-  return stored ^ change.delta;
+  // The right prices have come back in the place of damaged ones, perhaps together with new days.
+  const uint64_t damage = content ^ stored;
+  const bool is_repaired = damage == change.delta || damage == change.replaced_delta;
+  return (is_repaired ? content : stored) ^ change.delta;
 }
 
 void PriceSumChange::WriteFile(int16_t file, std::span<const Change> changes,

@@ -44,8 +44,9 @@ class PriceSumChange {
  private:
   struct Change {
     int32_t record;
-    uint64_t delta;
-    bool is_emptied = false;  // delta is the whole new sum
+    uint64_t delta = 0;
+    uint64_t replaced_delta = 0;  // of the entries that were not without data
+    bool is_emptied = false;      // delta is the whole new sum
   };
 
   void WriteFile(int16_t file, std::span<const Change> changes, Transaction& transaction);
@@ -53,6 +54,7 @@ class PriceSumChange {
 
   const StoreLocation& location_;
   const PriceFiles& prices_;
+  std::string no_data_ = NoDataEntries(1);
   std::map<int16_t, std::vector<Change>> changes_;  // by file
 };
 
@@ -93,7 +95,7 @@ class NewSums {
 };
 
 /// What was damaged in the daily files that a new one is made from. A damaged entry may move into
-/// any of the new files, so that each tells of it.
+/// any of the new files, so the sums of each of them show the damage.
 class SumDamage {
  public:
   SumDamage(const StoreLocation& location, const PriceFiles& prices,

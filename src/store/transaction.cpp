@@ -103,10 +103,12 @@ base::Status RemoveStaged(const std::filesystem::path& directory, base::FileSyst
     const std::u8string name = entry->path().filename().u8string();
     if (ParseStagedName(std::string(name.begin(), name.end()))) leftovers.push_back(entry->path());
   }
+  base::Status status;
   for (const std::filesystem::path& path : leftovers) {
-    if (const base::Status removed = files.Remove(path); !removed) return removed;
+    const base::Status removed = files.Remove(path);
+    if (status && !removed) status = removed;
   }
-  return {};
+  return status;
 }
 
 using Recovery = base::Result<std::optional<std::string>>;
@@ -117,7 +119,7 @@ Recovery WithoutSentence(const base::Status& status) {
 
 Recovery SetJournalAside(const StoreLocation& location, base::FileSystem& files) {
   const std::filesystem::path path = PathOf(location, kJournalFile);
-  const std::filesystem::path aside = SetAsidePathOf(location, kJournalFile);
+  const std::filesystem::path aside = FreeAsidePath(SetAsidePathOf(location, kJournalFile));
   base::Status status = files.Rename(path, aside);
   if (status) status = files.SyncDirectory(location.system_directory);
   if (!status) return base::Forward(status);
@@ -251,12 +253,14 @@ base::Result<std::optional<StoreLock>> LockForRecovery(
 }
 
 base::Status RemoveLeftovers(const StoreLocation& location, base::FileSystem& files) {
+  base::Status status;
   for (const auto& directory : {location.system_directory, location.data_directory}) {
-    base::Status removed = RemoveStaged(directory, files);
-    if (removed) removed = base::RemoveLeftTemporaries(files, directory);
-    if (!removed) return removed;
+    for (const base::Status& removed :
+         {RemoveStaged(directory, files), base::RemoveLeftTemporaries(files, directory)}) {
+      if (status && !removed) status = removed;
+    }
   }
-  return {};
+  return status;
 }
 
 }  // namespace orin::store

@@ -62,8 +62,8 @@ class Transaction {
 /// Whether a transaction was committed and not carried out to the end.
 bool HasJournal(const StoreLocation& location);
 
-/// Carries out the journal; success where there is none. A damaged one gets the name of
-/// SetAsidePathOf and is told in a sentence, the result. The caller holds the StoreLock.
+/// Carries out the journal; success where there is none. A damaged one gets a name of
+/// FreeAsidePath and is told in a sentence, the result. The caller holds the StoreLock.
 base::Result<std::optional<std::string>> RecoverStore(const StoreLocation& location,
                                                       base::FileSystem& files);
 
@@ -76,9 +76,9 @@ inline constexpr std::chrono::milliseconds kCommitPause{20};
 base::Result<std::optional<StoreLock>> LockForRecovery(
     const StoreLocation& location, std::chrono::steady_clock::time_point deadline);
 
-/// Removes staged files that no journal asks for, and temporaries of processes that are gone. The
-/// caller holds the StoreLock and has
-/// recovered the store.
+/// Removes staged files that no journal asks for, and temporaries of processes that are gone. Fails
+/// with the first that cannot be removed, after it has tried them all; none of them hinders a
+/// writer. The caller holds the StoreLock and has recovered the store.
 base::Status RemoveLeftovers(const StoreLocation& location, base::FileSystem& files);
 
 }  // namespace orin::store

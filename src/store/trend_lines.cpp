@@ -70,8 +70,8 @@ base::Status SaveTrendLines(const StoreLocation& location, base::SlotRecord slot
   if (!bytes) return base::Forward(bytes);
   // A record that was cut must not become the beginning of another one's lines.
   if (const size_t rest = bytes->size() % kTrendRecordLength; rest > 0) {
-    if (const base::Status kept = KeepCopyAside(location, kTrendLinesFile, files); !kept)
-      return kept;
+    const auto kept = KeepCopyAside(location, kTrendLinesFile, files);
+    if (!kept) return base::Forward(kept);
     bytes->resize(bytes->size() - rest);
   }
   const auto offset = static_cast<size_t>(slot.Value() - 1) * kTrendRecordLength;

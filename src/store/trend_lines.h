@@ -45,7 +45,7 @@ class StoredDate {
   bool operator==(const StoredDate&) const = default;
 
  private:
-  uint64_t bits_ = 0;  // numbers that are none keep their bytes
+  uint64_t bits_ = 0;  // keeps the bytes of a NaN
 };
 
 struct TrendLine {

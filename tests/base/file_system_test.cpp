@@ -16,6 +16,7 @@
 #include <unistd.h>
 #include <vector>
 
+#include "base/cp932.h"
 #include "base/file_descriptor.h"
 #include "base/temporary_file.h"
 #include "support/scratch_directory.h"
@@ -252,6 +253,94 @@ TEST_F(FileSystemTest, TemporariesOfProcessesThatAreGoneAreRemoved) {
   EXPECT_TRUE(RemoveLeftTemporaries(files_, scratch_ / "none"));
   EXPECT_FALSE(fs::exists(left));
   for (const std::string& name : kept) EXPECT_TRUE(fs::exists(scratch_ / name)) << name;
+}
+
+TEST_F(FileSystemTest, TemporaryThatIsBeingWrittenIsNotRemoved) {
+  // The number of this process says nothing: another container may have one of the same number.
+  fs::path path;
+  {
+    const TemporaryFile temporary = CreateTemporary(files_, scratch_ / "a").value();
+    path = temporary.path;
+    ASSERT_TRUE(RemoveLeftTemporaries(files_, scratch_.Path()));
+    EXPECT_TRUE(fs::exists(path));
+    ASSERT_TRUE(files_.Rename(path, scratch_ / "a"));
+    ASSERT_TRUE(RemoveLeftTemporaries(files_, scratch_.Path()));
+    EXPECT_TRUE(fs::exists(scratch_ / "a"));
+    ASSERT_TRUE(files_.Rename(scratch_ / "a", path));
+  }
+  ASSERT_TRUE(RemoveLeftTemporaries(files_, scratch_.Path()));
+  EXPECT_FALSE(fs::exists(path));
+}
+
+TEST_F(FileSystemTest, LeftTemporariesAreRegularFiles) {
+  const std::string number = std::to_string(getpid());
+  const auto name = [&](const std::string& stem) { return stem + ".orin-" + number + "-1.tmp"; };
+  Put("kept", "kept");
+  Put(name("z"), "left");
+  fs::create_directory(scratch_ / name("directory"));
+  fs::create_symlink("kept", scratch_ / name("link"));
+  ASSERT_EQ(mkfifo((scratch_ / name("pipe")).c_str(), 0600), 0);
+  const Status removed = RemoveLeftTemporaries(files_, scratch_.Path());
+  EXPECT_TRUE(removed) << removed.error().message;
+  EXPECT_FALSE(fs::exists(scratch_ / name("z")));
+  for (const char* stem : {"directory", "link", "pipe"}) {
+    EXPECT_TRUE(fs::exists(scratch_ / name(stem))) << stem;
+  }
+}
+
+TEST_F(FileSystemTest, TemporaryThatCannotBeRemovedIsNamedAndTheOthersGo) {
+  class Stubborn final : public FileSystem {
+   public:
+    Result<std::unique_ptr<WritableFile>> OpenForUpdate(const fs::path& path) override {
+      return files_.OpenForUpdate(path);
+    }
+    Result<std::unique_ptr<WritableFile>> Create(const fs::path& path) override {
+      return files_.Create(path);
+    }
+    Result<std::unique_ptr<WritableFile>> CreateNew(const fs::path& path) override {
+      return files_.CreateNew(path);
+    }
+    Status Rename(const fs::path& from, const fs::path& to) override {
+      return files_.Rename(from, to);
+    }
+    Status Remove(const fs::path& path) override {
+      if (++removals == 1) return Fail("「" + PathText(path) + "」を削除できません。");
+      return files_.Remove(path);
+    }
+    Status MakeDirectory(const fs::path& path) override { return files_.MakeDirectory(path); }
+    Status SyncDirectory(const fs::path& path) override { return files_.SyncDirectory(path); }
+    int removals = 0;
+
+   private:
+    FileSystem& files_ = NativeFileSystem();
+  };
+  const std::string number = std::to_string(getpid());
+  for (const char* stem : {"a", "b", "c"}) Put(stem + (".orin-" + number + "-1.tmp"), "left");
+  Stubborn stubborn;
+  ExpectFailure(RemoveLeftTemporaries(stubborn, scratch_.Path()), number, "を削除できません");
+  EXPECT_EQ(stubborn.removals, 3);
+  EXPECT_EQ(std::distance(fs::directory_iterator(scratch_.Path()), {}), 1);
+}
+
+TEST_F(FileSystemTest, FileOfTheLongestNameIsReplaced) {
+  constexpr size_t kLongestName = 255;
+  const std::vector<std::string> names = {std::string(kLongestName, 'a'),
+                                          std::string(kLongestName - 29, 'a')};
+  for (std::string name : names) {
+    ASSERT_TRUE(ReplaceFile(files_, scratch_ / name, "x")) << name.size();
+    EXPECT_EQ(ReadFile(scratch_ / name).value(), "x");
+  }
+  // Names are cut between characters, which some disks insist on.
+  for (size_t length = 76; length <= 85; ++length) {
+    std::string name = length % 2 == 0 ? "a" : "";
+    for (size_t i = 0; i < length; ++i) name += "銘";
+    if (name.size() > kLongestName) continue;
+    const TemporaryFile temporary = CreateTemporary(files_, scratch_ / name).value();
+    const std::string made = temporary.path.filename().string();
+    EXPECT_LE(made.size(), kLongestName);
+    EXPECT_TRUE(IsValidUtf8(made)) << made;
+    EXPECT_TRUE(made.starts_with("銘") || made.starts_with("a銘"));
+  }
 }
 
 TEST_F(FileSystemTest, WhatIsNoRegularFileIsNotReplaced) {

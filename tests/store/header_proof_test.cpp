@@ -14,6 +14,7 @@
 #include "store/file_names.h"
 #include "store/master_format.h"
 #include "store/price_format.h"
+#include "store/price_sums.h"
 #include "store/store_check.h"
 #include "support/faulty_file_system.h"
 #include "support/store_builder.h"
@@ -221,6 +222,65 @@ TEST_F(HeaderProofTest, AnyOtherFileOutsideTheHeadersIsNamedAndStops) {
     EXPECT_THAT(Findings(), Contains(HasSubstr(name)));
     EXPECT_EQ(Bytes(Path(Daily(number))), bytes);
   }
+}
+
+TEST_F(HeaderProofTest, HeaderThatIsOlderThanTheSumsOfItsFileStops) {
+  for (const size_t days : {3U, 102U}) {
+    Build(days);
+    std::vector<std::string> headers = {Bytes(Path(kMasterFile))};
+    for (const std::string_view day : {"2040/01/02", "2040/01/03"}) {
+      ASSERT_TRUE(Open(Access::kWrite)->AppendDay(Day(day), {}));
+      headers.push_back(Bytes(Path(kMasterFile)));
+    }
+    const std::set<std::string> prices = AllPrices();
+    PutFile(Path(kMasterFile), headers[0]);
+    const StoreFile sums = {FileKind::kDailySums, static_cast<int16_t>(days / 100 + 1)};
+    const auto names_them = AllOf(HasSubstr("カレントレコード"), HasSubstr(FileName(sums)));
+    EXPECT_THAT(Refusal(), AllOf(names_them, HasSubstr("取り込み直して")));
+    EXPECT_THAT(Warnings(), Contains(names_them));
+    EXPECT_THAT(Findings(), Contains(names_them));
+    // A stopped append leaves the same files.
+    PutFile(Path(kMasterFile), headers[1]);
+    EXPECT_EQ(Refusal(), "");
+    // Damaged sums prove nothing.
+    PutFile(Path(kMasterFile), headers[0]);
+    const std::string whole = Bytes(Path(sums));
+    std::string damaged = whole;
+    for (const size_t back : {size_t{1}, kSumBankLength + 1}) {
+      char& byte = damaged[damaged.size() - back];
+      byte = static_cast<char>(byte ^ 1);
+    }
+    PutFile(Path(sums), damaged);
+    EXPECT_EQ(Refusal(), "");
+    PutFile(Path(sums), whole);
+    PutFile(Path(kMasterFile), headers[2]);
+    EXPECT_EQ(Refusal(), "");
+    EXPECT_EQ(AllPrices(), prices);
+  }
+}
+
+TEST_F(HeaderProofTest, HeaderOfBeforeTheSumsWereMadeStops) {
+  Build(3);
+  const std::string before = Bytes(Path(kMasterFile));
+  {
+    StockStore store = Open(Access::kWrite).value();
+    ASSERT_TRUE(store.AppendDay(Day("2040/01/02"), {}));
+    base::SilentProgress progress;
+    ASSERT_TRUE(store.MakeSums(progress));
+  }
+  EXPECT_EQ(Refusal(), "");
+  PutFile(Path(kMasterFile), before);
+  EXPECT_THAT(Refusal(), HasSubstr("orinc001.dat"));
+}
+
+TEST_F(HeaderProofTest, DataDirectoryThatCannotBeListedStops) {
+  Build(0);
+  fs::remove_all(Where().data_directory);
+  EXPECT_EQ(Refusal(), "");
+  PutFile(Where().data_directory, "a file");
+  EXPECT_THAT(Refusal(), AllOf(HasSubstr("data」"), HasSubstr("一覧")));
+  EXPECT_THAT(Warnings(), Contains(HasSubstr("一覧")));
+  EXPECT_THAT(Findings(), Contains(HasSubstr("一覧")));
 }
 
 TEST_F(HeaderProofTest, FilesBeforeTheFirstOneAreNamedAndStop) {

@@ -33,6 +33,7 @@ using orin::support::Price;
 using orin::support::StoreBuilder;
 using orin::support::Weekdays;
 using ::testing::Contains;
+using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 using ::testing::IsEmpty;
 
@@ -173,16 +174,22 @@ TEST_F(KeptData, DamagedJournalIsKeptAndToldOfByReaderAndCheck) {
   LeaveJournal(kMasterFile, 0, "x");
   std::string damaged = Read(kJournalFile);
   damaged.back() = static_cast<char>(damaged.back() ^ 1);
-  for (const OpenOptions& options : {OpenOptions(), kWriting}) {
-    std::ofstream(SetAsidePathOf(Where(), kJournalFile)) << "older";
+  const std::string aside = SetAsidePathOf(Where(), kJournalFile);
+  std::ofstream(aside) << "older";
+  const std::vector<OpenOptions> ways = {OpenOptions(), kWriting};
+  for (size_t i = 0; i < ways.size(); ++i) {
     Write(kJournalFile, damaged);
-    const auto store = Open(options);
+    const auto store = Open(ways[i]);
     ASSERT_TRUE(store);
-    EXPECT_THAT(ProblemsOf(*store), ::testing::ElementsAre(HasSubstr("orin.jnl.bad")));
-    EXPECT_EQ(base::ReadFile(SetAsidePathOf(Where(), kJournalFile)).value(), damaged);
+    const std::string kept = aside + std::to_string(i + 2);
+    EXPECT_THAT(ProblemsOf(*store), ::testing::ElementsAre(HasSubstr(kept + "」")));
+    EXPECT_EQ(base::ReadFile(kept).value(), damaged);
     EXPECT_FALSE(HasJournal(Where()));
   }
-  EXPECT_THAT(Check().value(), ::testing::ElementsAre(HasSubstr("orin.jnl.bad")));
+  EXPECT_EQ(base::ReadFile(aside).value(), "older");
+  EXPECT_THAT(Check().value(),
+              ::testing::ElementsAre(HasSubstr(aside + "」"), HasSubstr(aside + "2"),
+                                     HasSubstr(aside + "3")));
 }
 
 TEST_F(KeptData, SplitLinesThatCannotBeReadAreKeptByWriting) {
@@ -199,6 +206,21 @@ TEST_F(KeptData, SplitLinesThatCannotBeReadAreKeptByWriting) {
   EXPECT_EQ(AllBars(store, "A")[0].close, Price(0.5));
   ASSERT_TRUE(store.SaveSplits(SplitList()));
   EXPECT_EQ(Read(kSplitsFile), header + unread);
+}
+
+TEST_F(KeptData, SplitLineThatCodePage932LacksIsNotAltered) {
+  Build();
+  const std::string in_utf8 = "A,あ,2,2020/01/06\nmemo 😀\n";
+  Write(kSplitsFile, in_utf8);
+  auto store = Open().value();
+  const SplitEvent event = store.Splits().Events().front();
+  for (const base::Status& refused :
+       {store.SaveSplits(SplitList()), store.CorrectForSplit(event)}) {
+    ASSERT_FALSE(refused);
+    EXPECT_THAT(refused.error().message, AllOf(HasSubstr("株式分割.txt」の2行目"), HasSubstr("😀")));
+  }
+  EXPECT_EQ(Read(kSplitsFile), in_utf8);
+  EXPECT_EQ(AllBars(store, "A")[0].close, Price(1));
 }
 
 TEST_F(KeptData, MissingSplitListIsMadeEmptyForAWriterAndAtTheStart) {
@@ -254,8 +276,32 @@ TEST_F(KeptData, StrayBytesAreToldByCheckAndTakenOffByTheNextWriter) {
     EXPECT_THAT(ProblemsOf(Open().value()),
                 ::testing::ElementsAre(AllOf(HasSubstr(FileName(file)), HasSubstr("1バイト"),
                                              HasSubstr(FileName(file) + ".bad"))));
-    EXPECT_EQ(AllBars(Open().value(), "C")[0].close, Price(3));
+    Write(file, whole + "x");
+    auto store = Open().value();
+    const auto days = static_cast<size_t>(store.Days().Count());
+    const base::Status appended = store.AppendDay(Weekdays("2020/01/06", days + 1).back(), {});
+    EXPECT_TRUE(appended) << appended.error().message;
+    EXPECT_EQ(AllBars(store, "C")[0].close, Price(3));
   }
+}
+
+TEST_F(KeptData, CopyOfDamagedContentNeverTakesThePlaceOfAnother) {
+  Build();
+  const std::string whole = Read(kIndexFile);
+  const std::string aside = SetAsidePathOf(Where(), kIndexFile);
+  struct StrayDamage {
+    std::string stray;
+    std::string kept_as;
+  };
+  for (const StrayDamage& damage : std::vector<StrayDamage>{
+           {"x", aside}, {"yy", aside + "2"}, {"x", aside}, {"z", aside + "3"}}) {
+    Write(kIndexFile, whole + damage.stray);
+    EXPECT_THAT(ProblemsOf(Open().value()), Contains(HasSubstr(damage.kept_as + "」")));
+    EXPECT_EQ(base::ReadFile(damage.kept_as).value(), whole + damage.stray);
+    EXPECT_EQ(Read(kIndexFile), whole);
+  }
+  EXPECT_EQ(base::ReadFile(aside).value(), whole + "x");
+  EXPECT_EQ(base::ReadFile(aside + "2").value(), whole + "yy");
 }
 
 TEST_F(KeptData, RecordThatWasCutIsNotTakenOff) {
@@ -288,6 +334,36 @@ TEST_F(KeptData, RecordThatWasCutIsNotTakenOff) {
   EXPECT_EQ(Read(kMasterFile), master);
 }
 
+TEST_F(KeptData, PriceFileThatHasLostTheEndOfARecordIsLeftAsItIs) {
+  Build();
+  const std::string whole = Read(DailyFile(1));
+  const fs::path sums = PathOf(Where(), {FileKind::kDailySums, 1});
+  // Behind the last stock there are the records of purged ones; only the checksums count them.
+  const std::string master = Read(kMasterFile);
+  for (const size_t stocks : {size_t{3}, size_t{2}}) {
+    Write(kMasterFile, master.substr(0, (stocks + 1) * kMasterRecordLength));
+    StockList purged;
+    purged.SetDeletionCounter(static_cast<int16_t>(3 - stocks));
+    Write(kDeletedFile, EncodeStockList(purged).value());
+    for (const size_t cut : {size_t{1}, size_t{kDailyRecordLength - 1}}) {
+      const std::string damaged = whole.substr(0, whole.size() - cut);
+      Write(DailyFile(1), damaged);
+      const auto refused = Open();
+      ASSERT_FALSE(refused) << stocks << " " << cut;
+      EXPECT_THAT(refused.error().message,
+                  AllOf(HasSubstr("orin001.dat」の銘柄レコード4"), HasSubstr("控えから")));
+      EXPECT_EQ(Read(DailyFile(1)), damaged);
+      EXPECT_TRUE(Open(OpenOptions()));
+    }
+    Write(DailyFile(1), whole);
+    EXPECT_TRUE(Open());
+  }
+  Write(kMasterFile, master);
+  Write(DailyFile(1), whole.substr(0, whole.size() - 1));
+  fs::remove(sums);
+  EXPECT_FALSE(Open());
+}
+
 TEST_F(KeptData, MissingIndexIsToldAndMadeAnewForAWriter) {
   Build();
   const std::string index = Read(kIndexFile);
@@ -298,6 +374,57 @@ TEST_F(KeptData, MissingIndexIsToldAndMadeAnewForAWriter) {
   EXPECT_THAT(ProblemsOf(Open().value()),
               ::testing::ElementsAre(HasSubstr(sentence), HasSubstr("作り直しました")));
   EXPECT_EQ(Read(kIndexFile), index);
+}
+
+TEST_F(KeptData, JournalOfAnIndexThatCouldNotBeRebuiltIsCarriedOutBeforeTheNextChange) {
+  Build();
+  const fs::path pristine = Root().string() + "_pristine";
+  fs::remove_all(pristine);
+  fs::rename(Root(), pristine);
+  int64_t rebuilds = 0;
+  for (int64_t n = 1;; ++n) {
+    fs::remove_all(Root());
+    fs::copy(pristine, Root(), fs::copy_options::recursive);
+    support::FaultyFileSystem files;
+    auto store = StockStore::Open(Where(), kWriting, files).value();
+    const auto change = [&store](double price) {
+      return store.ChangeBars(
+          std::vector{BarChange{base::SlotRecord(2), base::DayIndex(1), FlatBar(price)}});
+    };
+    // The first change stops where its journal has been written.
+    for (int64_t stop = 1; !HasJournal(Where()); ++stop) {
+      files.DieAt(files.Operations() + stop);
+      ASSERT_FALSE(change(5));
+    }
+    fs::remove(PathOf(Where(), kIndexFile));
+    files.DieAt(files.Operations() + n);
+    const bool was_stopped = !change(6);
+    files.DieAt(0);
+    const bool stopped_in_rebuild = HasJournal(Where()) && !fs::exists(PathOf(Where(), kIndexFile));
+    ASSERT_TRUE(change(7)) << n;
+    EXPECT_EQ(AllBars(store, "A")[0].close, Price(7));
+    if (stopped_in_rebuild) {
+      ++rebuilds;
+      { const StockStore closed = std::move(store); }
+      EXPECT_THAT(Check().value(), IsEmpty()) << n;
+    }
+    if (!was_stopped) break;
+  }
+  EXPECT_GT(rebuilds, 1);
+  fs::remove_all(pristine);
+}
+
+TEST_F(KeptData, LeftoverThatCannotBeRemovedKeepsNoOneFromWriting) {
+  Build();
+  // A directory with content stands for whatever the system does not let go.
+  for (const fs::path& left : {Where().system_directory / "foo.orin-999999-1.tmp",
+                               Where().data_directory / "foo.orin-999999-1.tmp",
+                               StagedPathOf(Where(), {FileKind::kCompanies, 0})}) {
+    fs::create_directories(left / "inside");
+  }
+  auto store = Open().value();
+  EXPECT_THAT(ProblemsOf(store), ElementsAre(HasSubstr("orin.fin.tmp」を削除できません")));
+  EXPECT_TRUE(store.AppendDay(Day("2020/01/10"), {}));
 }
 
 TEST_F(KeptData, CompanionThatDisagreesIsToldAndKeptBesideBeforeItIsReplaced) {

@@ -190,6 +190,43 @@ TEST_F(PriceSumsTest, RightPricesInThePlaceOfDamagedOnesAreSoundAgain) {
   EXPECT_THAT(Findings(), IsEmpty());
 }
 
+TEST_F(PriceSumsTest, RightPriceImportedTogetherWithNewDaysIsSoundAgain) {
+  builder_.Build();
+  const base::Bar right = AllBars(builder_.Open(), "A")[901];
+  const auto import = [](const base::Bar& day_902, double new_price) {
+    return [day_902, new_price](StockStore& store) {
+      std::vector<BarChange> changes = {{base::SlotRecord(2), base::DayIndex(902), day_902}};
+      for (int32_t day = static_cast<int32_t>(kStoredDays) + 1; day <= store.Days().Count();
+           ++day) {
+        changes.push_back({base::SlotRecord(2), base::DayIndex(day), FlatBar(new_price)});
+      }
+      return store.ChangeBars(changes);
+    };
+  };
+  Change([](StockStore& store) {
+    const auto days = Weekdays("2015/01/05", kStoredDays + 2);
+    return store.AddDays(std::span(days).subspan(kStoredDays));
+  });
+  Flip(DailyFile(10), kRecordA + kBarLength + 5);
+  const auto damaged = Contains(
+      AllOf(HasSubstr("銘柄Aの銘柄レコード2が、書き込んだとき"), HasSubstr("orin-cli checksums")));
+  ASSERT_THAT(Findings(), damaged);
+  const fs::path root = Where().system_directory.parent_path();
+  const fs::path before = root.string() + "_before";
+  fs::remove_all(before);
+  fs::copy(root, before, fs::copy_options::recursive);
+  Change(import(FlatBar(3), 40));
+  EXPECT_THAT(Findings(), damaged) << "another price is no repair";
+  fs::remove_all(root);
+  fs::rename(before, root);
+  Change(import(right, 40));
+  EXPECT_THAT(Findings(), IsEmpty());
+  Change(import(right, 41));
+  EXPECT_THAT(Findings(), IsEmpty());
+  Flip(DailyFile(10), kRecordA + kBarLength + 5);
+  EXPECT_THAT(Findings(), damaged);
+}
+
 TEST_F(PriceSumsTest, AnyFlippedBitOfACommittedDayIsFound) {
   builder_.Build();
   int bit = 0;

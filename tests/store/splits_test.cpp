@@ -99,11 +99,13 @@ TEST(SplitList, LinesThatAreNoEventsAreKeptBehindTheEvents) {
     EXPECT_EQ(list.Events().size(), 2U);
     EXPECT_EQ(list.Serialize().value(), written);
   }
-  // Bytes that are no text stay as they are; characters that the code page lacks are told.
+  // Bytes that are no text stay as they are; a character that the code page lacks is refused.
   std::vector<std::string> problems;
   EXPECT_THAT(Parse("\x81\xFF,x\n", problems).Serialize().value(),
               ::testing::EndsWith("\r\n\x81\xFF,x\r\n"));
-  EXPECT_THAT(Parse("한\n", problems).Serialize().value(), ::testing::EndsWith("\r\nU+D55C\r\n"));
+  const auto refused = Parse("\n한\n", problems).Serialize();
+  ASSERT_FALSE(refused);
+  EXPECT_THAT(refused.error().message, ::testing::HasSubstr("2行目"));
 }
 
 TEST(SplitList, TextOutsideTheCodePageIsRefusedByFileAndStock) {

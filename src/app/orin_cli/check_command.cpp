@@ -5,6 +5,7 @@
 #include "app/orin_cli/terminal_progress.h"
 #include "base/text.h"
 #include "shell/store_places.h"
+#include "store/price_sums.h"
 #include "store/store_check.h"
 
 namespace orin::app {
