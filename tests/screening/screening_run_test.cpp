@@ -136,7 +136,7 @@ TEST_F(ScreeningRunTest, KeywordsStandForTheDaysOfTheGroupsFilesInEntryOrder) {
   const analysis::RunDays days = DaysOfGroup(store, entries);
   std::string found;
   for (int32_t number = 1; number <= 7; ++number) {
-    const auto day = days.Of({analysis::DayKeyword::kAnalysisDate, number});
+    const auto day = days.Of({analysis::DayKeyword::kAnalysisDate, number}, base::DayIndex(4));
     found += day ? std::to_string(day->Value()) : "-";
   }
   EXPECT_EQ(found, "1-3---2");
