@@ -3,11 +3,10 @@
 #include <QObject>
 #include <QTimer>
 #include <cstdint>
-#include <memory>
 #include <optional>
 #include <vector>
 
-#include "analysis/program.h"
+#include "analysis/run_days.h"
 #include "base/date.h"
 #include "base/ordinal.h"
 #include "screening/market_choice.h"
@@ -40,13 +39,14 @@ class MarketCount final : public QObject {
     base::DayIndex last;  // the day; kDays of them, or as many as there are
     int32_t days = kDays;
     bool adjust_splits = true;
+    analysis::RunDays keyword_days = analysis::RunDays::OfOneFile();
   };
   /// Begins anew, giving up what is under way. The store must outlive the count or its Stop. What
   /// cannot be counted (a text that cannot be compiled, a value, an unknown second stock) gives
   /// Failed at once.
   void Start(const store::StockStore& store, const Question& question);
   void Stop();
-  [[nodiscard]] bool IsRunning() const { return scanner_ != nullptr; }
+  [[nodiscard]] bool IsRunning() const { return scanner_.has_value(); }
   /// Of the stocks looked at so far.
   [[nodiscard]] const DayCounts& Counts() const { return counts_; }
 
@@ -60,8 +60,7 @@ class MarketCount final : public QObject {
   void Go();
 
   QTimer timer_;
-  std::optional<analysis::Program> program_;
-  std::unique_ptr<SignalScanner> scanner_;
+  std::optional<SignalScanner> scanner_;
   DayCounts counts_;
 };
 
