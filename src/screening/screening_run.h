@@ -52,19 +52,11 @@ struct RunFailure {
 template <typename T>
 using Outcome = tl::expected<T, RunFailure>;
 
-/// The second stock of an analysis. Without one the items that read it fail, and all else is done.
-struct SecondStock {
-  const store::StockRecord* record = nullptr;  // of the master; null where there is none
-  std::string problem;                         // the sentence about a code that no stock has
-};
-SecondStock FindSecondStock(const store::StockStore& store,
-                            const std::optional<store::StockCode>& code);
-
 /// The day of a screening.
 struct SelectDay {
   base::DayIndex day;
   bool adjust_splits = true;
-  analysis::RunDays days = {};          // of the condition's keywords
+  analysis::RunDays days = analysis::RunDays::OfOneFile();  // of the condition's keywords
   const StockDays* own_days = nullptr;  // of stocks that are looked at on another day
 };
 
@@ -85,6 +77,13 @@ analysis::RunDays DaysOfFile(base::DayIndex day);
 analysis::RunDays DaysOfGroup(const store::StockStore& store,
                               std::span<const std::filesystem::path> files,
                               std::optional<base::Date> date = {});
+
+/// DaysOfGroup for the file at `place` when the days before its own are looked at too, each as if
+/// the file were run on it: its keyword is the examined day, and with `date`, which is that of
+/// every file, so is each keyword that is set.
+analysis::RunDays DaysOfGroupOnEachDay(const store::StockStore& store,
+                                       std::span<const std::filesystem::path> files, size_t place,
+                                       std::optional<base::Date> date);
 
 /// The day of an analysis: its date's, the newest one without a date. Fails with a sentence that
 /// begins with `file_name` for a date that is no trading day of the store.
