@@ -76,6 +76,13 @@ void AddNotes(const StockDays& own_days, std::vector<std::string>& notes) {
   for (const std::string& note : own_days.notes) notes.push_back(of_file + note);
 }
 
+/// Of a file that is run alone. Its date stays that of stocks with a day of their own.
+analysis::RunDays DaysOfFile(DayIndex day) {
+  analysis::RunDays days;
+  days.Set(AnalysisDate(0), day);
+  return days;
+}
+
 /// The days that are read: those of the run and of the stocks with a day of their own.
 base::DayRange DaysRead(const SelectDay& when) {
   base::DayRange span{when.day, when.day};
@@ -163,12 +170,6 @@ Outcome<std::vector<SelectedStock>> Select(const store::StockStore& store,
   }
   static_cast<void>(progress.Report(stage, total, total));
   return selected;
-}
-
-analysis::RunDays DaysOfFile(DayIndex day) {
-  analysis::RunDays days;
-  days.Set(AnalysisDate(0), day);
-  return days;
 }
 
 analysis::RunDays DaysOfGroup(const store::StockStore& store, std::span<const fs::path> files,

@@ -67,9 +67,6 @@ Outcome<std::vector<SelectedStock>> Select(const store::StockStore& store,
                                            base::Progress& progress,
                                            std::vector<std::string>& notes);
 
-/// Of a file that is run alone: analysisdate1 is its day.
-analysis::RunDays DaysOfFile(base::DayIndex day);
-
 /// analysisdate1, 2, ... from the analysis files of a group in entry order, an empty path for an
 /// entry without a file: the day of the file's analysis date, the newest one for a file without
 /// a date; `date` in their place where it is given. Not set for what cannot be read or names no

@@ -24,6 +24,7 @@ constexpr int32_t kDays = 40;
 /// Rises by 1 a day from `first`, its range growing with it.
 std::vector<base::Bar> Rising(double first) {
   std::vector<base::Bar> bars;
+  bars.reserve(kDays);
   for (int i = 0; i < kDays; ++i) {
     const double close = first + i;
     bars.push_back(BarOf(close, close + i, close / 2, close, 100 + i));
@@ -52,6 +53,7 @@ class EvaluationTest : public ::testing::Test {
   [[nodiscard]] Evaluation Make(const std::vector<std::string>& texts,
                                 const EvaluationOptions& options) const {
     std::vector<Program> programs;
+    programs.reserve(texts.size());
     for (const std::string& text : texts) programs.push_back(*BuildProgram(text));
     return std::move(*Evaluation::OfPrograms(store_, std::move(programs), options));
   }
