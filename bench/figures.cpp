@@ -12,7 +12,7 @@
 #include <sys/resource.h>
 #include <unistd.h>
 
-#include "analysis/evaluator.h"
+#include "analysis/evaluation.h"
 #include "base/file_system.h"
 #include "base/progress.h"
 #include "program_start.h"
@@ -122,14 +122,13 @@ class Bench {
   }
   /// The golden cross on each of the last `days` days of the first `stocks` stocks, counted.
   void CountSignals(int64_t stocks, int32_t days) {
-    const auto program = analysis::BuildProgram(kGoldenCross);
-    screening::SignalScan scan;
-    scan.last = store_.Days().Last();
-    scan.first = DayIndex(std::max(1, scan.last.Value() - days + 1));
+    const DayIndex last = store_.Days().Last();
+    const DayIndex first(std::max(1, last.Value() - days + 1));
+    auto evaluation = analysis::Evaluation::OfText(store_, kGoldenCross, {.days = {first, last}});
     StopAfter progress(stocks);
     ptrdiff_t hits = 0;
     static_cast<void>(
-        screening::ScanSignals(store_, *program, scan, progress,
+        screening::ScanSignals(std::move(*evaluation), screening::MarketChoice::kAll, progress,
                                [&hits](const store::StockRecord&, std::span<const uint8_t> truths) {
                                  hits += std::count(truths.begin(), truths.end(), 1);
                                }));
@@ -138,21 +137,17 @@ class Bench {
   /// Columns of three indicators over the whole history of every stock.
   void ComputeColumns() {
     std::vector<analysis::Program> programs;
-    std::vector<analysis::Evaluator> evaluators;
-    analysis::History needs;
     for (const std::string_view text : kColumns) {
       programs.push_back(*analysis::BuildProgram(text));
-      needs = needs.Union(programs.back().Needs());
     }
-    for (const analysis::Program& program : programs) evaluators.emplace_back(program);
-    const DayIndex last = store_.Days().Last();
-    analysis::StockContext context(store_, needs, DayIndex(1), last, nullptr, true);
+    auto evaluation = analysis::Evaluation::OfPrograms(
+        store_, std::move(programs), {.days = {DayIndex(1), store_.Days().Last()}});
     base::ValueColumn values;
     const auto stocks = store_.Master().Stocks();
     for (size_t i = 0; i < stocks.size(); ++i) {
-      context.LoadNext(stocks, i);
-      for (analysis::Evaluator& evaluator : evaluators) {
-        evaluator.EvaluateOperandRange(context, DayIndex(1), last, values);
+      evaluation->LoadNext(stocks, i);
+      for (size_t column = 0; column < std::size(kColumns); ++column) {
+        evaluation->Values(values, column);
         seen_ = seen_ + static_cast<uint64_t>(values.Data()[values.Size() - 1].Raw());
       }
     }

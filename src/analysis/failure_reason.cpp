@@ -234,7 +234,7 @@ std::string WhyItemFails(const ItemCall& call, StockContext& context, DayIndex d
   if (needs.companies) return "会社のデータにこの値がありません。";
   if (needs.rankings) return "その日のランキングに順位がありません。";
   const auto& keyword = call.Bound().keyword;
-  if (keyword && !context.KeywordDays().Of(*keyword))
+  if (keyword && !context.KeywordDays().Of(*keyword, day))
     return "キーワードの日がまだ決まっていません。";
   const auto span = SpanOf(call, context, day);
   if (!span) return std::string(kUnknown);

@@ -33,14 +33,34 @@ struct NumberedKeyword {
 /// not set have none. Weekly and monthly keywords stand for the week and the month of that day.
 class RunDays {
  public:
-  [[nodiscard]] std::optional<base::DayIndex> Of(NumberedKeyword keyword) const;
+  /// Of a run with one analysis file, whose date is the examined day: analysisdate1 is that day,
+  /// the other keywords are not set.
+  static RunDays OfOneFile();
+
+  /// The day on which `keyword` stands while `examined` is evaluated.
+  [[nodiscard]] std::optional<base::DayIndex> Of(NumberedKeyword keyword,
+                                                 base::DayIndex examined) const;
+  [[nodiscard]] bool IsExaminedDay(NumberedKeyword keyword) const;
+
   void Set(NumberedKeyword keyword, base::DayIndex day);
+  /// On each day that is evaluated, the keyword stands for that day.
+  void SetExaminedDay(NumberedKeyword keyword);
   bool operator==(const RunDays&) const = default;
 
  private:
+  struct Day {
+    enum class Kind : uint8_t { kNotSet, kFixed, kExamined };
+    Kind kind = Kind::kNotSet;
+    base::DayIndex fixed;
+
+    bool operator==(const Day&) const = default;
+  };
+  [[nodiscard]] const Day& At(NumberedKeyword keyword) const;
+  [[nodiscard]] Day& At(NumberedKeyword keyword);
+
   static constexpr size_t kKeywords = 7;
   static constexpr size_t kNumbers = 9;
-  std::array<std::array<std::optional<base::DayIndex>, kNumbers>, kKeywords> days_;
+  std::array<std::array<Day, kNumbers>, kKeywords> days_;
 };
 
 }  // namespace orin::analysis

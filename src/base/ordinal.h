@@ -27,4 +27,12 @@ using SlotRecord = Ordinal<struct SlotRecordTag>;
 /// A day of the trading calendar; 1 is the first slot of the first file in use.
 using DayIndex = Ordinal<struct DayIndexTag>;
 
+/// The days first..last; none where last is before first.
+struct DayRange {
+  DayIndex first;
+  DayIndex last;
+
+  bool operator==(const DayRange&) const = default;
+};
+
 }  // namespace orin::base

@@ -2,9 +2,8 @@
 
 #include <algorithm>
 
-#include "analysis/evaluator.h"
+#include "analysis/evaluation.h"
 #include "analysis/note_sentence.h"
-#include "analysis/program.h"
 
 namespace orin::chart {
 
@@ -54,7 +53,7 @@ const store::StockRecord* ChartSource::Find(std::string_view code) const {
 }
 
 base::Result<base::ValueColumn> ChartSource::EvaluateDays(const std::string& expression) const {
-  const auto program = analysis::BuildProgram(expression);
+  auto program = analysis::BuildProgram(expression);
   if (!program) return base::Fail(analysis::NoteSentence(program.error()));
   // What cannot be computed on any day is told, too; its line has no value then.
   if (!program->Notes().empty()) {
@@ -62,18 +61,17 @@ base::Result<base::ValueColumn> ChartSource::EvaluateDays(const std::string& exp
   }
   base::ValueColumn values;
   if (last_.IsNone()) return values;
-  const auto beside = analysis::Companions::Load(store_, program->Needs());
-  if (!beside) return base::Forward(beside);
-  analysis::StockContext context(store_, program->Needs(), DayIndex(1), last_, second_, adjust_);
-  context.SetBeside(&*beside);
-  context.Load(stock_);
-  analysis::Evaluator evaluator(*program);
-  if (program->IsValue()) {
-    evaluator.EvaluateOperandRange(context, DayIndex(1), last_, values);
+  analysis::EvaluationOptions options = {.days = {DayIndex(1), last_}, .adjust_splits = adjust_};
+  if (second_ != nullptr) options.second_stock = second_->code;
+  auto evaluation = analysis::Evaluation::OfProgram(store_, std::move(*program), options);
+  if (!evaluation) return base::Forward(evaluation);
+  evaluation->Load(stock_);
+  if (evaluation->ProgramOf().IsValue()) {
+    evaluation->Values(values);
     return values;
   }
   std::vector<uint8_t> truths;
-  evaluator.EvaluateConditionRange(context, DayIndex(1), last_, truths);
+  evaluation->Truths(truths);
   return TruthColumn(truths);
 }
 

@@ -45,8 +45,8 @@ class ChartSource {
   [[nodiscard]] const store::StockRecord* Find(std::string_view code) const;
 
   /// The value of an expression at the last day of every bar: place i is bar i + 1. A condition is
-  /// 1 where it is true and else 0. Fails with a sentence where the text cannot be compiled or has
-  /// an item that there is not.
+  /// 1 where it is true and else 0. On every day analysisdate1 is that day. Fails with a sentence
+  /// where the text cannot be compiled or has an item that there is not.
   [[nodiscard]] base::Result<base::ValueColumn> Evaluate(const std::string& expression);
 
   /// Balances of the days; empty on other bars and where all of them are 0.

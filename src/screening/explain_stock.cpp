@@ -1,20 +1,16 @@
 #include "screening/explain_stock.h"
 
+#include "analysis/evaluation.h"
 #include "analysis/note_sentence.h"
-#include "analysis/program.h"
-#include "analysis/stock_context.h"
 
 namespace orin::screening {
 
 namespace {
 
-tl::unexpected<RunFailure> Refuse(std::string message) {
-  return tl::unexpected<RunFailure>(RunFailure{std::move(message)});
-}
-
-tl::unexpected<RunFailure> Refuse(const analysis::Note& note) {
-  return tl::unexpected<RunFailure>(
-      RunFailure{analysis::NoteSentence(note), RunFailure::Kind::kCannotBeCompiled});
+tl::unexpected<RunFailure> Refuse(const analysis::EvaluationFailure& failure) {
+  return tl::unexpected(RunFailure{failure.message, failure.cannot_be_compiled
+                                                        ? RunFailure::Kind::kCannotBeCompiled
+                                                        : RunFailure::Kind::kOther});
 }
 
 }  // namespace
@@ -22,20 +18,19 @@ tl::unexpected<RunFailure> Refuse(const analysis::Note& note) {
 Outcome<analysis::Explanation> ExplainStock(const store::StockStore& store,
                                             std::string_view condition,
                                             const ExplainQuestion& question) {
-  const SecondStock second = FindSecondStock(store, question.second_stock);
-  const auto program = analysis::BuildProgram(condition);
-  if (!program) return Refuse(program.error());
-  const auto beside = analysis::Companions::Load(store, program->Needs());
-  if (!beside) return Refuse(beside.error().message);
-  analysis::StockContext context(store, program->Needs(), question.day, question.day, second.record,
-                                 question.adjust_splits);
-  context.SetBeside(&*beside);
-  context.KeywordDays() = question.days.value_or(DaysOfFile(question.day));
-  context.Load(store.Master().Stock(question.stock));
-  auto explanation = analysis::Explain(condition, context, question.day);
-  if (!explanation) return Refuse(explanation.error());
-  if (!second.problem.empty()) {
-    explanation->notes.insert(explanation->notes.begin(), {0, second.problem});
+  auto evaluation = analysis::Evaluation::OfText(store, condition,
+                                                 {.days = {question.day, question.day},
+                                                  .second_stock = question.second_stock,
+                                                  .adjust_splits = question.adjust_splits,
+                                                  .keyword_days = question.days});
+  if (!evaluation) return Refuse(evaluation.error());
+  evaluation->Load(store.Master().Stock(question.stock));
+  auto explanation = analysis::Explain(condition, evaluation->Context(), question.day);
+  if (!explanation) return Refuse({analysis::NoteSentence(explanation.error()), true});
+  // Without a code each item says itself that it has no second stock.
+  if (const auto problem = evaluation->SecondStockProblem();
+      question.second_stock && !problem.empty()) {
+    explanation->notes.insert(explanation->notes.begin(), {0, problem});
   }
   return std::move(*explanation);
 }

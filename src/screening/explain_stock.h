@@ -18,8 +18,7 @@ struct ExplainQuestion {
   base::DayIndex day;
   std::optional<store::StockCode> second_stock;
   bool adjust_splits = true;
-  /// Of the condition's keywords; none: analysisdate1 is the day, the others are not set.
-  std::optional<analysis::RunDays> days = {};
+  analysis::RunDays days = analysis::RunDays::OfOneFile();  // of the condition's keywords
 };
 
 /// Loads what the condition, or value, needs and explains it. Fails where the text cannot be

@@ -1,13 +1,10 @@
 #include "screening/result_columns.h"
 
-#include <deque>
+#include <utility>
 
-#include "analysis/evaluator.h"
+#include "analysis/evaluation.h"
 #include "analysis/note_sentence.h"
-#include "analysis/program.h"
-#include "analysis/stock_context.h"
 #include "base/percent.h"
-#include "screening/screening_run.h"
 
 namespace orin::screening {
 
@@ -17,19 +14,14 @@ namespace {
 
 constexpr size_t kRowsPerReport = 8;
 
-/// A column that can be computed.
-struct Computed {
-  size_t place;
-  analysis::Program program;
-  analysis::Evaluator evaluator{program};
-
-  Computed(size_t column, analysis::Program built) : place(column), program(std::move(built)) {}
+/// The columns that can be compiled.
+struct CompiledColumns {
+  std::vector<size_t> places;  // among all columns
+  std::vector<analysis::Program> programs;
 };
 
-/// In a deque the programs stay where their evaluators look for them.
-std::deque<Computed> Compile(std::span<const ResultColumn> columns,
-                             std::vector<std::string>& notes) {
-  std::deque<Computed> computed;
+CompiledColumns Compile(std::span<const ResultColumn> columns, std::vector<std::string>& notes) {
+  CompiledColumns compiled;
   for (size_t i = 0; i < columns.size(); ++i) {
     auto program = analysis::BuildProgram(columns[i].expression);
     if (!program) {
@@ -40,9 +32,10 @@ std::deque<Computed> Compile(std::span<const ResultColumn> columns,
     for (const analysis::Note& note : program->Notes()) {
       notes.push_back("列「" + columns[i].expression + "」の" + analysis::NoteSentence(note));
     }
-    computed.emplace_back(i, std::move(*program));
+    compiled.places.push_back(i);
+    compiled.programs.push_back(std::move(*program));
   }
-  return computed;
+  return compiled;
 }
 
 void FillPrices(base::BarsView daily, DayIndex day, ResultRow& row) {
@@ -56,17 +49,15 @@ void FillPrices(base::BarsView daily, DayIndex day, ResultRow& row) {
   if (row.change) row.change_percent = base::PercentOf(*row.change, before);
 }
 
-void FillColumns(std::deque<Computed>& computed, analysis::StockContext& context, DayIndex day,
-                 ResultRow& row) {
-  for (Computed& column : computed) {
-    ColumnValue& value = row.columns[column.place];
-    if (column.program.IsValue()) {
-      const analysis::Value result = column.evaluator.EvaluateOperand(context, day);
-      if (result.ok) value.value = result.value;
-    } else {
-      value.truth = column.evaluator.EvaluateCondition(context, day);
-    }
+ColumnValue ValueOf(analysis::Evaluation& evaluation, size_t expression, DayIndex day) {
+  ColumnValue shown;
+  if (evaluation.ProgramOf(expression).IsValue()) {
+    const analysis::Value value = evaluation.ValueOn(day, expression);
+    if (value.ok) shown.value = value.value;
+  } else {
+    shown.truth = evaluation.IsTrue(day, expression);
   }
+  return shown;
 }
 
 }  // namespace
@@ -76,25 +67,18 @@ base::Result<std::vector<ResultRow>> LoadResultRows(const store::StockStore& sto
                                                     const ResultQuestion& question,
                                                     base::Progress& progress,
                                                     std::vector<std::string>& notes) {
-  std::deque<Computed> computed = Compile(question.columns, notes);
-  const SecondStock second = FindSecondStock(store, question.second_stock);
-  analysis::History needs{.daily = 2, .fields = base::PriceFields::kClose};
-  bool needs_second = false;
-  for (const Computed& column : computed) {
-    needs = needs.Union(column.program.Needs());
-    needs_second = needs_second || column.program.NeedsSecondStock();
+  CompiledColumns compiled = Compile(question.columns, notes);
+  auto evaluation = analysis::Evaluation::OfPrograms(
+      store, std::move(compiled.programs),
+      {.days = {question.day, question.day},
+       .second_stock = question.second_stock,
+       .adjust_splits = question.adjust_splits,
+       .keyword_days = question.days,
+       .own_needs = {.daily = 2, .fields = base::PriceFields::kClose}});
+  if (!evaluation) return base::Forward(evaluation);
+  if (evaluation->NeedsSecondStock() && !evaluation->SecondStockProblem().empty()) {
+    notes.push_back(evaluation->SecondStockProblem());
   }
-  if (needs_second && second.record == nullptr) {
-    notes.push_back(second.problem.empty()
-                        ? "第二銘柄コードがないので、第二銘柄とさやの項目の列は計算できません。"
-                        : second.problem);
-  }
-  const auto beside = analysis::Companions::Load(store, needs);
-  if (!beside) return base::Forward(beside);
-  analysis::StockContext context(store, needs, question.day, question.day, second.record,
-                                 question.adjust_splits);
-  context.SetBeside(&*beside);
-  context.KeywordDays() = question.days;
   std::vector<ResultRow> rows;
   rows.reserve(codes.size());
   const auto total = static_cast<int64_t>(codes.size());
@@ -109,9 +93,11 @@ base::Result<std::vector<ResultRow>> LoadResultRows(const store::StockStore& sto
     row.stock = store.Master().Find(code);
     row.columns.resize(question.columns.size());
     if (!row.stock.IsNone()) {
-      context.Load(store.Master().Stock(row.stock));
-      FillPrices(context.Daily(), question.day, row);
-      FillColumns(computed, context, question.day, row);
+      evaluation->Load(store.Master().Stock(row.stock));
+      FillPrices(evaluation->Daily(), question.day, row);
+      for (size_t i = 0; i < compiled.places.size(); ++i) {
+        row.columns[compiled.places[i]] = ValueOf(*evaluation, i, question.day);
+      }
     }
     rows.push_back(std::move(row));
   }

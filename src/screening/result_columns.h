@@ -47,7 +47,7 @@ struct ResultQuestion {
   std::span<const ResultColumn> columns;
   std::optional<store::StockCode> second_stock;  // for items of the columns
   bool adjust_splits = true;
-  analysis::RunDays days = {};  // of the columns' keywords
+  analysis::RunDays days = analysis::RunDays::OfOneFile();  // of the columns' keywords
 };
 
 /// The rows of the codes, in their order. A column that cannot be compiled, like one whose second

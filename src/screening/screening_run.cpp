@@ -6,10 +6,8 @@
 #include <system_error>
 #include <utility>
 
-#include "analysis/evaluator.h"
+#include "analysis/evaluation.h"
 #include "analysis/note_sentence.h"
-#include "analysis/program.h"
-#include "analysis/stock_context.h"
 #include "base/cp932.h"
 #include "base/paths.h"
 #include "base/text.h"
@@ -28,6 +26,11 @@ using base::Result;
 tl::unexpected<RunFailure> Failure(std::string message,
                                    RunFailure::Kind kind = RunFailure::Kind::kOther) {
   return tl::unexpected<RunFailure>(RunFailure{std::move(message), kind});
+}
+
+tl::unexpected<RunFailure> Failure(const analysis::EvaluationFailure& failure) {
+  if (!failure.cannot_be_compiled) return Failure(failure.message);
+  return Failure("分析項目の" + failure.message, RunFailure::Kind::kCannotBeCompiled);
 }
 
 constexpr std::string_view kDefaultDirectoryFile = "workresultfilename.txt";
@@ -51,19 +54,19 @@ analysis::NumberedKeyword AnalysisDate(size_t place) {
   return {analysis::DayKeyword::kAnalysisDate, static_cast<int32_t>(place) + 1};
 }
 
-void AddNotes(const analysis::Program& program, const AnalysisFile& analysis,
-              const SecondStock& second, std::vector<std::string>& notes) {
+void AddNotes(const analysis::Evaluation& evaluation, const AnalysisFile& analysis,
+              std::vector<std::string>& notes) {
+  const analysis::Program& program = evaluation.ProgramOf();
   for (const analysis::Note& note : program.Notes()) {
     notes.push_back("分析項目の" + analysis::NoteSentence(note));
   }
   if (program.IsValue()) {
     notes.emplace_back("分析項目に比較演算子がないので、どの銘柄も選ばれません。");
   }
-  if (!second.problem.empty()) {
-    notes.push_back(second.problem);
-  } else if (program.NeedsSecondStock() && !analysis.second_stock &&
-             !analysis.is_second_stock_wrong) {
-    notes.emplace_back("第二銘柄コードがないので、第二銘柄とさやの項目は計算できません。");
+  // A wrong code has a note of its own line.
+  if (analysis.is_second_stock_wrong) return;
+  if (auto problem = evaluation.SecondStockProblem(); !problem.empty()) {
+    notes.push_back(std::move(problem));
   }
 }
 
@@ -77,13 +80,16 @@ void AddNotes(const StockDays& own_days, std::vector<std::string>& notes) {
   for (const std::string& note : own_days.notes) notes.push_back(of_file + note);
 }
 
+/// Of a file that is run alone. Its date stays that of stocks with a day of their own.
+analysis::RunDays DaysOfFile(DayIndex day) {
+  analysis::RunDays days;
+  days.Set(AnalysisDate(0), day);
+  return days;
+}
+
 /// The days that are read: those of the run and of the stocks with a day of their own.
-struct DaySpan {
-  DayIndex first;
-  DayIndex last;
-};
-DaySpan DaysRead(const SelectDay& when) {
-  DaySpan span{when.day, when.day};
+base::DayRange DaysRead(const SelectDay& when) {
+  base::DayRange span{when.day, when.day};
   if (when.own_days == nullptr) return span;
   for (const auto& [code, day] : when.own_days->days) {
     span.first = std::min(span.first, day);
@@ -93,17 +99,6 @@ DaySpan DaysRead(const SelectDay& when) {
 }
 
 }  // namespace
-
-SecondStock FindSecondStock(const store::StockStore& store,
-                            const std::optional<store::StockCode>& code) {
-  if (!code) return {};
-  const base::MasterRecord record = store.Master().Find(*code);
-  if (record.IsNone()) {
-    return {nullptr, "第二銘柄コード「" + std::string(code->Text()) +
-                         "」の銘柄がないので、第二銘柄とさやの項目は計算できません。"};
-  }
-  return {&store.Master().Stock(record), ""};
-}
 
 Result<DayIndex> FindDay(const store::StockStore& store, const std::optional<base::Date>& date,
                          const std::string& file_name) {
@@ -147,25 +142,17 @@ Outcome<std::vector<SelectedStock>> Select(const store::StockStore& store,
                                            const AnalysisFile& analysis, const SelectDay& when,
                                            base::Progress& progress,
                                            std::vector<std::string>& notes) {
-  const SecondStock second = FindSecondStock(store, analysis.second_stock);
-  const auto program = analysis::BuildProgram(analysis.condition);
-  if (!program) {
-    return Failure("分析項目の" + analysis::NoteSentence(program.error()),
-                   RunFailure::Kind::kCannotBeCompiled);
-  }
-  AddNotes(*program, analysis, second, notes);
-
   // The line of a selected stock shows the change, which needs the day before.
-  const analysis::History needs =
-      program->Needs().Union({.daily = 2, .fields = base::PriceFields::kClose});
-  const auto beside = analysis::Companions::Load(store, needs);
-  if (!beside) return Failure(beside.error().message);
-  const DaySpan days = DaysRead(when);
-  analysis::StockContext context(store, needs, days.first, days.last, second.record,
-                                 when.adjust_splits);
-  context.SetBeside(&*beside);
-  context.KeywordDays() = when.days;
-  analysis::Evaluator evaluator(*program);
+  auto evaluation = analysis::Evaluation::OfText(
+      store, analysis.condition,
+      {.days = DaysRead(when),
+       .second_stock = analysis.second_stock,
+       .adjust_splits = when.adjust_splits,
+       .keyword_days = when.days,
+       .own_needs = {.daily = 2, .fields = base::PriceFields::kClose}});
+  if (!evaluation) return Failure(evaluation.error());
+  AddNotes(*evaluation, analysis, notes);
+
   const std::string stage = StageCaption(analysis.title);
   const auto stocks = store.Master().Stocks();
   const auto total = static_cast<int64_t>(stocks.size());
@@ -180,19 +167,13 @@ Outcome<std::vector<SelectedStock>> Select(const store::StockStore& store,
     if (!Matches(analysis.market, stock)) continue;
     const DayIndex day =
         when.own_days == nullptr ? when.day : when.own_days->Of(stock.code, when.day);
-    context.LoadNext(stocks, place);
-    if (!evaluator.EvaluateCondition(context, day)) continue;
-    selected.push_back(Describe(stock, context.Daily(), day));
+    evaluation->LoadNext(stocks, place);
+    if (!evaluation->IsTrue(day)) continue;
+    selected.push_back(Describe(stock, evaluation->Daily(), day));
     progress.Found(static_cast<int64_t>(selected.size()));
   }
   static_cast<void>(progress.Report(stage, total, total));
   return selected;
-}
-
-analysis::RunDays DaysOfFile(DayIndex day) {
-  analysis::RunDays days;
-  days.Set(AnalysisDate(0), day);
-  return days;
 }
 
 analysis::RunDays DaysOfGroup(const store::StockStore& store, std::span<const fs::path> files,
@@ -204,6 +185,17 @@ analysis::RunDays DaysOfGroup(const store::StockStore& store, std::span<const fs
     if (!analysis) continue;
     const auto day = FindDay(store, date ? date : analysis->date, "");
     if (day) days.Set(AnalysisDate(place), *day);
+  }
+  return days;
+}
+
+analysis::RunDays DaysOfGroupOnEachDay(const store::StockStore& store,
+                                       std::span<const fs::path> files, size_t place,
+                                       std::optional<base::Date> date) {
+  analysis::RunDays days = DaysOfGroup(store, files, date);
+  for (size_t other = 0; other < files.size(); ++other) {
+    const bool is_set = days.Of(AnalysisDate(other), store.Days().Last()).has_value();
+    if (other == place || (date && is_set)) days.SetExaminedDay(AnalysisDate(other));
   }
   return days;
 }

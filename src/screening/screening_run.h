@@ -52,19 +52,11 @@ struct RunFailure {
 template <typename T>
 using Outcome = tl::expected<T, RunFailure>;
 
-/// The second stock of an analysis. Without one the items that read it fail, and all else is done.
-struct SecondStock {
-  const store::StockRecord* record = nullptr;  // of the master; null without one
-  std::string problem;                         // the sentence about a code that no stock has
-};
-SecondStock FindSecondStock(const store::StockStore& store,
-                            const std::optional<store::StockCode>& code);
-
 /// The day of a screening.
 struct SelectDay {
   base::DayIndex day;
   bool adjust_splits = true;
-  analysis::RunDays days = {};          // of the condition's keywords
+  analysis::RunDays days = analysis::RunDays::OfOneFile();  // of the condition's keywords
   const StockDays* own_days = nullptr;  // of stocks that are looked at on another day
 };
 
@@ -75,9 +67,6 @@ Outcome<std::vector<SelectedStock>> Select(const store::StockStore& store,
                                            base::Progress& progress,
                                            std::vector<std::string>& notes);
 
-/// Of a file that is run alone: analysisdate1 is its day.
-analysis::RunDays DaysOfFile(base::DayIndex day);
-
 /// analysisdate1, 2, ... from the analysis files of a group in entry order, an empty path for an
 /// entry without a file: the day of the file's analysis date, the newest one for a file without
 /// a date; `date` in their place where it is given. Not set for what cannot be read or names no
@@ -85,6 +74,13 @@ analysis::RunDays DaysOfFile(base::DayIndex day);
 analysis::RunDays DaysOfGroup(const store::StockStore& store,
                               std::span<const std::filesystem::path> files,
                               std::optional<base::Date> date = {});
+
+/// DaysOfGroup for the file at `place` when the days before its own are looked at too, each as if
+/// the file were run on it: its keyword is the examined day, and with `date`, which is that of
+/// every file, so is each keyword that is set.
+analysis::RunDays DaysOfGroupOnEachDay(const store::StockStore& store,
+                                       std::span<const std::filesystem::path> files, size_t place,
+                                       std::optional<base::Date> date);
 
 /// The day of an analysis: its date's, the newest one without a date. Fails with a sentence that
 /// begins with `file_name` for a date that is no trading day of the store.

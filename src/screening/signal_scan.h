@@ -2,27 +2,16 @@
 
 #include <cstdint>
 #include <functional>
-#include <memory>
 #include <span>
+#include <vector>
 
-#include "analysis/program.h"
-#include "analysis/stock_context.h"
-#include "base/ordinal.h"
+#include "analysis/evaluation.h"
 #include "base/progress.h"
 #include "base/result.h"
 #include "screening/market_choice.h"
 #include "store/stock_store.h"
 
 namespace orin::screening {
-
-/// What is looked at: the stocks of a market on the days first..last of the store's calendar.
-struct SignalScan {
-  MarketChoice market = MarketChoice::kAll;
-  base::DayIndex first = {};
-  base::DayIndex last = {};
-  const store::StockRecord* second = nullptr;  // the second stock, null where there is none
-  bool adjust_splits = true;
-};
 
 /// Receives the days of one stock: a place for each day from the first on, not 0 where the
 /// condition is true. `stock` is a record of the store's master; the span holds during the call.
@@ -32,32 +21,28 @@ using StockSignals =
 /// A scan that goes on a few stocks at a time, for whoever has other things to do in between.
 class SignalScanner {
  public:
-  /// Both must outlive the scanner. Fails where a companion file is damaged.
-  static base::Result<std::unique_ptr<SignalScanner>> Make(const store::StockStore& store,
-                                                           const analysis::Program& program,
-                                                           const SignalScan& scan);
-  SignalScanner(const SignalScanner&) = delete;
-  SignalScanner& operator=(const SignalScanner&) = delete;
-  ~SignalScanner();
+  /// The condition is the first expression of the evaluation; it is evaluated on each of the
+  /// evaluation's days for each stock of the market.
+  SignalScanner(analysis::Evaluation evaluation, MarketChoice market);
 
   /// Goes on with the next `stocks` records of the master. Whether any are left.
   bool Advance(size_t stocks, const StockSignals& deliver);
-  [[nodiscard]] int64_t Done() const;   // records of the master
+  [[nodiscard]] int64_t Done() const {
+    return static_cast<int64_t>(next_);
+  }                                     // records of the master
   [[nodiscard]] int64_t Total() const;  // likewise
 
  private:
-  struct State;
-  explicit SignalScanner(std::unique_ptr<State> state);
-
-  std::unique_ptr<State> state_;
+  analysis::Evaluation evaluation_;
+  MarketChoice market_;
+  std::vector<uint8_t> truths_;
+  size_t next_ = 0;
 };
 
-/// Evaluates a condition on each day of each stock of the market, stocks in record order. What it
-/// holds is one stock's days and no more. No day is evaluated with the prices of a trade, and a
-/// bare operand is true on none. Stops with a failure, and what was delivered stays delivered,
-/// when `progress` says so.
-base::Status ScanSignals(const store::StockStore& store, const analysis::Program& program,
-                         const SignalScan& scan, base::Progress& progress,
-                         const StockSignals& deliver);
+/// Scans all stocks of the market, in record order. It holds one stock's days and no more. No day
+/// is evaluated with the prices of a trade, and a bare operand is true on no day. Stops with a
+/// failure, and what was delivered stays delivered, when `progress` says so.
+base::Status ScanSignals(analysis::Evaluation evaluation, MarketChoice market,
+                         base::Progress& progress, const StockSignals& deliver);
 
 }  // namespace orin::screening

@@ -171,6 +171,32 @@ TEST_F(DayKeywordTest, AloneItIsTheNumberOfItsBar) {
   EXPECT_TRUE(Holds("simulationbuy3-1 = 40", 60));
 }
 
+TEST_F(DayKeywordTest, ExaminedDayMakesItAPlainOffsetOnEveryDay) {
+  Context().KeywordDays().SetExaminedDay({DayKeyword::kAnalysisDate, 5});
+  constexpr std::pair<const char*, const char*> kPairs[] = {
+      {"終値(analysisdate5)", "終値(0)"},
+      {"移動平均(4,analysisdate5-3)", "移動平均(4,-3)"},
+      {"終値(analysisdate5+1)", "終値(1)"},
+      {"遅行スパン(4,analysisdate5-3)", "遅行スパン(4,-3)"},
+      {"遅行スパン(4,analysisdate5-2)", "遅行スパン(4,-2)"},
+      {"週間終値(wanalysisdate5-1)", "週間終値(-1)"},
+      {"月間終値(manalysisdate5)", "月間終値(0)"},
+      {"第二銘柄終値(analysisdate5-1)", "第二銘柄終値(-1)"},
+      {"analysisdate5-2", "tcurrentday-2"}};
+  for (const auto& [text, plain] : kPairs) {
+    base::ValueColumn range;
+    ItemCall::Bind(text)->Evaluate(Context(), DayIndex(1), DayIndex(kDays), range);
+    for (int32_t day = 1; day <= kDays; ++day) {
+      const auto place = static_cast<size_t>(day - 1);
+      EXPECT_EQ(range.Has(place) ? range.At(place).ToText() : "none", At(plain, day))
+          << text << " day " << day;
+      EXPECT_EQ(At(text, day), At(plain, day)) << text << " day " << day;
+    }
+  }
+  EXPECT_EQ(At("wanalysisdate5", 33), Currency::FromInt(WeekOf(33)).ToText());
+  EXPECT_EQ(At("wanalysisdate5", 47), Currency::FromInt(WeekOf(47)).ToText());
+}
+
 TEST_F(DayKeywordTest, MayStandInBraces) {
   EXPECT_TRUE(Holds("{日付(analysisdate2-3)} * 1 = 日付(analysisdate2-3)", 60));
   EXPECT_TRUE(Holds("{日付(simulationbuy3-3)} * 1 = 日付(simulationbuy3-3)", 60));

@@ -36,6 +36,10 @@ expect_text "a series" '年月日,終値(0),"移動平均(25,0)","移動平均(2
 2020/01/09,309.6300,283.6888,false,3274.7000
 2020/01/10,310.3300,285.6324,false,3265.3501' \
   "$(cli series --code AAPL --from 2020/01/09 --second ^GSPC '終値(0)' '移動平均(25,0)' '移動平均(25,0) > 286' '第二銘柄終値(0)')"
+expect_text "a series has the keywords of a run on each of its days" "年月日,終値(analysisdate1-1)
+2020/01/09,$(cli eval --code AAPL --date 2020/01/09 '終値(analysisdate1-1)')
+2020/01/10,$(cli eval --code AAPL --date 2020/01/10 '終値(-1)')" \
+  "$(cli series --code AAPL --from 2020/01/09 '終値(analysisdate1-1)')"
 expect_text "a series has every day, empty where there is no value" "1014 2016/01/04," \
   "$(cli series --code AAPL '終値(-1)' | wc -l) $(cli series --code AAPL --to 2016/01/04 '終値(-1)' | tail -1)"
 

@@ -220,6 +220,23 @@ TEST_F(SubChartsOfRealQuotes, PriceReadoutHasTheWordsOfItsBars) {
   EXPECT_THAT(texts(BarPeriod::kMonth)[5], StartsWith("前月比 +"));
 }
 
+TEST_F(SubChartsOfRealQuotes, KeywordOfTheAnalysisDateIsTheDayOfEachBar) {
+  for (const BarPeriod period : {BarPeriod::kDay, BarPeriod::kWeek}) {
+    ChartSource source = Source(period);
+    const auto named = source.Evaluate("終値(analysisdate1-1)");
+    const auto plain = source.Evaluate("終値(-1)");
+    ASSERT_TRUE(named && plain);
+    ASSERT_EQ(named->Size(), plain->Size());
+    for (size_t i = 0; i < plain->Size(); ++i) {
+      ASSERT_EQ(named->Has(i), plain->Has(i)) << i;
+      if (plain->Has(i)) {
+        EXPECT_EQ(named->At(i), plain->At(i)) << i;
+      }
+    }
+    EXPECT_TRUE(plain->Has(plain->Size() - 1));
+  }
+}
+
 TEST_F(SubChartsOfRealQuotes, ScrolledBackTheyAreAsTheyWereThen) {
   // Nothing drawn depends on later bars.
   SwitchOn(settings_.chart_display);

@@ -88,7 +88,8 @@ TEST(ResultColumns, RowsHaveTheDaysPricesAndTheUsersValues) {
   const std::vector<ResultColumn> columns = {{"", "終値(0) * 2"},
                                              {"", "終値(-1) > 9"},
                                              {"", "終値(0) / 第二銘柄終値(0)"},
-                                             {"", "1<2<3<4<5<6<7"}};
+                                             {"", "1<2<3<4<5<6<7"},
+                                             {"", "analysisdate1"}};
   base::SilentProgress progress;
   std::vector<std::string> notes;
   const auto rows =
@@ -101,6 +102,7 @@ TEST(ResultColumns, RowsHaveTheDaysPricesAndTheUsersValues) {
   EXPECT_EQ(rows[1].columns[0].value, Currency::FromInt(22));
   EXPECT_EQ(rows[1].columns[1].truth, true);
   EXPECT_EQ(rows[1].columns[2].value, Currency::FromDouble(5.5));
+  EXPECT_EQ(rows[1].columns[4].value, Currency::FromInt(2)) << "the day of the list";
   EXPECT_FALSE(rows[0].change) << "no data on the day before";
   EXPECT_EQ(rows[0].columns[1].truth, false);
   EXPECT_TRUE(rows[2].stock.IsNone());

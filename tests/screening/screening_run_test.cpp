@@ -152,13 +152,21 @@ TEST_F(ScreeningRunTest, KeywordsStandForTheDaysOfTheGroupsFilesInEntryOrder) {
                                          file("6.txt", "分析日付：いつか"),
                                          file("7.txt", "分析日付：2020/01/07")};
   const auto store = builder_.Open();
+  const auto text_of = [](const analysis::RunDays& days, int32_t examined) {
+    std::string found;
+    for (int32_t number = 1; number <= 7; ++number) {
+      const auto day =
+          days.Of({analysis::DayKeyword::kAnalysisDate, number}, base::DayIndex(examined));
+      found += day ? std::to_string(day->Value()) : "-";
+    }
+    return found;
+  };
   const analysis::RunDays days = DaysOfGroup(store, entries);
-  std::string found;
-  for (int32_t number = 1; number <= 7; ++number) {
-    const auto day = days.Of({analysis::DayKeyword::kAnalysisDate, number});
-    found += day ? std::to_string(day->Value()) : "-";
-  }
-  EXPECT_EQ(found, "1-3---2");
+  EXPECT_EQ(text_of(days, 4), "1-3---2");
+  // As if the third file, or with a date all of them, were run on the second day.
+  EXPECT_EQ(text_of(DaysOfGroupOnEachDay(store, entries, 2, {}), 2), "1-2---2");
+  EXPECT_EQ(text_of(DaysOfGroupOnEachDay(store, entries, 2, support::Day("2020/01/08")), 2),
+            "2-22--2");
 
   const fs::path run = WriteAnalysis("分析項目：終値(analysisdate7) < 終値(analysisdate1)\n");
   base::SilentProgress progress;

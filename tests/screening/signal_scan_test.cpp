@@ -5,7 +5,6 @@
 #include <string>
 #include <vector>
 
-#include "analysis/evaluator.h"
 #include "support/store_builder.h"
 
 namespace orin::screening {
@@ -24,6 +23,13 @@ store::NewStock Stock(const std::string& code, int16_t listing) {
   return stock;
 }
 
+/// The stocks and days of a scan.
+struct Wanted {
+  MarketChoice market = MarketChoice::kAll;
+  base::DayRange days = {DayIndex(1), DayIndex(6)};
+  bool adjust_splits = true;
+};
+
 /// Six days of four stocks.
 class SignalScanTest : public ::testing::Test {
  protected:
@@ -41,15 +47,15 @@ class SignalScanTest : public ::testing::Test {
   }
 
   /// "CODE 011010", a line a stock: its days from the first on.
-  std::vector<std::string> Scan(const std::string& condition, SignalScan scan = {}) {
-    if (scan.first.IsNone()) scan.first = DayIndex(1);
-    if (scan.last.IsNone()) scan.last = DayIndex(6);
+  std::vector<std::string> Scan(const std::string& condition, const Wanted& wanted = {}) {
     const store::StockStore store = builder_.Open();
-    if (second_) scan.second = &store.Master().Stocks()[0];
-    const auto program = analysis::BuildProgram(condition);
+    analysis::EvaluationOptions options = {.days = wanted.days,
+                                           .adjust_splits = wanted.adjust_splits};
+    if (second_) options.second_stock = support::Code("^DJI");
+    auto evaluation = analysis::Evaluation::OfText(store, condition, options);
     std::vector<std::string> lines;
     const auto scanned =
-        ScanSignals(store, *program, scan, progress_,
+        ScanSignals(std::move(*evaluation), wanted.market, progress_,
                     [&lines](const store::StockRecord& stock, std::span<const uint8_t> truths) {
                       std::string line(stock.code.Text());
                       line += ' ';
@@ -71,7 +77,7 @@ TEST_F(SignalScanTest, EveryDayOfEveryStockIsLookedAtInRecordOrder) {
 }
 
 TEST_F(SignalScanTest, RangeBeginsWithTheHistoryBeforeItsFirstDay) {
-  const SignalScan scan{.first = DayIndex(4), .last = DayIndex(5)};
+  const Wanted scan{.days = {DayIndex(4), DayIndex(5)}};
   EXPECT_THAT(Scan("終値(0) = 移動平均(3,0) + 1", scan),
               ElementsAre("^DJI 00", "RISE 11", "FALL 00", "GAPS 00"));
   EXPECT_THAT(Scan("週間終値(0) > 週間始値(0)", scan),
@@ -89,6 +95,13 @@ TEST_F(SignalScanTest, SecondStockIsReadOnTheSameDays) {
   second_ = true;
   EXPECT_THAT(Scan("終値(0) + 5 > 第二銘柄終値(0)", {.market = MarketChoice::kNasdaq}),
               ElementsAre("FALL 111100"));
+}
+
+TEST_F(SignalScanTest, KeywordOfTheAnalysisDateIsEachDayThatIsScanned) {
+  EXPECT_THAT(Scan("終値(analysisdate1) > 終値(analysisdate1-1)"),
+              ElementsAre("^DJI 000000", "RISE 011111", "FALL 000000", "GAPS 000100"));
+  EXPECT_THAT(Scan("終値(analysisdate2) > 0", {.market = MarketChoice::kNasdaq}),
+              ElementsAre("FALL 000000"));
 }
 
 TEST_F(SignalScanTest, BareOperandIsTrueOnNoDay) {
@@ -113,11 +126,12 @@ class StoppingProgress final : public base::Progress {
 
 TEST_F(SignalScanTest, StopsWhenAskedTo) {
   const store::StockStore store = builder_.Open();
-  const auto program = analysis::BuildProgram("終値(0) > 0");
+  auto evaluation =
+      analysis::Evaluation::OfText(store, "終値(0) > 0", {.days = {DayIndex(1), DayIndex(6)}});
   StoppingProgress progress;
   int delivered = 0;
   const auto scanned = ScanSignals(
-      store, *program, {.first = DayIndex(1), .last = DayIndex(6)}, progress,
+      std::move(*evaluation), MarketChoice::kAll, progress,
       [&delivered](const store::StockRecord&, std::span<const uint8_t>) { ++delivered; });
   ASSERT_FALSE(scanned);
   EXPECT_THAT(scanned.error().message, HasSubstr("中止しました"));

@@ -76,11 +76,13 @@ History NeedsNothing(const BoundItem&) { return {}; }
 // Every evaluation knows the examined day; the days of the others are the run's.
 void EvaluateNumber(const BoundItem& item, StockContext& context, DayIndex first, DayIndex last,
                     base::ValueColumn& out) {
-  const bool is_examined_day = item.keyword->keyword == kCurrentDay;
-  const auto bar = BarOfKeyword(*item.keyword, item.form, context);
-  if (!is_examined_day && !bar) return;
+  const bool is_current_day = item.keyword->keyword == kCurrentDay;
   for (int32_t day = std::max(first.Value(), 1); day <= last.Value(); ++day) {
-    const int64_t number = (is_examined_day ? day : *bar) + item.offset;
+    const auto bar = is_current_day
+                         ? std::optional<int64_t>(day)
+                         : BarOfKeyword(*item.keyword, item.form, context, DayIndex(day));
+    if (!bar) continue;
+    const int64_t number = *bar + item.offset;
     out.Set(static_cast<size_t>(day - first.Value()), Currency::FromRaw(number * Currency::kScale));
   }
 }
@@ -161,8 +163,8 @@ std::optional<KeywordPlace> ParseKeywordPlace(std::string_view text) {
 }
 
 std::optional<int64_t> BarOfKeyword(NumberedKeyword keyword, SeriesForm form,
-                                    const StockContext& context) {
-  const auto day = context.KeywordDays().Of(keyword);
+                                    const StockContext& context, DayIndex examined) {
+  const auto day = context.KeywordDays().Of(keyword, examined);
   const store::Calendar& days = context.Days();
   if (!day || *day < DayIndex(1) || *day > days.Last()) return std::nullopt;
   return BarOf(PeriodsOf(form, days), day->Value());
@@ -181,11 +183,15 @@ bool IsKeywordNumber(const BoundItem& item) { return item.entry == &kNumberEntry
 
 void EvaluateAtKeyword(const BoundItem& item, StockContext& context, DayIndex first, DayIndex last,
                        base::ValueColumn& out) {
-  const auto named = BarOfKeyword(*item.keyword, item.form, context);
-  if (!named || *named + item.offset < 1) return;
-  const int64_t bar = *named + item.offset;
   BoundItem plain = item;
   plain.keyword.reset();
+  if (context.KeywordDays().IsExaminedDay(*item.keyword)) {
+    if (int64_t{item.offset} + item.Lead() > 0) return;  // always a later bar
+    return item.entry->family->evaluate(plain, context, first, last, out);
+  }
+  const auto named = BarOfKeyword(*item.keyword, item.form, context, last);
+  if (!named || *named + item.offset < 1) return;
+  const int64_t bar = *named + item.offset;
   const store::PeriodIndex* periods = PeriodsOf(item.form, context.Days());
   if (periods == nullptr) return EvaluateDay(plain, bar, context, first, last, out);
   EvaluatePeriod(plain, bar, *periods, context, first, last, out);

@@ -40,10 +40,10 @@ inline SeriesForm CountedForm(SeriesForm form) {
   return form == SeriesForm::kSecond ? SeriesForm::kDaily : form;
 }
 
-/// The number of the bar that holds the keyword's day; nullopt where the run has not set the
-/// keyword to a day of the calendar, and for tcurrentday.
+/// The number of the bar that holds the keyword's day while `examined` is evaluated; nullopt where
+/// the run has not set the keyword to a day of the calendar, and for tcurrentday.
 std::optional<int64_t> BarOfKeyword(NumberedKeyword keyword, SeriesForm form,
-                                    const StockContext& context);
+                                    const StockContext& context, base::DayIndex examined);
 
 /// The keyword as an operand: the number of its bar plus the offset.
 BoundItem KeywordNumber(const KeywordPlace& place);

@@ -37,7 +37,7 @@ NeededBars BarsNeeded(const BoundItem& bound) {
 std::optional<ItemSpan> SpanOf(const ItemCall& call, const StockContext& context, DayIndex day) {
   const BoundItem& item = call.Bound();
   const NeededBars needed = BarsNeeded(item);
-  const auto counted_from = item.keyword ? context.KeywordDays().Of(*item.keyword) : day;
+  const auto counted_from = item.keyword ? context.KeywordDays().Of(*item.keyword, day) : day;
   const bool is_known =
       counted_from && *counted_from >= DayIndex(1) && *counted_from <= context.Days().Last();
   if (needed.count == 0 || !is_known) return std::nullopt;

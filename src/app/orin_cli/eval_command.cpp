@@ -1,11 +1,11 @@
 #include <algorithm>
 #include <iostream>
 #include <memory>
+#include <utility>
 #include <vector>
 
-#include "analysis/evaluator.h"
+#include "analysis/evaluation.h"
 #include "analysis/note_sentence.h"
-#include "analysis/program.h"
 #include "app/orin_cli/compiled_expression.h"
 #include "app/orin_cli/open_store.h"
 #include "base/text.h"
@@ -24,32 +24,20 @@ struct EvalOptions {
 struct Subject {
   const store::StockStore& store;
   const store::StockRecord& stock;
-  const store::StockRecord* second;
   bool has_second_code;
-  base::DayIndex day;
-  bool adjust_splits;
+  analysis::EvaluationOptions options;  // for one day
 };
 
-base::Result<std::string> Evaluate(const analysis::Program& program, const Subject& subject) {
-  const auto beside = analysis::Companions::Load(subject.store, program.Needs());
-  if (!beside) return base::Forward(beside);
-  analysis::StockContext context(subject.store, program.Needs(), subject.day, subject.day,
-                                 subject.second, subject.adjust_splits);
-  context.SetBeside(&*beside);
-  // As a screening with one analysis file of that date sets it.
-  context.KeywordDays().Set({analysis::DayKeyword::kAnalysisDate, 1}, subject.day);
-  context.Load(subject.stock);
-  analysis::Evaluator evaluator(program);
-  if (!program.IsValue()) {
-    return evaluator.EvaluateCondition(context, subject.day) ? "true" : "false";
-  }
-  const analysis::Value value = evaluator.EvaluateOperand(context, subject.day);
+std::string ValueText(analysis::Evaluation& evaluation) {
+  const base::DayIndex day = evaluation.Days().last;
+  if (!evaluation.ProgramOf().IsValue()) return evaluation.IsTrue(day) ? "true" : "false";
+  const analysis::Value value = evaluation.ValueOn(day);
   return value.ok ? value.value.ToText() : "fail";
 }
 
 /// Answers with the line of one expression and gives its exit status.
 int AddValue(const std::string& expression, const Subject& subject, Answer& answer) {
-  const auto program = analysis::BuildProgram(expression);
+  auto program = analysis::BuildProgram(expression);
   if (!program) {
     const std::string sentence = base::PrintableLine(analysis::NoteSentence(program.error()));
     answer.Out() << "error: " << sentence << '\n';
@@ -57,9 +45,11 @@ int AddValue(const std::string& expression, const Subject& subject, Answer& answ
   }
   for (const analysis::Note& note : program->Notes()) answer.Tell(analysis::NoteSentence(note));
   TellWithoutSecond(program->NeedsSecondStock(), subject.has_second_code, answer);
-  const auto value = Evaluate(*program, subject);
-  if (!value) return answer.Report(value.error());
-  answer.Out() << *value << '\n';
+  auto evaluation =
+      analysis::Evaluation::OfProgram(subject.store, std::move(*program), subject.options);
+  if (!evaluation) return answer.Report(evaluation.error());
+  evaluation->Load(subject.stock);
+  answer.Out() << ValueText(*evaluation) << '\n';
   return kDone;
 }
 
@@ -77,13 +67,16 @@ int FindValues(const StoreReading& reading, const EvalOptions& options,
   const store::StockStore& store = reading.store;
   const auto stock = FindStock(store, options.code);
   if (!stock) return answer.Report(stock.error());
-  const store::StockRecord* second = FindSecondStock(store, options.second, answer);
+  const auto second = FindSecondStock(store, options.second, answer);
   const auto day = FindDay(store, options.date);
   if (!day) return answer.Report(day.error());
 
-  const Subject subject{store,  **stock,
-                        second, !options.second.empty(),
-                        *day,   reading.settings.chart_action.adjusts_for_splits};
+  const Subject subject{store,
+                        **stock,
+                        !options.second.empty(),
+                        {.days = {*day, *day},
+                         .second_stock = second,
+                         .adjust_splits = reading.settings.chart_action.adjusts_for_splits}};
   int status = kDone;
   for (const std::string& expression : expressions) {
     status = std::max(status, AddValue(expression, subject, answer));

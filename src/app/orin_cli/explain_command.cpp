@@ -22,14 +22,14 @@ int FindExplanation(const StoreReading& reading, const std::string& condition,
                     const ExplainOptions& options, Answer& answer) {
   const auto stock = FindStock(reading.store, options.code);
   if (!stock) return answer.Report(stock.error());
-  const store::StockRecord* second = FindSecondStock(reading.store, options.second, answer);
+  const auto second = FindSecondStock(reading.store, options.second, answer);
   const auto day = FindDay(reading.store, options.date);
   if (!day) return answer.Report(day.error());
 
   screening::ExplainQuestion question;
   question.stock = reading.store.Master().Find((*stock)->code);
   question.day = *day;
-  if (second != nullptr) question.second_stock = second->code;
+  question.second_stock = second;
   question.adjust_splits = reading.settings.chart_action.adjusts_for_splits;
   const auto explanation = screening::ExplainStock(reading.store, condition, question);
   if (!explanation) {

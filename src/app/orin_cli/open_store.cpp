@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <utility>
 
+#include "analysis/evaluation.h"
 #include "base/file_system.h"
-#include "screening/screening_run.h"
 #include "shell/store_places.h"
 
 namespace orin::app {
@@ -30,17 +30,18 @@ base::Result<const store::StockRecord*> FindStock(const store::StockStore& store
   return &store.Master().Stock(record);
 }
 
-const store::StockRecord* FindSecondStock(const store::StockStore& store, const std::string& code,
-                                          Answer& answer) {
-  if (code.empty()) return nullptr;
+std::optional<store::StockCode> FindSecondStock(const store::StockStore& store,
+                                                const std::string& code, Answer& answer) {
+  if (code.empty()) return std::nullopt;
   const auto parsed = store::StockCode::Parse(code);
   if (!parsed) {
     answer.Tell("第二銘柄コードの" + parsed.error().message);
-    return nullptr;
+    return std::nullopt;
   }
-  const screening::SecondStock second = screening::FindSecondStock(store, *parsed);
-  if (!second.problem.empty()) answer.Tell(second.problem);
-  return second.record;
+  const std::string problem = analysis::UnknownSecondStock(store, *parsed);
+  if (problem.empty()) return *parsed;
+  answer.Tell(problem);
+  return std::nullopt;
 }
 
 namespace {
@@ -74,8 +75,8 @@ base::Result<base::DayIndex> FindDay(const store::StockStore& store, const std::
   return base::Fail(parsed->ToText() + " の株価データがありません（" + StoredDays(days) + "）。");
 }
 
-base::Result<DayRange> FindDays(const store::StockStore& store, const std::string& from,
-                                const std::string& to) {
+base::Result<base::DayRange> FindDays(const store::StockStore& store, const std::string& from,
+                                      const std::string& to) {
   const store::Calendar& days = store.Days();
   if (const auto refused = RefuseNoDays(days); !refused) return base::Forward(refused);
   const auto first = from.empty() ? days.Days().front() : ParseDate(from);
@@ -95,7 +96,7 @@ base::Result<DayRange> FindDays(const store::StockStore& store, const std::strin
   const auto number = [&days](auto place) {
     return base::DayIndex(static_cast<int32_t>(place - days.Days().begin()));
   };
-  return DayRange{number(begin + 1), number(end)};
+  return base::DayRange{number(begin + 1), number(end)};
 }
 
 }  // namespace orin::app

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <optional>
 #include <string>
 
 #include "app/orin_cli/answer.h"
@@ -7,6 +8,7 @@
 #include "base/date.h"
 #include "base/ordinal.h"
 #include "base/result.h"
+#include "store/stock_code.h"
 #include "store/stock_store.h"
 
 namespace orin::app {
@@ -24,22 +26,17 @@ base::Result<OpenedStore> OpenForChange(const Session& session);
 base::Result<const store::StockRecord*> FindStock(const store::StockStore& store,
                                                   const std::string& code);
 
-/// The second stock of a code as typed; null for an empty text and, with a sentence in the answer,
-/// for a code that no stock has.
-const store::StockRecord* FindSecondStock(const store::StockStore& store, const std::string& code,
-                                          Answer& answer);
+/// The second stock of a code as typed; nullopt for an empty text and, with a sentence in the
+/// answer, for a code that no stock has.
+std::optional<store::StockCode> FindSecondStock(const store::StockStore& store,
+                                                const std::string& code, Answer& answer);
 
 /// The day of a date as typed; the newest stored day for an empty text.
 base::Result<base::DayIndex> FindDay(const store::StockStore& store, const std::string& date);
 
-/// The trading days first..last, at least one.
-struct DayRange {
-  base::DayIndex first;
-  base::DayIndex last;
-};
-/// Those from one date to another as typed, neither of which has to be a trading day; an empty
-/// text is the first or the newest stored day.
-base::Result<DayRange> FindDays(const store::StockStore& store, const std::string& from,
-                                const std::string& to);
+/// The trading days, at least one, from one date to another as typed, neither of which has to be a
+/// trading day; an empty text is the first or the newest stored day.
+base::Result<base::DayRange> FindDays(const store::StockStore& store, const std::string& from,
+                                      const std::string& to);
 
 }  // namespace orin::app

@@ -1,9 +1,9 @@
 #include <algorithm>
 #include <memory>
+#include <utility>
 #include <vector>
 
-#include "analysis/evaluator.h"
-#include "analysis/program.h"
+#include "analysis/evaluation.h"
 #include "app/orin_cli/compiled_expression.h"
 #include "app/orin_cli/open_store.h"
 #include "base/csv.h"
@@ -33,15 +33,13 @@ struct Column {
   }
 };
 
-Column Evaluate(const analysis::Program& program, analysis::StockContext& context,
-                const DayRange& days) {
+Column ColumnOf(analysis::Evaluation& evaluation, size_t expression) {
   Column column;
-  column.is_value = program.IsValue();
-  analysis::Evaluator evaluator(program);
+  column.is_value = evaluation.ProgramOf(expression).IsValue();
   if (column.is_value) {
-    evaluator.EvaluateOperandRange(context, days.first, days.last, column.values);
+    evaluation.Values(column.values, expression);
   } else {
-    evaluator.EvaluateConditionRange(context, days.first, days.last, column.truths);
+    evaluation.Truths(column.truths, expression);
   }
   return column;
 }
@@ -65,25 +63,22 @@ int FindSeries(const StoreReading& reading, const SeriesOptions& options,
   const store::StockStore& store = reading.store;
   const auto stock = FindStock(store, options.code);
   if (!stock) return answer.Report(stock.error());
-  const store::StockRecord* second = FindSecondStock(store, options.second, answer);
+  const auto second = FindSecondStock(store, options.second, answer);
   const auto days = FindDays(store, options.from, options.to);
   if (!days) return answer.Report(days.error());
 
-  const auto programs = CompileAll(expressions, !options.second.empty(), answer);
+  auto programs = CompileAll(expressions, !options.second.empty(), answer);
   if (!programs) return kWrongUsage;
-  analysis::History needs;
-  for (const analysis::Program& program : *programs) needs = needs.Union(program.Needs());
-  const auto beside = analysis::Companions::Load(store, needs);
-  if (!beside) return answer.Report(beside.error());
-  analysis::StockContext context(store, needs, days->first, days->last, second,
-                                 reading.settings.chart_action.adjusts_for_splits);
-  context.SetBeside(&*beside);
-  context.Load(**stock);
+  auto evaluation = analysis::Evaluation::OfPrograms(
+      store, std::move(*programs),
+      {.days = *days,
+       .second_stock = second,
+       .adjust_splits = reading.settings.chart_action.adjusts_for_splits});
+  if (!evaluation) return answer.Report(evaluation.error());
+  evaluation->Load(**stock);
 
   std::vector<Column> columns;
-  for (const analysis::Program& program : *programs) {
-    columns.push_back(Evaluate(program, context, *days));
-  }
+  for (size_t i = 0; i < expressions.size(); ++i) columns.push_back(ColumnOf(*evaluation, i));
   const auto first = static_cast<size_t>(days->first.Value() - 1);
   const auto last = static_cast<size_t>(days->last.Value());
   Print(expressions, columns, store.Days().Days().subspan(first, last - first), answer.Out());

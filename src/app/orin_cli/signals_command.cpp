@@ -3,6 +3,7 @@
 #include <iterator>
 #include <memory>
 #include <span>
+#include <utility>
 #include <vector>
 
 #include "app/orin_cli/compiled_expression.h"
@@ -46,35 +47,35 @@ class SignalTable {
   std::vector<bool> bits_;
 };
 
-base::Status Scan(const store::StockStore& store, const analysis::Program& program,
-                  const screening::SignalScan& scan, const screening::StockSignals& deliver) {
+base::Status Scan(analysis::Evaluation evaluation, screening::MarketChoice market,
+                  const screening::StockSignals& deliver) {
   // Its bar is gone before anything is printed.
   TerminalProgress progress;
-  return screening::ScanSignals(store, program, scan, progress, deliver);
+  return screening::ScanSignals(std::move(evaluation), market, progress, deliver);
 }
 
-int CountSignals(const store::StockStore& store, const analysis::Program& program,
-                 const screening::SignalScan& scan, Answer& answer) {
+int CountSignals(analysis::Evaluation evaluation, screening::MarketChoice market, Answer& answer) {
   int64_t count = 0;
   const auto add = [&count](const store::StockRecord&, std::span<const uint8_t> truths) {
     count += std::ssize(truths) - std::count(truths.begin(), truths.end(), uint8_t{0});
   };
-  if (const auto scanned = Scan(store, program, scan, add); !scanned) {
+  if (const auto scanned = Scan(std::move(evaluation), market, add); !scanned) {
     return answer.Report(scanned.error());
   }
   answer.Out() << count << '\n';
   return kDone;
 }
 
-int CollectSignals(const store::StockStore& store, const analysis::Program& program,
-                   const screening::SignalScan& scan, Answer& answer) {
-  const auto first = static_cast<size_t>(scan.first.Value() - 1);
-  const auto days = static_cast<size_t>(scan.last.Value()) - first;
+int CollectSignals(analysis::Evaluation evaluation, screening::MarketChoice market,
+                   Answer& answer) {
+  const store::StockStore& store = evaluation.Store();
+  const auto first = static_cast<size_t>(evaluation.Days().first.Value() - 1);
+  const auto days = static_cast<size_t>(evaluation.Days().last.Value()) - first;
   const auto table = std::make_shared<SignalTable>(days);
   const auto add = [&table](const store::StockRecord& stock, std::span<const uint8_t> truths) {
     table->Add(stock, truths);
   };
-  if (const auto scanned = Scan(store, program, scan, add); !scanned) {
+  if (const auto scanned = Scan(std::move(evaluation), market, add); !scanned) {
     return answer.Report(scanned.error());
   }
   answer.Out() << "年月日,銘柄コード\n";
@@ -89,19 +90,23 @@ int CollectSignals(const store::StockStore& store, const analysis::Program& prog
 
 int FindSignals(const StoreReading& reading, const SignalsOptions& options,
                 screening::MarketChoice market, const std::string& condition, Answer& answer) {
-  const store::StockRecord* second = FindSecondStock(reading.store, options.second, answer);
+  const auto second = FindSecondStock(reading.store, options.second, answer);
   const auto days = FindDays(reading.store, options.from, options.to);
   if (!days) return answer.Report(days.error());
 
-  const auto program = Compile(condition, !options.second.empty(), answer);
+  auto program = Compile(condition, !options.second.empty(), answer);
   if (!program) return kWrongUsage;
   if (program->IsValue()) {
     answer.Tell("条件に比較演算子（=、<>、<、<=、>、>=）がないので、成り立つ日はありません。");
   }
-  const screening::SignalScan scan{market, days->first, days->last, second,
-                                   reading.settings.chart_action.adjusts_for_splits};
-  return options.count ? CountSignals(reading.store, *program, scan, answer)
-                       : CollectSignals(reading.store, *program, scan, answer);
+  auto evaluation = analysis::Evaluation::OfProgram(
+      reading.store, std::move(*program),
+      {.days = *days,
+       .second_stock = second,
+       .adjust_splits = reading.settings.chart_action.adjusts_for_splits});
+  if (!evaluation) return answer.Report(evaluation.error());
+  return options.count ? CountSignals(std::move(*evaluation), market, answer)
+                       : CollectSignals(std::move(*evaluation), market, answer);
 }
 
 int RunSignals(const Session& session, const SignalsOptions& options) {

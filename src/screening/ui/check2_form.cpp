@@ -299,7 +299,9 @@ void check2_Form::CountCurrent() {
                                .market = analysis->market,
                                .second_stock = analysis->second_stock,
                                .last = *day,
-                               .adjust_splits = state_.settings.chart_action.adjusts_for_splits});
+                               .adjust_splits = state_.settings.chart_action.adjusts_for_splits,
+                               .keyword_days = DaysOfGroupOnEachDay(*state_.store, Files().all,
+                                                                    list_->CurrentEntry(), date)});
 }
 
 void check2_Form::closeEvent(QCloseEvent* event) {

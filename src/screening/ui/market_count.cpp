@@ -4,8 +4,7 @@
 #include <algorithm>
 #include <utility>
 
-#include "analysis/note_sentence.h"
-#include "screening/screening_run.h"
+#include "analysis/evaluation.h"
 #include "widgets/qt_text.h"
 
 namespace orin::screening {
@@ -30,31 +29,25 @@ void MarketCount::Start(const store::StockStore& store, const Question& question
   Stop();
   counts_ = {};
   problem_.clear();
-  auto program = analysis::BuildProgram(question.condition);
-  if (!program) {
-    Q_EMIT Failed(Text(analysis::NoteSentence(program.error())));
+  const base::DayIndex first(std::max(1, question.last.Value() - question.days + 1));
+  auto evaluation = analysis::Evaluation::OfText(store, question.condition,
+                                                 {.days = {first, question.last},
+                                                  .second_stock = question.second_stock,
+                                                  .adjust_splits = question.adjust_splits,
+                                                  .keyword_days = question.keyword_days});
+  if (!evaluation) {
+    Q_EMIT Failed(Text(evaluation.error().message));
     return;
   }
-  if (program->IsValue()) {
+  if (question.second_stock && evaluation->NeedsSecondStock()) {
+    problem_ = evaluation->SecondStockProblem();
+  }
+  if (evaluation->ProgramOf().IsValue()) {
     Q_EMIT Failed(QStringLiteral("比較のない式は値なので、銘柄を選びません。"));
     return;
   }
-  program_ = std::move(*program);
-  SignalScan scan;
-  scan.market = question.market;
-  scan.last = question.last;
-  scan.first = base::DayIndex(std::max(1, question.last.Value() - question.days + 1));
-  const SecondStock second = FindSecondStock(store, question.second_stock);
-  if (program_->NeedsSecondStock()) problem_ = second.problem;
-  scan.second = second.record;
-  scan.adjust_splits = question.adjust_splits;
-  auto scanner = SignalScanner::Make(store, *program_, scan);
-  if (!scanner) {
-    Q_EMIT Failed(Text(scanner.error().message));
-    return;
-  }
-  scanner_ = std::move(*scanner);
-  for (int32_t day = scan.first.Value(); day <= scan.last.Value(); ++day) {
+  scanner_.emplace(std::move(*evaluation), question.market);
+  for (int32_t day = first.Value(); day <= question.last.Value(); ++day) {
     counts_.dates.push_back(store.Days().DateOf(base::DayIndex(day)));
   }
   counts_.counts.assign(counts_.dates.size(), 0);
@@ -64,7 +57,6 @@ void MarketCount::Start(const store::StockStore& store, const Question& question
 void MarketCount::Stop() {
   timer_.stop();
   scanner_.reset();
-  program_.reset();
 }
 
 void MarketCount::Go() {
@@ -77,7 +69,7 @@ void MarketCount::Go() {
   while (has_more && since.elapsed() < kSlice) has_more = scanner_->Advance(kStocksPerStep, count);
   Q_EMIT Advanced(static_cast<int>(scanner_->Done()), static_cast<int>(scanner_->Total()));
   // Whoever heard that may have stopped the count.
-  if (has_more || scanner_ == nullptr) return;
+  if (has_more || !scanner_) return;
   Stop();
   Q_EMIT Finished();
 }

@@ -3,12 +3,11 @@
 #include <QObject>
 #include <QTimer>
 #include <cstdint>
-#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
 
-#include "analysis/program.h"
+#include "analysis/run_days.h"
 #include "base/date.h"
 #include "base/ordinal.h"
 #include "screening/market_choice.h"
@@ -41,12 +40,13 @@ class MarketCount final : public QObject {
     base::DayIndex last;  // the day; kDays of them, or as many as there are
     int32_t days = kDays;
     bool adjust_splits = true;
+    analysis::RunDays keyword_days = analysis::RunDays::OfOneFile();
   };
   /// Gives up the count under way and begins another one. The store must outlive the count or its
   /// Stop. A text that cannot be compiled and a value give Failed at once.
   void Start(const store::StockStore& store, const Question& question);
   void Stop();
-  [[nodiscard]] bool IsRunning() const { return scanner_ != nullptr; }
+  [[nodiscard]] bool IsRunning() const { return scanner_.has_value(); }
   /// Of the stocks looked at so far.
   [[nodiscard]] const DayCounts& Counts() const { return counts_; }
   /// A sentence where the condition reads a second stock that the master lacks, else empty.
@@ -62,8 +62,7 @@ class MarketCount final : public QObject {
   void Go();
 
   QTimer timer_;
-  std::optional<analysis::Program> program_;
-  std::unique_ptr<SignalScanner> scanner_;
+  std::optional<SignalScanner> scanner_;
   DayCounts counts_;
   std::string problem_;
 };

@@ -19,9 +19,9 @@ struct ResultContent {
   std::string title;
   base::Date date;
   std::vector<store::StockCode> codes;
-  std::filesystem::path list;                  // the result list; empty for a combination of lists
-  std::optional<AnalysisFile> analysis;        // none: the condition is not known
-  std::optional<analysis::RunDays> days = {};  // as in the run
+  std::filesystem::path list;            // the result list; empty for a combination of lists
+  std::optional<AnalysisFile> analysis;  // none: the condition is not known
+  analysis::RunDays days = analysis::RunDays::OfOneFile();  // as in the run
   StockDays own_days = {};
   std::optional<int16_t> first_file = {};  // the first price file that the run read
 };

@@ -153,8 +153,7 @@ void result_Form::LoadRows() {
   const std::vector<ResultColumn> columns = ColumnsOf(state_.settings.analysis_group);
   std::vector<std::string> notes;
   ResultQuestion question{store->Days().Find(content_.date), columns, SecondStock(),
-                          state_.settings.chart_action.adjusts_for_splits,
-                          content_.days.value_or(analysis::RunDays())};
+                          state_.settings.chart_action.adjusts_for_splits, content_.days};
   base::Result<std::vector<ResultRow>> rows;
   if (question.day.IsNone()) {
     rows = std::vector<ResultRow>();
