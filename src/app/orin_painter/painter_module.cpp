@@ -3,7 +3,7 @@
 #include <memory>
 
 #include "chart/picture_format.h"
-#include "chart/ui/picture_encoding.h"
+#include "painting/picture_encoding.h"
 
 // The painter for programs without a window toolkit: a module of one function, loaded when a
 // picture is wanted.
@@ -29,7 +29,7 @@ extern "C" Q_DECL_EXPORT bool OrinEncodePicture(const orin::chart::DrawList& pic
                                                 orin::chart::PictureFormat format,
                                                 std::string& bytes) {
   HaveApplication();
-  const auto encoded = orin::chart::EncodePicture(picture, scale, format);
+  const auto encoded = orin::painting::EncodePicture(picture, scale, format);
   if (encoded) bytes = encoded->toStdString();
   return encoded.has_value();
 }
