@@ -4,6 +4,7 @@
 #include <array>
 #include <cmath>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "chart/layout.h"
@@ -146,6 +147,8 @@ DrawList DrawSample(const settings::Settings& settings, const SampleChoice& choi
                                size.scale};
   ChartLayout layout = LayOut(chart, chart_size);
   const Rect& main = layout.panes.front().plot;
+  // The lines go through all panes.
+  layout.picture.items.emplace_back(Clip{{0, 0, chart_size.width, chart_size.height}});
   for (DrawItem& item : CrossHair(chart, layout, chart_size, settings.chart_common_color.cross_hair,
                                   main.left + main.width * 0.4, main.top + main.height * 0.3)) {
     layout.picture.items.push_back(std::move(item));

@@ -63,6 +63,7 @@ std::string Receive(const FileDescriptor& from) {
 int Spawn(const fs::path& program, const std::vector<std::string>& arguments, int input, int error,
           pid_t& child) {
   std::vector<char*> pointers;
+  pointers.reserve(arguments.size() + 1);
   for (const std::string& argument : arguments) {
     // The call takes them as not constant and leaves them as they are.
     pointers.push_back(const_cast<char*>(argument.c_str()));
