@@ -19,8 +19,8 @@
 #include "base/progress.h"
 #include "chart/chart.h"
 #include "chart/layout.h"
-#include "chart/ui/chart_painter.h"
 #include "market_maker.h"
+#include "painting/picture_painter.h"
 #include "settings/settings.h"
 #include "store/stock_store.h"
 
@@ -90,7 +90,7 @@ bool Measure(const std::string& name, const fs::path& market, int32_t days) {
   const double laid_out = MedianTime([&] { layout = chart::LayOut(chart, kSize); });
   const double painted = MedianTime([&] {
     QPainter painter(&image);
-    chart::PaintPicture(painter, layout.picture);
+    painting::PaintPicture(painter, layout.picture);
   });
   print("", laid_out + painted);
   print(".models", models);

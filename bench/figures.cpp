@@ -8,6 +8,7 @@
 #include <functional>
 #include <iomanip>
 #include <iostream>
+#include <span>
 #include <string_view>
 #include <sys/resource.h>
 #include <unistd.h>
@@ -15,10 +16,12 @@
 #include "analysis/evaluation.h"
 #include "base/file_system.h"
 #include "base/progress.h"
+#include "hand_loops.h"
 #include "program_start.h"
 #include "screening/screening_run.h"
 #include "screening/signal_scan.h"
 #include "store/file_names.h"
+#include "store/price_files.h"
 #include "store/stock_store.h"
 
 namespace orin::bench {
@@ -95,33 +98,63 @@ class StopAfter : public base::Progress {
   int64_t stocks_;
 };
 
-/// The measured jobs, all on one market.
+/// The price files as the loops by hand take them.
+class MappedMarket {
+ public:
+  MappedMarket(const store::StockMaster& master, store::PriceFiles prices)
+      : prices_(std::move(prices)) {
+    for (int32_t file = 0; file < prices_.FileCount(); ++file) {
+      const store::DayPlace place = prices_.PlaceOf(file * store::kDaysPerFile);
+      files_.push_back(prices_.Bytes(place.file).data());
+    }
+    for (const store::StockRecord& stock : master.Stocks()) {
+      stocks_.push_back(static_cast<size_t>(stock.slot.Value() - 1) * store::kDailyRecordLength);
+    }
+  }
+  [[nodiscard]] HandMarket View() const {
+    return {files_.data(), stocks_.data(), stocks_.size(), prices_.DayCount()};
+  }
+
+ private:
+  store::PriceFiles prices_;
+  std::vector<const char*> files_;
+  std::vector<size_t> stocks_;
+};
+
+/// The measured jobs, all on one market. Each returns what it has found.
 class Bench {
  public:
-  Bench(const store::StockStore& store, std::vector<std::filesystem::path> files)
-      : store_(store), files_(std::move(files)), program_(WindowProgram()) {}
+  Bench(const store::StockStore& store, std::vector<std::filesystem::path> files,
+        MappedMarket market)
+      : store_(store),
+        files_(std::move(files)),
+        market_(std::move(market)),
+        program_(WindowProgram()) {}
 
-  void StartProgram() {
+  uint64_t StartProgram() {
     if (!StartAndClose(program_, store_.Location().system_directory)) has_failed_ = true;
+    return 0;
   }
   /// Whether the window program is there, and ended as it should every time.
   [[nodiscard]] bool CanStartProgram() const { return !program_.empty() && !has_failed_; }
 
-  void StreamLastFile() { seen_ = stream_.Run(files_.back(), FileStream::Sum::kWords); }
-  void SumCloses() {
-    for (const auto& file : files_) seen_ = stream_.Run(file, FileStream::Sum::kCloses);
+  uint64_t StreamLastFile() { return stream_.Run(files_.back(), FileStream::Sum::kWords); }
+  uint64_t SumCloses() {
+    uint64_t sum = 0;
+    for (const auto& file : files_) sum += stream_.Run(file, FileStream::Sum::kCloses);
+    return sum;
   }
-  void Screen(std::string_view condition) {
+  uint64_t Screen(std::string_view condition) {
     screening::AnalysisFile analysis;
     analysis.condition = std::string(condition);
     base::SilentProgress progress;
     std::vector<std::string> notes;
     const auto selected =
         screening::Select(store_, analysis, {store_.Days().Last()}, progress, notes);
-    seen_ = selected ? selected->size() : 0;
+    return selected ? selected->size() : 0;
   }
   /// The golden cross on each of the last `days` days of the first `stocks` stocks, counted.
-  void CountSignals(int64_t stocks, int32_t days) {
+  uint64_t CountSignals(int64_t stocks, int32_t days) {
     const DayIndex last = store_.Days().Last();
     const DayIndex first(std::max(1, last.Value() - days + 1));
     auto evaluation = analysis::Evaluation::OfText(store_, kGoldenCross, {.days = {first, last}});
@@ -132,10 +165,11 @@ class Bench {
                                [&hits](const store::StockRecord&, std::span<const uint8_t> truths) {
                                  hits += std::count(truths.begin(), truths.end(), 1);
                                }));
-    seen_ = static_cast<uint64_t>(hits);
+    return static_cast<uint64_t>(hits);
   }
-  /// Columns of three indicators over the whole history of every stock.
-  void ComputeColumns() {
+  /// Columns of three indicators over the whole history of every stock; the sum of their last
+  /// values.
+  uint64_t ComputeColumns() {
     std::vector<analysis::Program> programs;
     for (const std::string_view text : kColumns) {
       programs.push_back(*analysis::BuildProgram(text));
@@ -144,25 +178,27 @@ class Bench {
         store_, std::move(programs), {.days = {DayIndex(1), store_.Days().Last()}});
     base::ValueColumn values;
     const auto stocks = store_.Master().Stocks();
+    uint64_t sum = 0;
     for (size_t i = 0; i < stocks.size(); ++i) {
       evaluation->LoadNext(stocks, i);
       for (size_t column = 0; column < std::size(kColumns); ++column) {
         evaluation->Values(values, column);
-        seen_ = seen_ + static_cast<uint64_t>(values.Data()[values.Size() - 1].Raw());
+        sum += static_cast<uint64_t>(values.Data()[values.Size() - 1].Raw());
       }
     }
+    return sum;
   }
-
-  [[nodiscard]] const store::StockStore& Store() const { return store_; }
+  uint64_t RunByHand(uint64_t (*HandLoops::*job)(const HandMarket&)) {
+    return (BestHandLoops().*job)(market_.View());
+  }
 
  private:
   const store::StockStore& store_;
   std::vector<std::filesystem::path> files_;
+  MappedMarket market_;
   std::filesystem::path program_;
   bool has_failed_ = false;
   FileStream stream_;
-  // The results of the measured work, which the compiler must not drop.
-  volatile uint64_t seen_ = 0;
 };
 
 constexpr std::string_view kStart = "start";
@@ -174,30 +210,121 @@ constexpr std::string_view kChart = "chart";
 struct Figure {
   std::string_view name;
   std::string_view unit;  // another figure, measured in the same rounds, or ms
-  void (*run)(Bench&);
+  uint64_t (*run)(Bench&);
+  std::string_view by_hand = {};  // the figure that finds the same without the engine
 };
 
 constexpr int64_t kAllStocks = 1'000'000;
 constexpr int32_t kAllDays = 1'000'000;
 
 constexpr Figure kFigures[] = {
-    {"F1", "ms", [](Bench& bench) { bench.StreamLastFile(); }},
-    {"F2", "ms", [](Bench& bench) { bench.SumCloses(); }},
-    {"T1", "F1", [](Bench& bench) { bench.Screen(kGoldenCross); }},
-    {"T3", "F1", [](Bench& bench) { bench.Screen(kFiveTerms); }},
-    {"T2", "F2", [](Bench& bench) { bench.CountSignals(kAllStocks, kAllDays); }},
-    {"T4", "F2", [](Bench& bench) { bench.ComputeColumns(); }},
+    {"F1", "ms", [](Bench& bench) { return bench.StreamLastFile(); }},
+    {"F2", "ms", [](Bench& bench) { return bench.SumCloses(); }},
+    {"H1", "F1", [](Bench& bench) { return bench.RunByHand(&HandLoops::golden_crosses_today); }},
+    {"H3", "F1", [](Bench& bench) { return bench.RunByHand(&HandLoops::five_terms_today); }},
+    {"H2", "F2", [](Bench& bench) { return bench.RunByHand(&HandLoops::golden_crosses); }},
+    {"H4", "F2", [](Bench& bench) { return bench.RunByHand(&HandLoops::columns); }},
+    {"T1", "F1", [](Bench& bench) { return bench.Screen(kGoldenCross); }, "H1"},
+    {"T3", "F1", [](Bench& bench) { return bench.Screen(kFiveTerms); }, "H3"},
+    {"T2", "F2", [](Bench& bench) { return bench.CountSignals(kAllStocks, kAllDays); }, "H2"},
+    {"T4", "F2", [](Bench& bench) { return bench.ComputeColumns(); }, "H4"},
     // How T2 grows with the stocks and with the days.
-    {"T2.1000stocks", "F2", [](Bench& bench) { bench.CountSignals(1000, kAllDays); }},
-    {"T2.2000stocks", "F2", [](Bench& bench) { bench.CountSignals(2000, kAllDays); }},
-    {"T2.4000stocks", "F2", [](Bench& bench) { bench.CountSignals(4000, kAllDays); }},
-    {"T2.250days", "F2", [](Bench& bench) { bench.CountSignals(kAllStocks, 250); }},
-    {"T2.1000days", "F2", [](Bench& bench) { bench.CountSignals(kAllStocks, 1000); }},
-    {kStart, "F2", [](Bench& bench) { bench.StartProgram(); }},
+    {"T2.1000stocks", "F2", [](Bench& bench) { return bench.CountSignals(1000, kAllDays); }},
+    {"T2.2000stocks", "F2", [](Bench& bench) { return bench.CountSignals(2000, kAllDays); }},
+    {"T2.4000stocks", "F2", [](Bench& bench) { return bench.CountSignals(4000, kAllDays); }},
+    {"T2.250days", "F2", [](Bench& bench) { return bench.CountSignals(kAllStocks, 250); }},
+    {"T2.1000days", "F2", [](Bench& bench) { return bench.CountSignals(kAllStocks, 1000); }},
+    {kStart, "F2", [](Bench& bench) { return bench.StartProgram(); }},
+};
+constexpr size_t kCount = std::size(kFigures);
+
+/// kCount for what is no figure of the table, like ms.
+size_t FindFigure(std::string_view name) {
+  return static_cast<size_t>(std::ranges::find(kFigures, name, &Figure::name) -
+                             std::begin(kFigures));
+}
+
+/// The times of the figures, a round each and empty where one is not measured, and their results.
+struct Measured {
+  std::array<std::vector<double>, kCount> times;
+  std::array<uint64_t, kCount> found = {};
 };
 
 bool IsAsked(std::string_view name, const std::vector<std::string>& names) {
   return names.empty() || std::find(names.begin(), names.end(), name) != names.end();
+}
+
+/// The figures to measure: those asked for with those that they are ratios to.
+std::array<bool, kCount> FiguresFor(const std::vector<std::string>& names) {
+  std::array<bool, kCount> wanted = {};
+  const auto want = [&wanted](std::string_view name) {
+    const size_t place = FindFigure(name);
+    if (place < kCount) wanted.at(place) = true;
+  };
+  // A figure stands behind those that it is a ratio to.
+  for (size_t i = kCount; i-- > 0;) {
+    if (IsAsked(kFigures[i].name, names)) wanted.at(i) = true;
+    if (!wanted.at(i)) continue;
+    want(kFigures[i].unit);
+    want(kFigures[i].by_hand);
+  }
+  return wanted;
+}
+
+/// Round after round of all the figures, so that a slow moment of the machine meets them alike.
+Measured MeasureRounds(Bench& bench, const std::array<bool, kCount>& wanted) {
+  Measured measured;
+  for (int round = 0; round <= kRounds; ++round) {
+    for (size_t i = 0; i < kCount; ++i) {
+      if (!wanted.at(i)) continue;
+      if (kFigures[i].name == kStart && !bench.CanStartProgram()) continue;
+      const double start = ProcessorTime();
+      measured.found.at(i) = kFigures[i].run(bench);
+      // The first round warms the caches.
+      if (round > 0) measured.times.at(i).push_back(ProcessorTime() - start);
+    }
+  }
+  return measured;
+}
+
+/// Fails where the engine and the loops by hand have not found the same: then one of them is wrong.
+base::Status CompareWithHand(const Measured& measured) {
+  for (size_t i = 0; i < kCount; ++i) {
+    const size_t by_hand = FindFigure(kFigures[i].by_hand);
+    if (by_hand == kCount || measured.times.at(i).empty()) continue;
+    if (measured.found.at(i) == measured.found.at(by_hand)) continue;
+    return base::Fail(std::string(kFigures[i].name) + " の結果 " +
+                      std::to_string(measured.found.at(i)) + " が " +
+                      std::string(kFigures[by_hand].name) + " の結果 " +
+                      std::to_string(measured.found.at(by_hand)) + " と違います。");
+  }
+  return {};
+}
+
+void PrintFigures(const Measured& measured, std::ostream& out) {
+  for (size_t i = 0; i < kCount; ++i) {
+    const Figure& figure = kFigures[i];
+    if (measured.times.at(i).empty()) continue;
+    const double time = Median(measured.times.at(i));
+    const size_t base = FindFigure(figure.unit);
+    if (base == kCount) {
+      out << figure.name << '\t' << time << "\tms\n";
+      continue;
+    }
+    std::vector<double> ratios;
+    for (size_t round = 0; round < measured.times.at(i).size(); ++round) {
+      ratios.push_back(measured.times.at(i)[round] / measured.times.at(base)[round]);
+    }
+    out << figure.name << '\t' << Median(ratios) << '\t' << figure.unit << '\t' << time << "\tms\n";
+  }
+  for (size_t i = 0; i < kCount; ++i) {
+    const Figure& figure = kFigures[i];
+    if (figure.by_hand.empty() || measured.times.at(i).empty()) continue;
+    const double time = Median(measured.times.at(i));
+    out << figure.name << '/' << figure.by_hand << '\t'
+        << time / Median(measured.times.at(FindFigure(figure.by_hand))) << '\t' << figure.by_hand
+        << '\t' << time << "\tms\n";
+  }
 }
 
 /// The longest time without events while the window program runs conditions, and the longest that
@@ -239,9 +366,7 @@ long PrivateKibibytes() {
 base::Status RunFigures(const std::filesystem::path& directory,
                         const std::vector<std::string>& names, std::ostream& out) {
   for (const std::string& name : names) {
-    const bool known = name == kGap || name == kChart ||
-                       std::any_of(std::begin(kFigures), std::end(kFigures),
-                                   [&name](const Figure& figure) { return figure.name == name; });
+    const bool known = name == kGap || name == kChart || FindFigure(name) < kCount;
     if (!known) return base::Fail("「" + name + "」という計測値はありません。");
   }
   const store::StoreLocation location{directory, directory / "data"};
@@ -252,41 +377,17 @@ base::Status RunFigures(const std::filesystem::path& directory,
   for (int16_t file = header.first_file; file <= header.current_file; ++file) {
     files.push_back(store::PathOf(location, {store::FileKind::kDaily, file}));
   }
-  Bench bench(*store, files);
+  auto prices = store::PriceFiles::Open(location, store->Master());
+  if (!prices) return base::Forward(prices);
+  Bench bench(*store, files, MappedMarket(store->Master(), std::move(*prices)));
 
-  // Round after round of all the figures, so that a slow moment of the machine meets them alike.
-  constexpr size_t kCount = std::size(kFigures);
-  std::array<std::vector<double>, kCount> times;
-  for (int round = 0; round <= kRounds; ++round) {
-    for (size_t i = 0; i < kCount; ++i) {
-      if (!IsAsked(kFigures[i].name, names)) continue;
-      if (kFigures[i].name == kStart && !bench.CanStartProgram()) continue;
-      const double start = ProcessorTime();
-      kFigures[i].run(bench);
-      // The first round warms the caches.
-      if (round > 0) times[i].push_back(ProcessorTime() - start);
-    }
-  }
+  const Measured measured = MeasureRounds(bench, FiguresFor(names));
+  if (const base::Status same = CompareWithHand(measured); !same) return same;
   if (IsAsked(kStart, names) && !bench.CanStartProgram()) {
     std::cerr << "orin がないか、起動に失敗したので、" << kStart << " は計れません。\n";
   }
   out << std::fixed << std::setprecision(3);
-  for (size_t i = 0; i < kCount; ++i) {
-    const Figure& figure = kFigures[i];
-    if (times[i].empty()) continue;
-    const double time = Median(times[i]);
-    const auto base = std::find_if(std::begin(kFigures), std::end(kFigures),
-                                   [&](const Figure& other) { return other.name == figure.unit; });
-    if (base == std::end(kFigures)) {
-      out << figure.name << '\t' << time << "\tms\n";
-      continue;
-    }
-    std::vector<double> ratios;
-    for (size_t round = 0; round < times[i].size(); ++round) {
-      ratios.push_back(times[i][round] / times[static_cast<size_t>(base - kFigures)][round]);
-    }
-    out << figure.name << '\t' << Median(ratios) << '\t' << figure.unit << '\t' << time << "\tms\n";
-  }
+  PrintFigures(measured, out);
   if (IsAsked(kGap, names)) PrintWindowRun(directory, out);
   if (IsAsked(kChart, names)) {
     const std::string lines = MeasureCharts(directory);

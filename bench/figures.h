@@ -21,13 +21,16 @@ namespace orin::bench {
 ///     its average of 22)
 /// T2  the golden cross on every day of every stock, counted, as a ratio to F2; with fewer stocks
 ///     and with fewer days it tells how the time grows
+/// T4  columns of RSI(14), ADX(14,14) and MACD(5,20) over all days of every stock
+/// H1 to H4  the results of T1 to T4 from loops written by hand (hand_loops.h)
+/// T1/H1 to T4/H4  the ratios of their median times: how far the engine is from them
 /// start  the window program from its start until its windows can be used, where it was built
 /// chart  laying out and painting 2,500 days with five sub-charts at 1600 x 1000, and a hundred
-/// years
-///        of days (century), each also in parts; as ratios to filling the picture with one colour
-/// T4  columns of RSI(14), ADX(14,14) and MACD(5,20) over all days of every stock
+///        years of days (century), each also in parts; as ratios to filling the picture with one
+///        colour
 ///
-/// At the end the private memory of the process.
+/// A ratio brings the figures that it needs along. At the end the private memory of the process.
+/// Fails where T1 to T4 find other things than H1 to H4.
 base::Status RunFigures(const std::filesystem::path& directory,
                         const std::vector<std::string>& names, std::ostream& out);
 

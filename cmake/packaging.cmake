@@ -26,7 +26,7 @@ function(add_zipped source result)
     DEPENDS ${source} VERBATIM)
   set(zipped ${zipped} ${result} PARENT_SCOPE)
 endfunction()
-foreach(page orin orin-cli)
+foreach(page orin orin-cli orin-draw)
   add_zipped(${packaging}/man/${page}.1 ${packaged}/man/${page}.1.gz)
 endforeach()
 add_zipped(${packaged}/debian/changelog ${packaged}/changelog.Debian.gz)
@@ -34,14 +34,11 @@ add_custom_target(orin_packaging ALL DEPENDS ${zipped})
 
 set(programs orin-cli)
 if(TARGET orin)
-  list(APPEND programs orin)
+  list(APPEND programs orin orin-draw)
 endif()
 # cpack builds nothing; whoever has built the programs has all that it takes.
 add_dependencies(orin-cli orin_packaging)
 install(TARGETS ${programs})
-if(TARGET orin-painter)
-  install(TARGETS orin-painter LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}/orin/modules)
-endif()
 install(DIRECTORY ${PROJECT_SOURCE_DIR}/demo DESTINATION ${CMAKE_INSTALL_DATADIR}/orin)
 # The manual links to the pages beside it.
 install(DIRECTORY ${PROJECT_SOURCE_DIR}/docs/ DESTINATION ${CMAKE_INSTALL_DATADIR}/orin)
@@ -51,7 +48,7 @@ install(FILES ${packaging}/orin.svg
 install(FILES ${packaged}/orin.metainfo.xml DESTINATION ${CMAKE_INSTALL_DATADIR}/metainfo
   RENAME jp.orin.orin.metainfo.xml)
 install(FILES ${packaged}/man/orin.1.gz ${packaged}/man/orin-cli.1.gz
-  DESTINATION ${CMAKE_INSTALL_MANDIR}/ja/man1)
+  ${packaged}/man/orin-draw.1.gz DESTINATION ${CMAKE_INSTALL_MANDIR}/ja/man1)
 install(FILES ${packaged}/changelog.Debian.gz ${packaging}/debian/copyright
   DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/orin)
 install(FILES ${packaging}/debian/lintian-overrides
@@ -59,7 +56,7 @@ install(FILES ${packaging}/debian/lintian-overrides
 
 # The pages are Japanese in every locale: there are no others.
 file(MAKE_DIRECTORY ${packaged}/man1)
-foreach(page orin orin-cli)
+foreach(page orin orin-cli orin-draw)
   file(CREATE_LINK ../ja/man1/${page}.1.gz ${packaged}/man1/${page}.1.gz SYMBOLIC)
 endforeach()
 install(DIRECTORY ${packaged}/man1 DESTINATION ${CMAKE_INSTALL_MANDIR})

@@ -16,7 +16,7 @@ esac
 
 scripts/install-packages.sh >&2
 cmake --preset release >/dev/null
-cmake --build --preset release --target orin-cli --target orin-painter --target orin >&2
+cmake --build --preset release --target orin-cli --target orin-draw --target orin >&2
 
 home=${ORIN_DEMO:-build/demo}
 cli=(build/release/src/app/orin-cli --home "$home")

@@ -6,7 +6,7 @@
 #include <memory>
 #include <string_view>
 
-#include "app/orin_cli/command.h"
+#include "app/exit_status.h"
 #include "base/text.h"
 
 namespace orin::app {

@@ -22,6 +22,8 @@ class FileDescriptor {
  public:
   /// Not open on failure; errno says why. `mode` is that of a file made by O_CREAT.
   static FileDescriptor Open(const std::filesystem::path& path, int flags, mode_t mode = 0);
+  /// Closes `number`, which the system has given to the caller; not open below 0.
+  static FileDescriptor Own(int number) { return FileDescriptor(number); }
   FileDescriptor(FileDescriptor&& other) noexcept;
   FileDescriptor& operator=(FileDescriptor&&) = delete;
   FileDescriptor(const FileDescriptor&) = delete;

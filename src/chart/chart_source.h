@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <map>
+#include <span>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -18,6 +19,17 @@
 
 namespace orin::chart {
 
+/// Stocks that are in no store, with daily bars of the same days.
+struct MadeSeries {
+  store::Calendar days;
+  store::StockRecord stock;
+  base::BarColumns bars;
+  store::StockRecord second;  // of another slot
+  base::BarColumns second_bars;
+  std::vector<store::CreditBalance> balances;  // a place for each day
+  store::TrendLines trend_lines;
+};
+
 /// The series that a chart draws, as they stood at the close of a day: whatever is computed from
 /// them does not know later ones.
 class ChartSource {
@@ -27,8 +39,10 @@ class ChartSource {
   ChartSource(const store::StockStore& store, const store::StockRecord& stock,
               const store::StockRecord* second, bool adjust, store::BarPeriod period,
               base::DayIndex last);
+  /// All days of the series, which must outlive the object. Its second stock stands for every other
+  /// one.
+  ChartSource(const MadeSeries& series, store::BarPeriod period);
 
-  [[nodiscard]] const store::StockStore& Store() const { return store_; }
   [[nodiscard]] const store::StockRecord& Stock() const { return stock_; }
   [[nodiscard]] const store::StockRecord* Second() const { return second_; }
   [[nodiscard]] store::BarPeriod Period() const { return period_; }
@@ -52,16 +66,22 @@ class ChartSource {
   /// Balances of the days; empty on other bars and where all of them are 0.
   [[nodiscard]] std::vector<store::CreditBalance> CreditBalances() const;
   [[nodiscard]] base::Result<store::TrendLines> TrendLines() const;
+  [[nodiscard]] std::span<const store::SplitEvent> Splits() const;
   /// The newest day up to `last` with intraday bars of the stock.
   [[nodiscard]] base::Result<store::IntradayDay> Intraday(base::Date last) const;
   /// The first bar whose last day is that day or later; the last one + 1 for later days.
   [[nodiscard]] int32_t BarOf(base::Date date);
 
  private:
+  [[nodiscard]] const store::Calendar& Days() const;
+  [[nodiscard]] base::BarColumns LoadBars(const store::StockRecord& stock, store::BarPeriod period,
+                                          base::DayIndex last) const;
   /// Place i is day i + 1.
   [[nodiscard]] base::Result<base::ValueColumn> EvaluateDays(const std::string& expression) const;
 
-  const store::StockStore& store_;
+  // One of the two.
+  const store::StockStore* store_ = nullptr;
+  const MadeSeries* made_ = nullptr;
   const store::StockRecord& stock_;
   const store::StockRecord* second_;
   bool adjust_;

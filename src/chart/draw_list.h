@@ -12,6 +12,13 @@ namespace orin::chart {
 // What a picture consists of, in device pixels from its upper left corner. Whoever paints it knows
 // nothing of bars and prices.
 
+/// The size of a picture in device pixels; `scale` of them are one pixel of a screen at 100 %.
+struct PictureSize {
+  int32_t width = 1000;
+  int32_t height = 700;
+  double scale = 1;
+};
+
 /// What something is drawn as. In print without colours it decides the pattern.
 enum class InkRole : uint8_t {
   kGround,  // the paper

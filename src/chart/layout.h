@@ -10,13 +10,6 @@
 
 namespace orin::chart {
 
-/// The size of a picture in device pixels; `scale` of them are one pixel of a screen at 100 %.
-struct PictureSize {
-  int32_t width = 1000;
-  int32_t height = 700;
-  double scale = 1;
-};
-
 /// Where the parts of a pane lie. The scales are those of its content; `bars` of a pane without
 /// bars of the chart has no places.
 struct PaneLayout {

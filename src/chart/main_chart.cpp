@@ -133,8 +133,7 @@ void AddTrendLines(const PlotRequest& request, Plot& result, TimePlot& plot) {
 
 /// The first bar with the new shares.
 void AddSplits(const PlotRequest& request, TimePlot& plot) {
-  for (const store::SplitEvent& event :
-       request.source.Store().Splits().EventsOf(request.source.Stock().code)) {
+  for (const store::SplitEvent& event : request.source.Splits()) {
     const base::Date first = base::Date::FromSerial(event.last_day_with_rights.Serial() + 1);
     const auto ratio = Currency::FromDouble(event.ratio);
     const std::string text =

@@ -1,18 +1,17 @@
 #pragma once
 
 #include <cstdint>
-#include <string>
-
-#include "chart/draw_list.h"
+#include <filesystem>
+#include <optional>
 
 namespace orin::chart {
 
 enum class PictureFormat : uint8_t { kPng, kSvg, kPdf };
 
-/// The entry of the module orin-painter.so, which paints for programs that have no window toolkit
-/// of their own. False where the picture cannot be made; `bytes` is the file.
-using PictureEncoder = bool (*)(const DrawList& picture, double scale, PictureFormat format,
-                                std::string& bytes);
-inline constexpr const char* kPictureEncoderName = "OrinEncodePicture";
+/// By the ending of the name: .png, .svg, .pdf; nullopt for others.
+std::optional<PictureFormat> FormatOf(const std::filesystem::path& file);
+
+/// Whether a picture of this size is at least a pixel and takes no more than 400 megabytes.
+bool IsPaintable(int32_t width, int32_t height);
 
 }  // namespace orin::chart

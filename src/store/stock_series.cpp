@@ -1,6 +1,7 @@
 #include "store/stock_series.h"
 
 #include <array>
+#include <utility>
 
 #include "store/period_bars.h"
 
@@ -36,6 +37,11 @@ base::BarColumns LoadPeriod(const StockStore& store, const StockRecord& stock, B
   } else {
     store.LoadBars(stock.slot, base::DayIndex(1), last, daily);
   }
+  return ToPeriod(std::move(daily), days, period, last);
+}
+
+base::BarColumns ToPeriod(base::BarColumns daily, const Calendar& days, BarPeriod period,
+                          base::DayIndex last) {
   if (period == BarPeriod::kDay) return daily;
   PeriodBars periods;
   periods.Build(base::BarsView(daily), period == BarPeriod::kWeek ? days.Weeks() : days.Months());

@@ -23,4 +23,9 @@ base::BarColumns LoadPeriod(const StockStore& store, const StockRecord& stock, B
 base::BarColumns LoadPeriod(const StockStore& store, const StockRecord& stock, BarPeriod period,
                             bool is_adjusted);
 
+/// Daily bars from the first of `days` on as bars of a period, the last week or month ending at
+/// the day `last`.
+base::BarColumns ToPeriod(base::BarColumns daily, const Calendar& days, BarPeriod period,
+                          base::DayIndex last);
+
 }  // namespace orin::store

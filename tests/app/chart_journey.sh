@@ -58,6 +58,39 @@ expect "wrong date" 1 "「2020/13/01」" cli chart AAPL --from 2020/13/01 -o "$o
 expect "wrong scale" 2 "使い方" cli chart AAPL --scale 9 -o "$out/a.png"
 expect_text "nothing was written over" "$before" "$(cksum <"$out/a.png")"
 
+# The program that paints: what it is given may be damaged, and it may be missing or die.
+draw=$(dirname "$program")/orin-draw
+expect "a damaged picture" 1 "渡された図のデータが壊れています。" \
+  sh -c 'printf "ODL1 and then rubbish" | "$1" "$2"' - "$draw" "$out/a.png"
+expect "no picture at all" 1 "渡された図のデータが壊れています。" "$draw" "$out/a.png" </dev/null
+expect "drawn as what" 1 "$out/a.bmp の種類は" "$draw" "$out/a.bmp" </dev/null
+expect "no file" 2 "使い方は orin-draw --help" "$draw" </dev/null
+expect "no number" 2 "使い方は orin-draw --help" "$draw" --scale nan "$out/a.png" </dev/null
+expect "a name like an option" 0 "" sh -c 'cd "$1" && "$2" --home "$3" chart AAPL -o-x.png' - \
+  "$out" "$(realpath "$program")" "$(realpath "$home")"
+expect_text "it is drawn" $'\x89PNG' "$(kind "$out/-x.png")"
+alone=$home/alone
+mkdir -p "$alone"
+cp "$program" "$alone/orin-cli"
+chart_alone() { "$alone/orin-cli" --home "$home" chart AAPL -o "$out/a.png"; }
+expect "no painter" 1 "orin-draw」が見つかりません。" chart_alone
+printf '#!/bin/sh\nkill -9 $$\n' >"$alone/orin-draw"
+expect "no right to run" 1 "orin-draw」を起動できません（アクセスが許可されていません）。" chart_alone
+chmod +x "$alone/orin-draw"
+expect "a killed painter" 1 "orin-draw」が途中で止められました（シグナル9）。" chart_alone
+printf '#!/bin/sh\necho "no library" >&2\nexit 127\n' >"$alone/orin-draw"
+expect "a painter that cannot start" 1 "orin-draw」が動きません（終了状態127）。" chart_alone
+expect_text "of which only that is told" 1 "$(chart_alone 2>&1 | wc -l)"
+# A file that may not grow stands for a full disk.
+expect "no room" 1 "（ファイルが大きすぎます）。" sh -c 'trap "" XFSZ; ulimit -f 1; "$@"' - \
+  "$program" --home "$home" chart AAPL -o "$out/a.png"
+expect "no room for a new file" 1 "（ファイルが大きすぎます）。" sh -c 'trap "" XFSZ; ulimit -f 1; "$@"' - \
+  "$program" --home "$home" chart AAPL -o "$out/new.png"
+expect_text "nothing of it is left" "" "$(ls -A "$out" | grep -e new -e tmp)"
+mkdir "$out/closed.png"
+expect "a directory" 1 "$out/closed.png" cli chart AAPL -o "$out/closed.png"
+expect_text "still nothing was written over" "$before" "$(cksum <"$out/a.png")"
+
 cli settings set original3_analysis '移動平均(25,0' >/dev/null 2>&1 ||
   printf '[ChartDisplay]\r\noriginal3_analysis=%s\r\n' "$(printf '終値(0) *' | iconv -t CP932)" >>"$home/orin.ini"
 expect "an expression that is none" 0 "【オリジナルチャート２】「ＭＡＣＤ」の式：" \

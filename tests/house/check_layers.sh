@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # A folder includes only the folders below it. Windows (ui/) stand above every core folder and
-# widgets/, apart from each other; the programs in app/ stand above all.
+# the toolkit's painting/ and widgets/, apart from each other; the programs in app/ stand above all.
 set -euo pipefail
 cd "$1/src"
 
@@ -16,6 +16,7 @@ declare -A below=(
   [shell]="base settings store analysis screening acquire shell"
   [lists]="base settings store shell lists"
   [chart]="base settings store indicators analysis chart"
+  [painting]="base chart painting"
   [widgets]="base lists widgets"
 )
 core="base settings store indicators analysis screening acquire shell lists chart"
@@ -23,8 +24,8 @@ core="base settings store indicators analysis screening acquire shell lists char
 # The folders that files of folder $1 may include.
 allowed_for() {
   case "$1" in
-    app) echo "$core widgets app $(printf '%s/ui ' $core)" ;;
-    */ui) echo "$core widgets $1" ;;
+    app) echo "$core painting widgets app $(printf '%s/ui ' $core)" ;;
+    */ui) echo "$core painting widgets $1" ;;
     *) echo "${below[$1]-}" ;;
   esac
 }

@@ -39,11 +39,11 @@ done
 package=$(echo "$scratch"/made/orin_*.deb)
 dpkg-deb -x "$package" "$scratch/root"
 cd "$scratch/root/usr"
-for file in bin/orin bin/orin-cli \
+for file in bin/orin bin/orin-cli bin/orin-draw \
   share/orin/demo/orin.ini share/orin/demo/brand/^DJI.csv share/orin/manual/index.md \
   share/orin/items.md share/applications/orin.desktop \
   share/icons/hicolor/scalable/apps/orin.svg share/metainfo/jp.orin.orin.metainfo.xml \
-  share/man/ja/man1/orin.1.gz share/man/ja/man1/orin-cli.1.gz share/man/man1/orin.1.gz \
+  share/man/ja/man1/orin.1.gz share/man/ja/man1/orin-cli.1.gz share/man/ja/man1/orin-draw.1.gz share/man/man1/orin.1.gz \
   share/doc/orin/copyright share/doc/orin/changelog.Debian.gz; do
   [ -e "$file" ] || fail "the package has no $file"
 done
@@ -63,6 +63,7 @@ bin/orin-cli --home "$home" init
 [ "$(bin/orin-cli --home "$home" update-csv --stocks "$home/stocks.csv")" = 43,43,1013 ] ||
   fail "the demo market is another one"
 bin/orin-cli --home "$home" chart AAPL -o "$scratch/chart.png"
+[ "$(head -c 4 "$scratch/chart.png" | tail -c 3)" = PNG ] || fail "orin-draw has drawn no picture"
 QT_QPA_PLATFORM=offscreen timeout 60 bin/orin --home "$home" --close-when-ready
 [ ! -e "$home/orin.act" ] || fail "orin has not ended as it should"
 [ ! -e "$home/orinerr.txt" ] || fail "orin: $(iconv -f CP932 -t UTF-8 "$home/orinerr.txt")"

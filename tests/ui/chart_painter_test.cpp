@@ -1,5 +1,3 @@
-#include "chart/ui/chart_painter.h"
-
 #include <QImage>
 #include <QPrinter>
 #include <QRegion>
@@ -13,8 +11,9 @@
 #include "chart/layout.h"
 #include "chart/text_width.h"
 #include "chart/ui/chart_view.h"
-#include "chart/ui/picture_encoding.h"
 #include "chart_fixture.h"
+#include "painting/picture_encoding.h"
+#include "painting/picture_painter.h"
 #include "support/scratch_directory.h"
 #include "support/test_files.h"
 #include "widgets/qt_text.h"
@@ -48,7 +47,7 @@ std::vector<const SubChart*> Named(std::initializer_list<const char*> keys, BarP
 QImage Painted(const DrawList& picture) {
   QImage image(picture.width, picture.height, QImage::Format_RGB32);
   QPainter painter(&image);
-  PaintPicture(painter, picture);
+  painting::PaintPicture(painter, picture);
   return image;
 }
 
@@ -194,22 +193,22 @@ TEST_F(ChartPictures, PointerMovesCrossHairAndReadout) {
 TEST_F(ChartPictures, FilesAndPagesArePainted) {
   const Chart chart = Build({}, BarPeriod::kDay, 80);
   const DrawList picture = LayOut(chart, {500, 400, 1}).picture;
-  const auto png = EncodePicture(picture, 1, PictureFormat::kPng);
+  const auto png = painting::EncodePicture(picture, 1, PictureFormat::kPng);
   ASSERT_TRUE(png);
   EXPECT_EQ(Difference(QImage::fromData(*png), Painted(picture)), 0);
-  const auto svg = EncodePicture(picture, 1, PictureFormat::kSvg);
+  const auto svg = painting::EncodePicture(picture, 1, PictureFormat::kSvg);
   ASSERT_TRUE(svg);
   EXPECT_TRUE(svg->contains(QStringLiteral(">銘柄：</text>").toUtf8()));
-  EXPECT_TRUE(EncodePicture(picture, 1, PictureFormat::kPdf)->startsWith("%PDF"));
-  EXPECT_FALSE(EncodePicture({2'000'000'000, 1, {}, {}}, 1, PictureFormat::kPng));
+  EXPECT_TRUE(painting::EncodePicture(picture, 1, PictureFormat::kPdf)->startsWith("%PDF"));
+  EXPECT_FALSE(painting::EncodePicture({2'000'000'000, 1, {}, {}}, 1, PictureFormat::kPng));
 
   const support::ScratchDirectory directory;
   QPrinter printer(QPrinter::HighResolution);
   printer.setOutputFormat(QPrinter::PdfFormat);
   printer.setOutputFileName(widgets::PathOf(directory / "page.pdf"));
-  const PictureSize size = PageSize(printer);
+  const PictureSize size = painting::PageSize(printer);
   EXPECT_GT(size.scale, 2);
-  EXPECT_TRUE(PaintPage(printer, InMode(LayOut(chart, size).picture, InkMode::kGrey)));
+  EXPECT_TRUE(painting::PaintPage(printer, InMode(LayOut(chart, size).picture, InkMode::kGrey)));
   EXPECT_GT(std::filesystem::file_size(directory / "page.pdf"), 5000U);
 }
 

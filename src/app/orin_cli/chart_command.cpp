@@ -15,6 +15,7 @@
 #include "chart/chart.h"
 #include "chart/ink_mode.h"
 #include "chart/layout.h"
+#include "chart/picture_format.h"
 #include "chart/plotted_data.h"
 
 namespace orin::app {
@@ -23,8 +24,7 @@ namespace {
 
 constexpr double kSmallestScale = 0.5;
 constexpr double kLargestScale = 4;
-constexpr int32_t kLargestSide = 20'000;      // pixels
-constexpr int64_t kMostPixels = 100'000'000;  // 400 megabytes
+constexpr int32_t kLargestSide = 20'000;  // pixels
 
 struct ChartCommandOptions {
   std::string code;
@@ -90,7 +90,7 @@ std::optional<chart::PictureSize> ParseSize(const std::string& text, double scal
     return std::max(1, static_cast<int32_t>(std::lround(side * scale)));
   };
   const chart::PictureSize size{scaled(*width), scaled(*height), scale};
-  if (int64_t{size.width} * size.height > kMostPixels) return std::nullopt;
+  if (!chart::IsPaintable(size.width, size.height)) return std::nullopt;
   return size;
 }
 
@@ -174,7 +174,7 @@ int DrawChart(const Session& session, ChartCommandOptions options) {
          "、倍率をかけて一億画素まで）ではありません。");
     return kWrongUsage;
   }
-  if (!options.output.empty() && !FormatOf(options.output)) {
+  if (!options.output.empty() && !chart::FormatOf(options.output)) {
     Tell("-o「" + options.output + "」の種類は .png、.svg、.pdf のどれかです。");
     return kWrongUsage;
   }

@@ -6,15 +6,11 @@
 #include <string>
 #include <vector>
 
+#include "app/exit_status.h"
 #include "base/result.h"
 #include "settings/settings.h"
 
 namespace orin::app {
-
-// Exit statuses of every command.
-inline constexpr int kDone = 0;
-inline constexpr int kFailed = 1;
-inline constexpr int kWrongUsage = 2;  // or an expression that cannot be compiled
 
 /// Where a command finds the program's files; filled in before the command runs.
 struct Session {

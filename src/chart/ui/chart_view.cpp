@@ -5,7 +5,7 @@
 #include <cmath>
 #include <utility>
 
-#include "chart/ui/chart_painter.h"
+#include "painting/picture_painter.h"
 
 namespace orin::chart {
 
@@ -58,10 +58,10 @@ void ChartView::paintEvent(QPaintEvent* /*event*/) {
   LayOutFor({static_cast<int32_t>(std::lround(width() * scale)),
              static_cast<int32_t>(std::lround(height() * scale)), scale});
   painter.scale(1 / scale, 1 / scale);
-  PaintPicture(painter, layout_->picture);
+  painting::PaintPicture(painter, layout_->picture);
   if (!pointer_) return;
-  PaintItems(painter, CrossHair(*chart_, *layout_, size_, cross_color_, pointer_->x() * scale,
-                                pointer_->y() * scale));
+  painting::PaintItems(painter, CrossHair(*chart_, *layout_, size_, cross_color_,
+                                          pointer_->x() * scale, pointer_->y() * scale));
 }
 
 void ChartView::mouseMoveEvent(QMouseEvent* event) {

@@ -2,13 +2,17 @@
 
 #include <QPainter>
 #include <algorithm>
+#include <cmath>
 
+#include "painting/picture_painter.h"
+#include "settings/ui/settings_chart_sample.h"
 #include "settings/ui/settings_menu_sample.h"
 
 namespace orin::settings {
 
 namespace {
 
+constexpr std::string_view kMenuSection = "MenuColor";
 constexpr int kTextRows = 12;   // of text; the height that is good to have
 constexpr int kFewestRows = 6;  // the least that still shows something
 
@@ -38,11 +42,8 @@ void SettingsPreview::Show(const Settings& settings, const SettingsGroup& group,
   if (group_ != &group) heading_ = first->heading;
   group_ = &group;
   if (FirstColor(group, heading) != nullptr && !heading.empty()) heading_ = heading;
-  if (group.section == "MenuColor") {
-    sample_ = settings.menu_color;
-  } else {
-    sample_ = MakeChartSample(settings, group, heading_);
-  }
+  settings_ = settings;
+  choice_ = SampleFor(group, heading_);
   show();
   update();
 }
@@ -57,11 +58,17 @@ QSize SettingsPreview::minimumSizeHint() const {
 
 void SettingsPreview::paintEvent(QPaintEvent* /*event*/) {
   QPainter painter(this);
-  if (const auto* menu = std::get_if<MenuColorSettings>(&sample_)) {
-    PaintMenuSample(painter, rect(), *menu);
-  } else {
-    PaintChartSample(painter, rect(), std::get<ChartSample>(sample_));
+  if (group_ == nullptr) return;
+  if (group_->section == kMenuSection) {
+    PaintMenuSample(painter, rect(), settings_.menu_color);
+    return;
   }
+  // How many pixels of the device are one of the widget.
+  const double scale = painter.deviceTransform().m11();
+  const auto pixels = [scale](int side) { return static_cast<int32_t>(std::lround(side * scale)); };
+  painter.scale(1 / scale, 1 / scale);
+  painting::PaintPicture(
+      painter, chart::DrawSample(settings_, choice_, {pixels(width()), pixels(height()), scale}));
 }
 
 }  // namespace orin::settings

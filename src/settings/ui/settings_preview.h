@@ -2,11 +2,10 @@
 
 #include <QWidget>
 #include <string>
-#include <variant>
 
+#include "chart/sample_chart.h"
 #include "settings/settings.h"
 #include "settings/settings_catalogue.h"
-#include "settings/ui/settings_chart_sample.h"
 
 namespace orin::settings {
 
@@ -29,7 +28,8 @@ class SettingsPreview final : public QWidget {
  private:
   const SettingsGroup* group_ = nullptr;
   std::string heading_;
-  std::variant<MenuColorSettings, ChartSample> sample_;
+  Settings settings_;
+  chart::SampleChoice choice_;
 };
 
 }  // namespace orin::settings

@@ -4,12 +4,12 @@
 
 #include "chart/draw_list.h"
 
-namespace orin::chart {
+namespace orin::painting {
 
 /// Paints a picture: one of its pixels is one unit of the painter. On a screen of more than 100 %
 /// the painter must count device pixels, or nothing is crisp.
-void PaintPicture(QPainter& painter, const DrawList& picture);
+void PaintPicture(QPainter& painter, const chart::DrawList& picture);
 /// Items alone, over a picture painted before.
-void PaintItems(QPainter& painter, const std::vector<DrawItem>& items);
+void PaintItems(QPainter& painter, const std::vector<chart::DrawItem>& items);
 
-}  // namespace orin::chart
+}  // namespace orin::painting

@@ -1,4 +1,4 @@
-#include "chart/ui/chart_painter.h"
+#include "painting/picture_painter.h"
 
 #include <QFont>
 #include <QPen>
@@ -8,7 +8,22 @@
 #include <array>
 #include <cmath>
 
-namespace orin::chart {
+namespace orin::painting {
+
+using chart::Align;
+using chart::Boxes;
+using chart::Clip;
+using chart::DrawItem;
+using chart::DrawList;
+using chart::Frames;
+using chart::Ink;
+using chart::Label;
+using chart::Line;
+using chart::Marks;
+using chart::MarkShape;
+using chart::Point;
+using chart::Rect;
+using chart::Surface;
 
 namespace {
 
@@ -153,4 +168,4 @@ void PaintPicture(QPainter& painter, const DrawList& picture) {
   PaintItems(painter, picture.items);
 }
 
-}  // namespace orin::chart
+}  // namespace orin::painting

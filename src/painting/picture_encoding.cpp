@@ -1,4 +1,4 @@
-#include "chart/ui/picture_encoding.h"
+#include "painting/picture_encoding.h"
 
 #include <QBuffer>
 #include <QImage>
@@ -7,9 +7,12 @@
 #include <QSvgGenerator>
 #include <cmath>
 
-#include "chart/ui/chart_painter.h"
+#include "painting/picture_painter.h"
 
-namespace orin::chart {
+namespace orin::painting {
+
+using chart::DrawList;
+using chart::PictureFormat;
 
 namespace {
 
@@ -66,7 +69,7 @@ std::optional<QByteArray> EncodePicture(const DrawList& picture, double scale,
   return bytes;
 }
 
-PictureSize PageSize(const QPagedPaintDevice& page) {
+chart::PictureSize PageSize(const QPagedPaintDevice& page) {
   return {page.width(), page.height(), page.logicalDpiX() / kPixelsPerInch};
 }
 
@@ -77,4 +80,4 @@ bool PaintPage(QPagedPaintDevice& page, const DrawList& picture) {
   return painter.end();
 }
 
-}  // namespace orin::chart
+}  // namespace orin::painting
