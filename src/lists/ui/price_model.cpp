@@ -8,6 +8,7 @@
 #include <utility>
 #include <vector>
 
+#include "widgets/look.h"
 #include "widgets/qt_text.h"
 
 namespace orin::lists {
@@ -16,9 +17,8 @@ using widgets::Text;
 
 QColor ColorOfChange(base::Currency change, const QPalette& palette) {
   if (change == base::Currency()) return palette.color(QPalette::Text);
-  const bool is_dark = palette.color(QPalette::Base).lightness() < 128;
-  if (change > base::Currency()) return QColor::fromRgb(is_dark ? 0xfff28b82 : 0xffb3261e);
-  return QColor::fromRgb(is_dark ? 0xff8ab4f8 : 0xff1a56a8);
+  const widgets::Colors& colors = widgets::ColorsOf(palette);
+  return widgets::TextColorOnRows(change > base::Currency() ? colors.up : colors.down, palette);
 }
 
 void PriceModel::Show(PriceListing listing) {
