@@ -45,13 +45,4 @@ std::string FormatWhole(int64_t value, const NumberFormat& format) {
   return text;
 }
 
-std::string PlainNumber(std::string_view shown) {
-  std::string plain;
-  for (const char c : shown) {
-    if (c != ',' && c != '+') plain += c;
-  }
-  const size_t percent = plain.find("％");
-  return percent == std::string::npos ? plain : plain.substr(0, percent);
-}
-
 }  // namespace orin::base

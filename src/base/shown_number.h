@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <cstdint>
 #include <string>
-#include <string_view>
 
 #include "base/currency.h"
 
@@ -38,8 +37,5 @@ std::string FormatWhole(int64_t value, const NumberFormat& format);
 inline std::string Grouped(Currency value, int32_t decimals, bool has_plus) {
   return FormatNumber(value, {decimals, true, has_plus});
 }
-
-/// Without what a spreadsheet would stumble over: groups, plus signs, "％".
-std::string PlainNumber(std::string_view shown);
 
 }  // namespace orin::base

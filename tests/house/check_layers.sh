@@ -16,7 +16,7 @@ declare -A below=(
   [shell]="base settings store analysis screening acquire shell"
   [lists]="base settings store shell lists"
   [chart]="base settings store indicators analysis chart"
-  [widgets]="base lists widgets"
+  [widgets]="base widgets"
 )
 core="base settings store indicators analysis screening acquire shell lists chart"
 

@@ -23,9 +23,9 @@ base::Result<std::filesystem::path> Locate(const Session& session, const std::st
 int RunSystemFile(const Session& session, const std::string& file) {
   const auto path = Locate(session, file);
   if (!path) return Report(path.error());
-  const auto listing = store::ListSystemFile(*path);
-  if (!listing) return Report(listing.error());
-  std::cout << *listing;
+  const auto tables = store::ListSystemFile(*path);
+  if (!tables) return Report(tables.error());
+  for (const base::Table& table : *tables) std::cout << table.ToCsv("\n");
   return kDone;
 }
 
