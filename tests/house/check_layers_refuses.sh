@@ -21,5 +21,6 @@ refuses base/text.cpp store/price_files.h
 refuses chart/layout.cpp shell/start_up.h
 refuses chart/layout.cpp widgets/look.h
 refuses widgets/look.cpp chart/chart.h
+refuses widgets/table_view.h lists/stock_tables.h
 refuses lists/ui/pricelist_form.cpp screening/ui/check2_form.h
 refuses shell/ui/logo_form.cpp app/main_window/main_form.h
