@@ -21,14 +21,16 @@ std::optional<Int128> NumberIn(const Cell& cell) {
 
 /// Of cells that are not empty. Numbers stand before all else.
 bool IsLess(const Cell& a, const Cell& b) {
+  if (const auto* text = std::get_if<std::string>(&a)) {
+    if (const auto* other = std::get_if<std::string>(&b)) return *text < *other;
+  }
   const auto left = NumberIn(a);
   const auto right = NumberIn(b);
   if (left && right) return *left < *right;
   if (left || right) return left.has_value();
   if (a.index() != b.index()) return a.index() < b.index();
-  if (const auto* date = std::get_if<Date>(&a)) return *date < std::get<Date>(b);
-  const auto* text = std::get_if<std::string>(&a);
-  return text != nullptr && *text < std::get<std::string>(b);
+  const auto* date = std::get_if<Date>(&a);
+  return date != nullptr && *date < std::get<Date>(b);
 }
 
 /// "#rrggbb"
@@ -79,12 +81,22 @@ std::optional<size_t> PlaceOf(const std::vector<Column>& columns, const auto& is
 /// The places of the rows in the order of a column.
 void SortPlaces(std::vector<size_t>& places, const std::vector<std::vector<Cell>>& rows,
                 size_t column, bool is_descending) {
-  std::ranges::stable_sort(places, [&](size_t one, size_t other) {
-    const Cell& a = rows[one][column];
-    const Cell& b = rows[other][column];
-    if (IsEmpty(a) || IsEmpty(b)) return !IsEmpty(a) && IsEmpty(b);
-    return is_descending ? IsLess(b, a) : IsLess(a, b);
+  struct Key {
+    const Cell* cell;
+    bool is_empty;
+    size_t place;
+  };
+  std::vector<Key> keys;
+  keys.reserve(places.size());
+  for (const size_t place : places) {
+    const Cell& cell = rows[place][column];
+    keys.push_back({&cell, IsEmpty(cell), place});
+  }
+  std::ranges::stable_sort(keys, [&](const Key& a, const Key& b) {
+    if (a.is_empty || b.is_empty) return !a.is_empty && b.is_empty;
+    return is_descending ? IsLess(*b.cell, *a.cell) : IsLess(*a.cell, *b.cell);
   });
+  std::ranges::transform(keys, places.begin(), &Key::place);
 }
 
 }  // namespace
@@ -141,11 +153,20 @@ int Table::Sign(size_t row, size_t column) const {
 
 std::string Table::LongestText(size_t column) const {
   std::string longest;
+  size_t most = 0;
   const auto take = [&](std::string text) {
-    if (Columns(text) > Columns(longest)) longest = std::move(text);
+    const size_t taken = Columns(text);
+    if (taken <= most) return;
+    most = taken;
+    longest = std::move(text);
   };
+  const ColumnKind kind = columns[column].kind;
   if (!columns[column].IsNumeric()) {
-    for (size_t row = 0; row < rows.size(); ++row) take(Text(row, column));
+    for (size_t row = 0; row < rows.size(); ++row) {
+      take(Text(row, column));
+      // Dates are equally long.
+      if (kind == ColumnKind::kDate && most > 0) break;
+    }
     return longest;
   }
   // Of the numbers on either side of zero the one farthest from it is the longest.

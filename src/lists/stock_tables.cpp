@@ -38,7 +38,9 @@ std::string TakeWord(std::string_view& text) {
 /// The columns of a line of a result list; "-" stands for no value.
 std::vector<Cell> CellsOfLine(std::string_view line) {
   std::vector<Cell> cells;
-  const auto add = [&cells](Cell cell) { cells.push_back(cell == Cell("-") ? Cell() : cell); };
+  const auto add = [&cells](const Cell& cell) {
+    cells.push_back(cell == Cell("-") ? Cell() : cell);
+  };
   for (const size_t width : {8UL, 17UL, 9UL}) add(TakeColumns(line, width));
   // A price may be wider than its column.
   for (int price = 0; price < 2; ++price) add(base::CellOfWritten(TakeWord(line)));
