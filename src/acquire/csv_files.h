@@ -23,8 +23,8 @@ struct CsvFile {
   std::filesystem::path path;
 };
 
-/// What was wrong with files, a sentence each. The first ten thousand are kept, the rest counted:
-/// a fault of every file of a large market must not fill the memory.
+/// The faults of files, a sentence each. The first ten thousand are kept, the rest counted: a fault
+/// of every file of a large market must not fill the memory.
 class FileProblems {
  public:
   static constexpr size_t kKept = 10'000;

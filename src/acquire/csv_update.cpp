@@ -151,7 +151,7 @@ std::vector<store::NewStock> CsvUpdate::StocksToAdd(StockList list) {
   int64_t looks = 0;
   for (const CsvFile& file : daily_) {
     if (taken.contains(file.code) || !store_.Master().Find(file.code).IsNone()) continue;
-    // What is wrong with a file is told when its prices are imported.
+    // The import of its prices tells the faults of a file.
     if (IsCsvHistory(file)) take(StockOfFileAlone(file.code));
     if (++looks % kLooksPerReport != 0) continue;
     summary_.stopped = !progress_.Report(kDailyStage, 0, static_cast<int64_t>(daily_.size()));
@@ -160,7 +160,7 @@ std::vector<store::NewStock> CsvUpdate::StocksToAdd(StockList list) {
   return added;
 }
 
-/// Leaves as many as the store can take, the first ones, rather than none.
+/// Keeps the first ones, as many as the store has room for.
 void CsvUpdate::DropSurplus(std::vector<store::NewStock>& stocks) {
   const auto room = std::min(static_cast<size_t>(store_.RoomForStocks()), stocks.size());
   for (const store::NewStock& stock : std::span(stocks).subspan(room)) {

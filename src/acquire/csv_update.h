@@ -36,7 +36,7 @@ struct CsvUpdateSummary {
   std::string log_failure;
 };
 
-/// How many problems there were and what the first one was; empty where there was none.
+/// The number of problems and the first of them; empty where nothing went wrong.
 std::string ProblemsSentence(const CsvUpdateSummary& summary);
 
 /// UpdateFromCsv: imports price histories into the store in two passes, daily, then weekly.

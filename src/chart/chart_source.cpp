@@ -101,7 +101,7 @@ std::vector<store::CreditBalance> ChartSource::CreditBalances() const {
 }
 
 base::Result<store::TrendLines> ChartSource::TrendLines() const {
-  // They are drawn while a copy is shown, and drawn into the store itself.
+  // The user draws them into the store itself, also while the chart shows a copy of it.
   return store::LoadTrendLines(store_.OriginalLocation(), stock_.slot);
 }
 

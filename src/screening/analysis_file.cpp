@@ -46,6 +46,7 @@ Status ReadSecondStock(Reading& to, std::string_view value) {
   // No stock has such a code. That is no more than a stock that is missing.
   if (!code) to.Note("第二銘柄コードの" + code.error().message);
   to.analysis.second_stock = code ? std::optional(*code) : std::nullopt;
+  to.analysis.is_second_stock_wrong = !code;
   return {};
 }
 

@@ -24,6 +24,8 @@ struct AnalysisFile {
   MarketChoice market = MarketChoice::kAll;
   std::string condition;
   std::optional<store::StockCode> second_stock;
+  /// Its text is written and is not a stock code, which a note says.
+  bool is_second_stock_wrong = false;
   /// Lines passed over that their writer may have meant otherwise, a sentence each.
   std::vector<std::string> notes;
 };
@@ -31,8 +33,8 @@ struct AnalysisFile {
 /// Reads the text of an analysis file: lines of the form key, "：", value. Unknown keys and
 /// lines with more than one "：" are passed over; of several lines of one key the last counts.
 /// Lines without "：" that follow the line of the condition continue it, with nothing put
-/// between; elsewhere they are passed over. An empty value is an absent one. Fails for a date, a
-/// market or a second stock code that is none, with a sentence that begins with `file_name`.
+/// between; elsewhere they are passed over. An empty value is an absent one. Fails for a wrong date
+/// and an unknown market, with a sentence that begins with `file_name`.
 base::Result<AnalysisFile> ParseAnalysisFile(std::string_view utf8, const std::string& file_name);
 
 }  // namespace orin::screening

@@ -51,7 +51,7 @@ std::string FormatResultList(const std::string& title, base::Date date,
 base::Status WriteResultList(base::FileSystem& files, const std::filesystem::path& path,
                              const std::string& text) {
   const base::Status written = base::ReplaceFile(files, path, base::EncodeCp932Lossy(text));
-  // What is left of a run that was killed does no harm, so that failing to remove it is none.
+  // Temporaries of a killed run do no harm, so a failure to remove them is ignored.
   if (written) static_cast<void>(base::RemoveLeftTemporaries(files, path.parent_path()));
   return written;
 }

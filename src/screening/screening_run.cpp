@@ -13,6 +13,7 @@
 #include "base/cp932.h"
 #include "base/paths.h"
 #include "base/text.h"
+#include "store/stored_file.h"
 
 namespace orin::screening {
 
@@ -50,8 +51,8 @@ analysis::NumberedKeyword AnalysisDate(size_t place) {
   return {analysis::DayKeyword::kAnalysisDate, static_cast<int32_t>(place) + 1};
 }
 
-void AddNotes(const analysis::Program& program, const SecondStock& second,
-              std::vector<std::string>& notes) {
+void AddNotes(const analysis::Program& program, const AnalysisFile& analysis,
+              const SecondStock& second, std::vector<std::string>& notes) {
   for (const analysis::Note& note : program.Notes()) {
     notes.push_back("分析項目の" + analysis::NoteSentence(note));
   }
@@ -60,7 +61,8 @@ void AddNotes(const analysis::Program& program, const SecondStock& second,
   }
   if (!second.problem.empty()) {
     notes.push_back(second.problem);
-  } else if (program.NeedsSecondStock() && second.record == nullptr) {
+  } else if (program.NeedsSecondStock() && !analysis.second_stock &&
+             !analysis.is_second_stock_wrong) {
     notes.emplace_back("第二銘柄コードがないので、第二銘柄とさやの項目は計算できません。");
   }
 }
@@ -123,13 +125,13 @@ Result<AnalysisFile> ReadAnalysisFile(const fs::path& file) {
 Result<fs::path> FindResultDirectory(const AnalysisFile& analysis, const std::string& file_name,
                                      const fs::path& base_directory) {
   std::string directory = analysis.result_directory;
-  if (directory.empty()) {
-    const auto bytes = base::ReadFile(base_directory / kDefaultDirectoryFile, kLargestAnalysisFile);
-    if (bytes) {
-      const std::string text = base::DecodeText(*bytes).text;
-      const auto lines = base::SplitLines(text);
-      if (!lines.empty()) directory = std::string(base::TrimBlanks(lines.front()));
-    }
+  const fs::path default_file = base_directory / kDefaultDirectoryFile;
+  if (directory.empty() && store::Exists(default_file)) {
+    const auto bytes = base::ReadFile(default_file, kLargestAnalysisFile);
+    if (!bytes) return Forward(bytes);
+    const std::string text = base::DecodeText(*bytes).text;
+    const auto lines = base::SplitLines(text);
+    if (!lines.empty()) directory = std::string(base::TrimBlanks(lines.front()));
   }
   if (directory.empty()) return Fail(file_name + " に分析結果格納場所がありません。");
   fs::path path = base::NativePath(directory, base_directory);
@@ -151,7 +153,7 @@ Outcome<std::vector<SelectedStock>> Select(const store::StockStore& store,
     return Failure("分析項目の" + analysis::NoteSentence(program.error()),
                    RunFailure::Kind::kCannotBeCompiled);
   }
-  AddNotes(*program, second, notes);
+  AddNotes(*program, analysis, second, notes);
 
   // The line of a selected stock shows the change, which needs the day before.
   const analysis::History needs =

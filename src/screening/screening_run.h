@@ -54,7 +54,7 @@ using Outcome = tl::expected<T, RunFailure>;
 
 /// The second stock of an analysis. Without one the items that read it fail, and all else is done.
 struct SecondStock {
-  const store::StockRecord* record = nullptr;  // of the master; null where there is none
+  const store::StockRecord* record = nullptr;  // of the master; null without one
   std::string problem;                         // the sentence about a code that no stock has
 };
 SecondStock FindSecondStock(const store::StockStore& store,
@@ -114,9 +114,9 @@ base::Status WriteAnalysisDay(base::FileSystem& files, const std::filesystem::pa
 /// At least this many price files must remain readable when the first one is chosen.
 inline constexpr int16_t kFewestPriceFiles = 4;
 
-/// The first price file of a run: `option`, else the setting AnalysisSystemFirstFile; none for the
-/// master's own. Fails with a sentence for a number that is none of the store's files or leaves
-/// fewer than kFewestPriceFiles of them. All there are is enough.
+/// The first price file of a run: `option`, else the setting AnalysisSystemFirstFile; nullopt for
+/// all files. Fails with a sentence where the store lacks a file of that number, and where fewer
+/// than kFewestPriceFiles would be read, unless these are all files.
 base::Result<std::optional<int16_t>> FirstFileOfRun(const store::MasterHeader& header,
                                                     int32_t setting,
                                                     std::optional<int32_t> option = {});

@@ -2,6 +2,7 @@
 
 #include <array>
 
+#include "base/text.h"
 #include "settings/setting_tables.h"
 
 namespace orin::settings {
@@ -144,6 +145,18 @@ KeyPage<Common> ChartPage() {
               "月足のチャートの目盛を固定します。"}}}}};
 }
 
+/// A number beyond 32 bits is the nearest one within.
+void ReadAnyNumber(std::string_view text, int32_t& value) {
+  if (ParseSetting(text, Number(INT32_MIN, INT32_MAX), value)) return;
+  text = base::TrimBlanks(text);
+  const bool is_negative = text.starts_with('-');
+  if (is_negative) text.remove_prefix(1);
+  const bool is_number = text.find_first_of("0123456789") != std::string_view::npos &&
+                         text.find_first_not_of("0123456789.") == std::string_view::npos &&
+                         text.find('.') == text.rfind('.');
+  if (is_number) value = is_negative ? INT32_MIN : INT32_MAX;
+}
+
 }  // namespace
 
 const KeyTable<CommonSettings>& CommonTable() {
@@ -155,8 +168,7 @@ const KeyTable<CommonSettings>& CommonTable() {
 CommonSettings ReadCommon(const base::ProfileFile& profile) {
   Common settings = ReadGroup(profile, CommonTable());
   // A number that is no file's is told where it is used; another one would be read in silence.
-  ParseSetting(profile.Get("Common", "AnalysisSystemFirstFile", ""), Number(INT32_MIN, INT32_MAX),
-               settings.first_price_file);
+  ReadAnyNumber(profile.Get("Common", "AnalysisSystemFirstFile", ""), settings.first_price_file);
   return settings;
 }
 

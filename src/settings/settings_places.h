@@ -19,11 +19,11 @@ struct SettingsPlaces {
 
 /// orinsim.ini in the program directory, where it is written.
 std::filesystem::path SimulationFile(const SettingsPlaces& places);
-/// Where it is read: one that lies beside an orin.ini elsewhere counts while the program directory
-/// has none.
+/// Where it is read: while the program directory lacks the file, one beside an orin.ini elsewhere
+/// counts.
 std::filesystem::path SimulationFileInUse(const SettingsPlaces& places);
-/// Copies such a file, which stays, to the program directory. The sentence that tells so; none
-/// where there is nothing to copy. Fails where the copy cannot be made.
+/// Copies such a file to the program directory and leaves it where it is. Gives a sentence about it
+/// for the user, or nullopt where there is nothing to copy. Fails where the copy cannot be made.
 base::Result<std::optional<std::string>> AdoptSimulationFile(base::FileSystem& files,
                                                              const SettingsPlaces& places);
 

@@ -50,7 +50,7 @@ struct ProgramState {
   /// Problems of the start that the user has been told; LoadStore does not repeat them.
   std::set<std::string> told_problems;
 
-  /// What the main window does where CompareStore finds a change.
+  /// CompareStore calls it where it finds a change; set by the main window.
   std::function<void()> on_store_changed;
 
   /// Called by a window that has loaded something from the store: where another process has

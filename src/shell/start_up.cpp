@@ -20,9 +20,11 @@ void LoadFromStore(StartUpRun& run) {
   UseRamDisk(run);
 }
 
-void AdoptSimulation(StartUpRun& run) {
+void AdoptSimulation(StartUpRun& run, bool can_write) {
   const auto adopted = settings::AdoptSimulationFile(*run.state.files, run.state.places);
-  run.problems.AddFailure(StartUpStep::kSettings, adopted);
+  // In a program directory that cannot be written every start would say so again, though the
+  // settings stay in use where they are. A change that cannot be saved is told then.
+  if (can_write) run.problems.AddFailure(StartUpStep::kSettings, adopted);
   if (adopted && *adopted) run.screen.Questions().Inform(**adopted);
 }
 
@@ -37,8 +39,9 @@ void LoadSettingsAndClaim(StartUpRun& run, base::FileSystem& files) {
     if (!store::Exists(directory)) static_cast<void>(files.MakeDirectory(directory));
   }
   state.program_marker = RunMarker(state.places.program_directory / "orin.act");
-  run.problems.AddFailure(StartUpStep::kProgramMarker, state.program_marker.Claim(files));
-  AdoptSimulation(run);
+  const auto claimed = state.program_marker.Claim(files);
+  run.problems.AddFailure(StartUpStep::kProgramMarker, claimed);
+  AdoptSimulation(run, claimed.has_value());
   settings::LoadedSettings loaded = settings::LoadWhatIsReadable(state.places);
   state.are_settings_readable = base::ProfileFile::Load(state.places.settings_file).has_value();
   state.settings = std::move(loaded.settings);

@@ -3,6 +3,7 @@
 #include <set>
 #include <string>
 
+#include "base/paths.h"
 #include "base/temporary_file.h"
 #include "shell/start_up_stages.h"
 
@@ -33,7 +34,7 @@ std::vector<std::filesystem::path> Replaceable(const ProgramState& state) {
       settings::NativeSetting(places, bus.trade_journal_file),
   };
   const std::filesystem::path system_directory = state.StoreLocation().system_directory;
-  for (const char* name : kListFiles) paths.push_back(system_directory / name);
+  for (const char* name : kListFiles) paths.push_back(base::NativePath(name, system_directory));
   return paths;
 }
 

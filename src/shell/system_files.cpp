@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "base/file_system.h"
+#include "base/paths.h"
 #include "store/stored_file.h"
 
 namespace orin::shell {
@@ -24,11 +25,11 @@ class Reader {
   }
 
   void ReadAddresses(store::CompanyAddresses& addresses) {
-    const std::filesystem::path path = directory_ / kAddressFile;
+    const std::filesystem::path path = base::NativePath(kAddressFile, directory_);
     if (!store::Exists(path)) return;
     const auto bytes = base::ReadFile(path);
     if (bytes) {
-      addresses = store::ParseCompanyAddresses(*bytes, kAddressFile, problems_);
+      addresses = store::ParseCompanyAddresses(*bytes, path.filename().string(), problems_);
     } else {
       problems_.push_back(bytes.error().message);
     }

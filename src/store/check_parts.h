@@ -45,8 +45,10 @@ void CheckCompanions(const CheckedStore& store, Findings& findings);
 void CheckSplits(const CheckedStore& store, Findings& findings);
 /// orin.fin and orin.acc against orin.sys.
 void CheckCompanyFiles(const CheckedStore& store, Findings& findings);
-/// The checksums against the files; nothing where the store has none. Fails only when stopped.
-base::Status CheckSums(const CheckedStore& store, base::Progress& progress, Findings& findings);
+/// The checksums against the files; nothing where the store has none. Checksums that are missing
+/// or cannot be read go to `lacking`. Fails only when stopped.
+base::Status CheckSums(const CheckedStore& store, base::Progress& progress, Findings& findings,
+                       Findings& lacking);
 /// The credit files that the header names: numbers, whether they are there, lengths, dates.
 void CheckCreditFiles(const CheckedStore& store, Findings& findings);
 

@@ -14,11 +14,13 @@ namespace {
 
 constexpr StoreFile kSums = {FileKind::kSums, 0};
 constexpr std::string_view kMakeAnew = "株価データが正しければ orin-cli checksums で作り直せます。";
+constexpr std::string_view kForce =
+    "ファイルの内容が正しければ orin-cli checksums --force で作り直せます。";
 
 class PriceSumChecker {
  public:
-  PriceSumChecker(const CheckedStore& store, Findings& findings)
-      : store_(store), header_(*store.header), findings_(findings) {
+  PriceSumChecker(const CheckedStore& store, Findings& findings, Findings& lacking)
+      : store_(store), header_(*store.header), findings_(findings), lacking_(lacking) {
     for (const StockRecord& stock : store.master.Stocks()) {
       codes_.try_emplace(stock.slot.Value(), stock.code);
     }
@@ -34,6 +36,7 @@ class PriceSumChecker {
       CheckFile(static_cast<int16_t>(number));
     }
     findings_.EndGroup();
+    lacking_.EndGroup();
     return {};
   }
 
@@ -49,14 +52,14 @@ class PriceSumChecker {
     if (!prices) return;
     const std::string name = store_.NameForMessage(SumsOf(number));
     if (!Exists(store_.location, SumsOf(number))) {
-      findings_.AddOfKind(
+      lacking_.AddOfKind(
           "missing", "チェックサムのファイル" + name + "がありません。" + std::string(kMakeAnew));
       return;
     }
     auto bytes = base::ReadFile(PathOf(store_.location, SumsOf(number)));
     const auto sums = bytes ? PriceSums::Decode(number, std::move(*bytes)) : std::nullopt;
     if (!sums) {
-      findings_.Add(name + "はチェックサムのファイルとして読めません。" + std::string(kMakeAnew));
+      lacking_.Add(name + "はチェックサムのファイルとして読めません。" + std::string(kMakeAnew));
       return;
     }
     CheckSumFile(name, *sums, base::RecordView(prices->Bytes(), kDailyRecordLength));
@@ -65,21 +68,24 @@ class PriceSumChecker {
   void CheckSumFile(const std::string& name, const PriceSums& sums,
                     const base::RecordView& prices) {
     if (sums.Records() != prices.Count()) {
-      findings_.Add(name + "のレコード数" + std::to_string(sums.Records()) +
-                    "が株価ファイルのレコード数" + std::to_string(prices.Count()) + "と違います。" +
-                    std::string(kMakeAnew));
+      // Sums of records that the price file lacks are proof of a loss.
+      const bool is_loss = sums.Records() > prices.Count();
+      (is_loss ? findings_ : lacking_)
+          .Add(name + "のレコード数" + std::to_string(sums.Records()) +
+               "が株価ファイルのレコード数" + std::to_string(prices.Count()) + "と違います。" +
+               std::string(is_loss ? kForce : kMakeAnew));
     }
     const int32_t days = DaysOf(sums.File());
     const auto bank = sums.BankFor(days);
     if (!bank) {
-      findings_.Add(name + "には" + std::to_string(sums.DaysOf(0)) + "日分と" +
-                    std::to_string(sums.DaysOf(1)) + "日分のチェックサムがあり、orin.sysの示す" +
-                    std::to_string(days) + "日分のものがありません。" + std::string(kMakeAnew));
+      lacking_.Add(name + "には" + std::to_string(sums.DaysOf(0)) + "日分と" +
+                   std::to_string(sums.DaysOf(1)) + "日分のチェックサムがあり、orin.sysの示す" +
+                   std::to_string(days) + "日分のものがありません。" + std::string(kMakeAnew));
       return;
     }
     if (sums.Difference(*bank) != 0) {
-      findings_.Add("チェックサムのファイル" + name + "の内容が壊れています。" +
-                    std::string(kMakeAnew));
+      lacking_.Add("チェックサムのファイル" + name + "の内容が壊れています。" +
+                   std::string(kMakeAnew));
     }
     for (int32_t record = 1; record <= std::min(sums.Records(), prices.Count()); ++record) {
       CheckRecord(sums, *bank, days, record, *prices.Record(record));
@@ -108,12 +114,14 @@ class PriceSumChecker {
   const CheckedStore& store_;
   const MasterHeader& header_;
   Findings& findings_;
+  Findings& lacking_;
   std::unordered_map<int32_t, StockCode> codes_;  // by slot
 };
 
 /// A file that is not there is told of where it has to be there.
 void CheckCompanionSum(const CheckedStore& store, const SummedCompanion& file,
-                       const std::optional<CompanionSum>& stored, Findings& findings) {
+                       const std::optional<CompanionSum>& stored, Findings& findings,
+                       Findings& lacking) {
   const StoreFile companion = {file.kind, 0};
   const std::string name = store.NameForMessage(companion);
   if (!Exists(store.location, companion)) {
@@ -128,29 +136,29 @@ void CheckCompanionSum(const CheckedStore& store, const SummedCompanion& file,
   if (!bytes) return;
   const CompanionSum found = SumOfCompanion(file, *bytes);
   if (!stored) {
-    findings.Add(name + "のチェックサムがorin.sumにありません。" + std::string(kMakeAnew));
+    lacking.Add(name + "のチェックサムがorin.sumにありません。" + std::string(kMakeAnew));
   } else if (found.records != stored->records) {
     findings.Add(name + "のレコード数" + std::to_string(found.records) + "が、書き込んだときの" +
                  std::to_string(stored->records) + "と違います。控えから戻してください。");
   } else if (found.sum != stored->sum) {
     findings.Add(name + "の内容が、書き込んだときのチェックサム（orin.sum）と違います。控えから" +
-                 "戻してください。" + std::string(kMakeAnew));
+                 "戻してください。" + std::string(kForce));
   }
 }
 
-void CheckCompanionSums(const CheckedStore& store, Findings& findings) {
+void CheckCompanionSums(const CheckedStore& store, Findings& findings, Findings& lacking) {
   const std::string name = "チェックサムのファイル" + store.NameForMessage(kSums);
   if (!Exists(store.location, kSums)) {
-    findings.Add(name + "がありません。" + std::string(kMakeAnew));
+    lacking.Add(name + "がありません。" + std::string(kMakeAnew));
     return;
   }
   const auto sums = CompanionSums::Load(store.location);
   if (!sums) {
-    findings.Add(name + "の内容が壊れています。" + std::string(kMakeAnew));
+    lacking.Add(name + "の内容が壊れています。" + std::string(kMakeAnew));
     return;
   }
   for (const SummedCompanion& file : kSummedCompanions) {
-    CheckCompanionSum(store, file, sums->Of(file.kind), findings);
+    CheckCompanionSum(store, file, sums->Of(file.kind), findings, lacking);
   }
 }
 
@@ -164,11 +172,12 @@ bool HasSums(const StoreLocation& location) {
   return false;
 }
 
-base::Status CheckSums(const CheckedStore& store, base::Progress& progress, Findings& findings) {
+base::Status CheckSums(const CheckedStore& store, base::Progress& progress, Findings& findings,
+                       Findings& lacking) {
   if (!HasSums(store.location)) return {};
-  CheckCompanionSums(store, findings);
+  CheckCompanionSums(store, findings, lacking);
   if (!store.header || store.header->current_file == 0) return {};
-  return PriceSumChecker(store, findings).Run(progress);
+  return PriceSumChecker(store, findings, lacking).Run(progress);
 }
 
 }  // namespace orin::store

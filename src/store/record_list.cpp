@@ -4,6 +4,7 @@
 
 #include "base/coding.h"
 #include "base/cp932.h"
+#include "base/paths.h"
 #include "base/record_file.h"
 #include "store/stored_file.h"
 
@@ -124,6 +125,10 @@ std::string FieldProblem(const std::filesystem::path& path, size_t record, std::
                          std::string_view predicate) {
   return Quoted(path) + "のレコード" + std::to_string(record) + "の" + std::string(title) +
          std::string(predicate);
+}
+
+std::filesystem::path FoundListFile(const std::filesystem::path& path) {
+  return base::NativePath(path.filename().string(), path.parent_path());
 }
 
 base::Status ReplaceListFile(base::FileSystem& files, const std::filesystem::path& path,

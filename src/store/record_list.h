@@ -133,10 +133,14 @@ RecordList<Record> DecodeRecords(const RecordFormat<Record>& format, std::string
   return list;
 }
 
+/// The path of a list file as it exists, maybe with other upper and lower case in its name.
+std::filesystem::path FoundListFile(const std::filesystem::path& path);
+
 /// A missing file is an empty list.
 template <typename Record>
 RecordList<Record> LoadRecords(const RecordFormat<Record>& format,
-                               const std::filesystem::path& path) {
+                               const std::filesystem::path& named) {
+  const std::filesystem::path path = FoundListFile(named);
   std::error_code failure;
   const auto type = std::filesystem::status(path, failure).type();
   if (type == std::filesystem::file_type::not_found) return {};
@@ -148,8 +152,9 @@ RecordList<Record> LoadRecords(const RecordFormat<Record>& format,
 /// Fails, with nothing written, where a text does not fit or code page 932 lacks a character.
 template <typename Record>
 base::Status SaveRecords(base::FileSystem& files, const RecordFormat<Record>& format,
-                         const std::filesystem::path& path,
+                         const std::filesystem::path& named,
                          std::span<const std::type_identity_t<Record>> entries) {
+  const std::filesystem::path path = FoundListFile(named);
   std::string bytes = ListFileHeader(format.mark, format.record_length, entries.size());
   for (const Record& entry : entries) {
     const size_t begin = bytes.size();

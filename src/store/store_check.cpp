@@ -76,10 +76,10 @@ base::Result<std::vector<std::string>> CheckFiles(const StoreLocation& location,
   CheckCreditFiles(store, findings);
   const IntradayFiles intraday = IntradayFiles::Open(location);
   for (const std::string& problem : intraday.Problems()) findings.Add(problem);
-  if (scope == CheckScope::kAll) {
-    const base::Status sums = CheckSums(store, progress, findings);
-    if (!sums) return base::Forward(sums);
-  }
+  Findings left_out;
+  const base::Status sums =
+      CheckSums(store, progress, findings, scope == CheckScope::kAll ? findings : left_out);
+  if (!sums) return base::Forward(sums);
   return findings.Take();
 }
 

@@ -18,8 +18,9 @@ namespace orin::store {
 /// stopped, and where a live writer has the store and what is found may be its unfinished work.
 base::Result<std::vector<std::string>> CheckStore(const StoreLocation& location,
                                                   base::Progress& progress);
-/// What a check looks at.
-enum class CheckScope { kAll, kAllButSums };
+/// kAllButLackingSums leaves out checksums that are missing or cannot be read: MakeSums mends
+/// these without hiding damage.
+enum class CheckScope { kAll, kAllButLackingSums };
 /// The same with the file system that the recovery writes with.
 base::Result<std::vector<std::string>> CheckStore(const StoreLocation& location,
                                                   base::Progress& progress, base::FileSystem& files,

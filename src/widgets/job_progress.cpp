@@ -44,7 +44,7 @@ JobProgress::~JobProgress() {
 }
 
 bool JobProgress::Report(std::string_view stage, int64_t done, int64_t total) {
-  // However short it is, the caption has named every stage.
+  // At once, so that the caption names a short stage too.
   if (stage != stage_text_) ShowStage(stage, done, total);
   if (since_events_.elapsed() >= kEventsEvery) {
     ShowStage(stage, done, total);

@@ -14,6 +14,14 @@ expect "no store" 1 "orin.sys" cli master
 cli init && cli update-csv --stocks "$home/stocks.csv" >/dev/null 2>&1
 before=$(cat "$home"/data/*.dat "$home"/orin.* | cksum)
 
+mkdir "$home/user"
+printf '[OrinSimulation]\r\nsim_start_date=2010/2/3\r\n' >"$home/user/orinsim.ini"
+elsewhere() { "$program" --home "$home/nowhere" --ini "$home/user/orin.ini" "$@"; }
+expect "simulation settings that cannot be copied" 0 "user/orinsim.ini」のものを使います。" elsewhere settings
+expect "simulation settings in use" 0 "sim_start_date,2010/02/03" elsewhere settings
+expect_text "a command without simulation settings" "" "$(elsewhere items 終値 2>&1 | grep orinsim.ini)"
+rm -r "$home/user"
+
 expect "unknown code" 1 "銘柄コードが見つかりません。" cli bars XXXX
 expect "code that leaves the directory" 1 "..\\X" cli bars '..\X'
 expect "wrong date" 1 "2020/02/30" cli eval --code AAPL --date 2020/02/30 1
@@ -34,6 +42,13 @@ for arguments in "bars $bad" "$bad" "eval --code AAPL --date $bad 1" "series --c
   output=$(cli $arguments 2>&1)
   expect_text "shown bytes of $arguments" "" "$(LC_ALL=C grep -aP '[\x1b\xff]' <<<"$output")"
 done
+cp -r "$home" "$home$bad" && rm "$home$bad/orin.ind"
+for command in check checksums; do
+  output=$("$program" --home "$home$bad" $command 2>&1)
+  expect "findings of $command" 0 '\xFF\x1B[31m' echo "$output"
+  expect_text "shown bytes of the findings of $command" "" "$(LC_ALL=C grep -aP '[\x1b\xff]' <<<"$output")"
+done
+rm -r "$home$bad"
 expect "offset before the first day" 0 "fail" cli eval --code AAPL '終値(-5000)'
 for extreme in '終値(0) > 終値(-2147483648)' '移動平均(25,0) > 移動平均(25,-2147483648)' \
     '移動平均(2147483647,0) > 終値(2147483647)' '終値(99999999999999999999) > 終値(0)'; do
@@ -126,16 +141,26 @@ expect "sound again" 0 "異常はありません" cli check
 cp "$home/orin003.good" "$home/data/orin003.dat"
 rm "$home/data/orinc003.dat"
 expect "missing checksums" 1 "orinc003.dat」がありません" cli check
+cp "$home/data/orin005.dat" "$home/orin005.good"
+printf '\x01' | dd of="$home/data/orin005.dat" bs=1 seek=$((4 * 4000 + 50 * 40 + 32)) conv=notrunc status=none
+expect "a missing file of checksums beside a changed volume" 1 "の銘柄AAPLの銘柄レコード5" cli checksums
+expect "the changed volume is still known" 1 "orin005.dat」の銘柄AAPLの銘柄レコード5" cli check
+cp "$home/orin005.good" "$home/data/orin005.dat"
 expect "checksums" 0 "チェックサムを作りました" cli checksums
 expect "sound with them" 0 "異常はありません" cli check
+printf 'x' | dd of="$home/orin.ind" bs=1 seek=30 conv=notrunc status=none
+expect "a changed name index" 1 "orin-cli checksums --force で" cli checksums
+expect "a changed name index, forced" 0 "orin-cli checksums --force で" cli checksums --force
+expect "sound with the new name index" 0 "異常はありません" cli check
 rm "$home/orin.sum" "$home"/data/orinc*.dat
 expect "older store" 0 "orin-cli checksums で作れます" cli check
 expect "impossible bars" 0 "" dd if=/dev/zero of="$home/data/orin003.dat" bs=1 seek=16000 count=40 conv=notrunc status=none
 expect "no checksums of what is wrong" 1 "チェックサムを作りません" cli checksums
 expect "older store still" 1 "orin-cli checksums で作れます" cli check
-expect "unless forced" 0 "チェックサムを作りました" cli checksums --force
+expect "unless forced" 0 "株価が0です" cli checksums --force
 cp "$home/orin003.good" "$home/data/orin003.dat"
-expect "checksums for the restored file" 0 "チェックサムを作りました" cli checksums
+expect "a restored file that differs from its checksums" 1 "チェックサムを作りません" cli checksums
+expect "checksums for the restored file" 0 "チェックサムを作りました" cli checksums --force
 
 cp "$home/orin.sys" "$home/orin.sys.good"
 for damage in "head -c 40" "head -c 120" "head -c 2200"; do
@@ -147,6 +172,8 @@ expect "header past the files" 1 "。" cli bars AAPL
 expect "header past the files, checked" 1 "orin" cli check
 head -c 5000 /dev/urandom >"$home/orin.sys"
 expect "random master" 1 "orin.sys" cli check
+expect "a file beside the random master" 1 "APPLE,APPLE,AAPL" cli system-file orin.ind
+expect "a file beside the random master, with the reason" 1 "「$home/orin.sys」" cli system-file orin.ind
 cp "$home/orin.sys.good" "$home/orin.sys"
 truncate -s 5000 "$home/data/orin003.dat"
 expect "short price file" 1 "orin003.dat" cli bars AAPL

@@ -3,6 +3,7 @@
 #include <fstream>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 
 #include "base/cp932.h"
 #include "support/faulty_file_system.h"
@@ -120,6 +121,24 @@ TEST_F(ScreeningRunTest, WhatCannotRunIsOneSentenceAndNoList) {
   }
 }
 
+TEST_F(ScreeningRunTest, DefaultResultDirectoryThatCannotBeReadIsNamed) {
+  const fs::path file = home_ / "workresultfilename.txt";
+  const auto sentence = [this] {
+    return FindResultDirectory(AnalysisFile(), "分析.txt", home_).error().message;
+  };
+  EXPECT_EQ(sentence(), "分析.txt に分析結果格納場所がありません。");
+  fs::create_directory(file);
+  EXPECT_THAT(sentence(), HasSubstr("workresultfilename.txt"));
+  fs::remove(file);
+  ASSERT_EQ(mkfifo(file.c_str(), 0600), 0);
+  EXPECT_THAT(sentence(), HasSubstr("workresultfilename.txt"));
+  fs::remove(file);
+  std::ofstream(file) << "patrol\\\n" << std::string(kLargestAnalysisFile, ' ');
+  EXPECT_THAT(sentence(), HasSubstr("workresultfilename.txt"));
+  std::ofstream(file) << "patrol\\\n";
+  EXPECT_EQ(*FindResultDirectory(AnalysisFile(), "分析.txt", home_), home_ / "patrol");
+}
+
 TEST_F(ScreeningRunTest, KeywordsStandForTheDaysOfTheGroupsFilesInEntryOrder) {
   const auto file = [this](const char* name, const char* text) {
     std::ofstream(home_ / name, std::ios::binary) << text << "\n";
@@ -203,6 +222,7 @@ TEST_F(ScreeningRunTest, WhatIsPassedOverOrReplacedIsTold) {
     EXPECT_THAT(result->notes, ::testing::Contains(HasSubstr(c.told))) << c.text;
   }
   EXPECT_TRUE(Run("メモ：知らない項目名\n分析項目：1=1\n")->notes.empty());
+  EXPECT_EQ(Run("第二銘柄コード：X Y\n分析項目：さや(0) > 0\n")->notes.size(), 1U);
 }
 
 /// Remembers the stages and answers "stop" to the first report where asked to.

@@ -91,7 +91,13 @@ TEST(SettingValues, FirstPriceFileThatCannotBeIsKeptForWhoeverUsesIt) {
   for (const char* text : {"1000", "-1", "999"}) {
     EXPECT_EQ(Read("AnalysisSystemFirstFile", text), text);
   }
-  EXPECT_EQ(Read("AnalysisSystemFirstFile", "x"), "0");
+  for (const char* text : {"2147483648", "99999999999999999999999999", "3000000000.5"}) {
+    EXPECT_EQ(Read("AnalysisSystemFirstFile", text), "2147483647") << text;
+    EXPECT_EQ(Read("AnalysisSystemFirstFile", "-" + std::string(text)), "-2147483648") << text;
+  }
+  for (const char* text : {"x", "", "-", ".", "1.2.3", "3000000000x"}) {
+    EXPECT_EQ(Read("AnalysisSystemFirstFile", text), "0") << text;
+  }
 }
 
 TEST(SettingValues, BoxesAreTickedByOneTrueAndOtherNumbers) {

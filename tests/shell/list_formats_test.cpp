@@ -154,6 +154,22 @@ TEST(SystemFiles, AbsentFilesAreEmptyAndTheBrokerHasItsName) {
   EXPECT_EQ(loaded.fees, std::vector<FeeStep>({{"ＸＸ証券", {}, {}, {}}}));
 }
 
+TEST(SystemFiles, NamesAreFoundWithoutRegardToCase) {
+  const ScratchDirectory home;
+  ASSERT_TRUE(SaveRecords(Files(), kPersonalFormat, home / "ORIN.PER", kPersonal));
+  ASSERT_TRUE(SaveRecords(Files(), kSelectionFormat, home / "Orin.SWK", {{{Code("AAPL")}}}));
+  PutFile(home / "企業URL.TXT", "AAPL\thttps://apple.example/\n");
+  std::vector<std::string> problems;
+  const auto load = [&] { return shell::LoadSystemFiles(home.Path(), problems); };
+  EXPECT_EQ(load().personal, kPersonal);
+  EXPECT_THAT(load().selection, SizeIs(1));
+  EXPECT_THAT(load().addresses, SizeIs(1));
+  ASSERT_TRUE(SaveRecords(Files(), kPersonalFormat, home / "orin.per", {}));
+  EXPECT_FALSE(std::filesystem::exists(home / "orin.per"));
+  EXPECT_THAT(load().personal, IsEmpty());
+  EXPECT_THAT(problems, IsEmpty());
+}
+
 TEST(SystemFiles, GarbageInEveryFileIsASentenceEach) {
   const ScratchDirectory home;
   std::mt19937 random(3);

@@ -92,7 +92,7 @@ TEST_F(CompanionSumsTest, ReadingThatWasAlteredIsFound) {
   index[2] = 'X';
   Write(kIndex, index);
   EXPECT_THAT(Findings(), ElementsAre(AllOf(HasSubstr("orin.ind"), HasSubstr("チェックサム"))));
-  // An orin.ind made anew has new sums.
+  // A new orin.ind has new sums.
   fs::remove(PathOf(Where(), kIndex));
   builder_.Open(Access::kWrite);
   EXPECT_THAT(Findings(), IsEmpty());

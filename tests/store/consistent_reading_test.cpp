@@ -97,7 +97,7 @@ TEST_F(ConsistentReading, StoreThatGoesOnChangingIsToldNotRead) {
 
 TEST_F(ConsistentReading, ChangeWithinATickOfTheClockIsSeen) {
   // A reader that opens right after a write must not take the time of the next one for that of
-  // the first. Nothing but the file's time tells of these.
+  // the first. Only the file's time shows these writes.
   const auto path = PathOf(builder_.Location(), {FileKind::kDaily, 1});
   const std::string bytes = *base::ReadFile(path);
   const auto write = [&] { std::ofstream(path, std::ios::in | std::ios::binary) << bytes[0]; };

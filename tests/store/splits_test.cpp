@@ -95,7 +95,7 @@ TEST(SplitList, LinesThatAreNoEventsAreKeptBehindTheEvents) {
   for (const std::string& bytes : {text, base::EncodeCp932(text).value()}) {
     std::vector<std::string> problems;
     const SplitList list = Parse(bytes, problems);
-    EXPECT_EQ(problems.size(), 2U);  // an emptied entry is none
+    EXPECT_EQ(problems.size(), 2U);  // an emptied entry is no problem
     EXPECT_EQ(list.Events().size(), 2U);
     EXPECT_EQ(list.Serialize().value(), written);
   }

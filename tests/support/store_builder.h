@@ -39,7 +39,7 @@ class StoreBuilder {
   StoreBuilder& Stock(std::string_view code, std::vector<base::Bar> bars = {});
   StoreBuilder& Stock(const store::NewStock& stock, std::vector<base::Bar> bars = {});
   StoreBuilder& Split(std::string_view code, double ratio, std::string_view last_day_with_rights);
-  /// As an older version makes it: without checksums, which tell of any damaged byte.
+  /// As an older version makes it: without checksums, which show any damaged byte.
   StoreBuilder& WithoutSums();
 
   [[nodiscard]] const store::StoreLocation& Location() const { return location_; }

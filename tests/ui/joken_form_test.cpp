@@ -159,6 +159,19 @@ TEST_F(AnalysisEditor, MarketIsCountedOnTheDayAndTheNineteenBeforeIt) {
   EXPECT_LT(count->Counts().counts.back(), all);
 }
 
+TEST_F(AnalysisEditor, CountSaysThatTheSecondStockIsMissing) {
+  Open("第二.txt", "分析項目：さや(0) > 0\n第二銘柄コード：NONE\n");
+  WaitForCount();
+  EXPECT_NE(FindByText<QLabel>(*form_, QStringLiteral("選ばれる銘柄：0\n第二銘柄コード「NONE」の"
+                                                      "銘柄がない")),
+            nullptr);
+  Open("第二なし.txt", "分析項目：終値(0) > 0\n第二銘柄コード：NONE\n");
+  WaitForCount();
+  for (const QLabel* label : form_->findChildren<QLabel*>()) {
+    EXPECT_FALSE(label->text().contains(QStringLiteral("銘柄がない")));
+  }
+}
+
 TEST_F(AnalysisEditor, NothingIsReadWhileTheStoreIsReadAnew) {
   form_->Editor().InsertText("終値(0) > 0");
   form_->Editor().CheckNow();

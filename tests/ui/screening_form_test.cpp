@@ -13,6 +13,9 @@
 #include "screening/ui/columns_form.h"
 #include "screening/ui/result_form.h"
 #include "settings/analysis_group.h"
+#include "store/transaction.h"
+#include "support/faulty_file_system.h"
+#include "support/store_builder.h"
 #include "ui/window_test.h"
 
 namespace orin::test {
@@ -107,6 +110,12 @@ class AnalysisWindow : public WindowTest {
     return nullptr;
   }
 
+  /// A window that loads from the store.
+  void OpenOtherStock() {
+    program_.window->OpenStock(
+        program_.state->store->Master().Find(*store::StockCode::Parse("AAPL")));
+  }
+
   /// What the explanation beside a result says.
   static std::string Outcome(result_Form& form) {
     return Utf8(form.findChild<screening::ExplanationView*>()->findChild<QLabel*>()->text());
@@ -157,12 +166,53 @@ TEST_F(AnalysisWindow, WindowThatLoadsFromAChangedStoreIsReadAnew) {
   }
   const auto days = [this] { return program_.state->store->Days().Count(); };
   const int32_t before = days();
-  // The listing of another stock.
-  program_.window->OpenStock(
-      program_.state->store->Master().Find(*store::StockCode::Parse("AAPL")));
+  OpenOtherStock();
   EXPECT_THAT(Utf8(program_.window->statusBar()->currentMessage()),
               HasSubstr("読み込み直します。"));
   EXPECT_TRUE(QTest::qWaitFor([&] { return days() == before + 1; }));
+  EXPECT_THAT(Utf8(program_.window->statusBar()->currentMessage()),
+              HasSubstr("読み込み直しました。"));
+  EXPECT_TRUE(messages_.Texts().empty());
+}
+
+TEST_F(AnalysisWindow, StoreOfAKilledWriterIsRecoveredAndReadAgain) {
+  const store::StoreLocation location = program_.state->StoreLocation();
+  const store::StockRecord stock = program_.state->store->Master().Stocks().front();
+  const std::vector<store::BarChange> changes = {
+      {stock.slot, base::DayIndex(1), support::FlatBar(50)}};
+  for (int64_t n = 1; !store::HasJournal(location); ++n) {
+    support::FaultyFileSystem files;
+    files.DieAt(n);
+    auto killed = store::StockStore::Open(location, {store::Access::kWrite, {}}, files);
+    if (killed) static_cast<void>(killed->ChangeBars(changes));
+    ASSERT_TRUE(files.IsDead()) << "no journal was left";
+  }
+  OpenOtherStock();
+  EXPECT_TRUE(QTest::qWaitFor([&] { return !store::HasJournal(location); }));
+  base::BarColumns bars;
+  program_.state->store->LoadBars(stock.slot, base::DayIndex(1), base::DayIndex(1), bars);
+  EXPECT_EQ(bars.close, std::vector<base::Currency>{support::FlatBar(50).close});
+  EXPECT_TRUE(messages_.Texts().empty());
+}
+
+TEST_F(AnalysisWindow, ReloadWaitsForTheWriterAndKeepsTheRamDisk) {
+  shell::ProgramState& state = *program_.state;
+  state.settings.bus.ram_disk_directory = (home_ / "ram").string();
+  ASSERT_TRUE(shell::LoadStore(state, *program_.screen));
+  ASSERT_TRUE(state.ram_disk);
+  const int32_t before = state.store->Days().Count();
+  const auto is_reloaded = [&] { return state.store->Days().Count() == before + 1; };
+  {
+    auto writer = store::StockStore::Open(state.StoreLocation(), {store::Access::kWrite, {}},
+                                          base::NativeFileSystem());
+    ASSERT_TRUE(writer) << writer.error().message;
+    ASSERT_TRUE(writer->AppendDay(*base::Date::Parse("2020/01/13"), {}));
+    OpenOtherStock();
+    // Some looks of the window at the store.
+    EXPECT_FALSE(QTest::qWaitFor(is_reloaded, 1000));
+  }
+  EXPECT_TRUE(QTest::qWaitFor(is_reloaded));
+  EXPECT_TRUE(state.ram_disk);
   EXPECT_TRUE(messages_.Texts().empty());
 }
 
@@ -349,7 +399,7 @@ TEST_F(AnalysisWindow, StoreChangedDuringARunIsToldAndReadAnew) {
   ASSERT_EQ(messages_.Texts().size(), 1U);
   EXPECT_THAT(messages_.Texts()[0], HasSubstr("の途中で株価データが更新されたので"));
   EXPECT_EQ(ListsOf("遅い"), 0U);
-  EXPECT_EQ(program_.state->store->Days().Days().back(), day);
+  EXPECT_TRUE(QTest::qWaitFor([&] { return program_.state->store->Days().Days().back() == day; }));
 }
 
 TEST_F(AnalysisWindow, FirstPriceFileIsExplainedAndLeavesFourFiles) {
@@ -357,7 +407,10 @@ TEST_F(AnalysisWindow, FirstPriceFileIsExplainedAndLeavesFourFiles) {
   auto* number = window.findChild<QSpinBox*>();
   const int last = number->maximum();
   ASSERT_GE(last, 5);
-  number->setValue(2);
+  EXPECT_EQ(Utf8(number->text()), "すべて");
+  number->stepUp();
+  EXPECT_EQ(Utf8(number->text()), "1");
+  number->stepUp();
   EXPECT_EQ(program_.state->settings.common.first_price_file, 2);
   auto* text = FindByText<QLabel>(window, QStringLiteral("先頭ファイルの番号が2の場合"));
   ASSERT_NE(text, nullptr);
@@ -367,16 +420,19 @@ TEST_F(AnalysisWindow, FirstPriceFileIsExplainedAndLeavesFourFiles) {
   EXPECT_EQ(messages_.Texts(),
             std::vector<std::string>{"データファイルは４ファイル以上必要です。"});
   EXPECT_EQ(number->value(), 2);
+  number->setValue(0);
+  EXPECT_EQ(program_.state->settings.common.first_price_file, 0);
+  EXPECT_EQ(messages_.Texts().size(), 1U);
 }
 
 TEST_F(AnalysisWindow, FirstPriceFileOutOfRangeIsShownAsItIsAndStopsTheRun) {
   check2_Form& window = WindowWith({WriteAnalysis("全部", "終値(0) > 0")});
   auto* number = window.findChild<QSpinBox*>();
   const int last = number->maximum();
-  for (const int setting : {last, last + 1, 1000}) {
+  for (const int setting : {last, last + 1, 1000, -1}) {
     program_.state->settings.common.first_price_file = setting;
     window.Reload();
-    EXPECT_EQ(number->value(), setting);
+    EXPECT_EQ(Utf8(number->text()), std::to_string(setting));
     const QString sentence = QStringLiteral("AnalysisSystemFirstFile の値%1では").arg(setting);
     EXPECT_NE(FindByText<QLabel>(window, sentence), nullptr);
     window.Command1_Click();
@@ -384,7 +440,9 @@ TEST_F(AnalysisWindow, FirstPriceFileOutOfRangeIsShownAsItIsAndStopsTheRun) {
     EXPECT_THAT(messages_.Texts().back(), HasSubstr(Utf8(sentence)));
     EXPECT_EQ(ListsOf("全部"), 0U);
   }
-  number->setValue(1);
+  // As the sentence says.
+  number->setValue(0);
+  EXPECT_EQ(Utf8(number->text()), "すべて");
   window.Command1_Click();
   EXPECT_EQ(ListsOf("全部"), 1U);
 }

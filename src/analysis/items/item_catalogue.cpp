@@ -52,7 +52,8 @@ std::string InParentheses(std::string_view abbreviation) {
   return abbreviation.empty() ? "" : "（" + std::string(abbreviation) + "）";
 }
 
-/// Of one form: its items by what their daily names, abbreviations and shown names are folded.
+/// The items that have one form, by their folded names: the daily name, the abbreviation and both
+/// as the editor shows them.
 using SimilarItems = std::unordered_map<std::string, const ItemEntry*>;
 
 SimilarItems MakeSimilarItems(SeriesForm form) {

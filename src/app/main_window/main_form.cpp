@@ -5,10 +5,11 @@
 #include <QScreen>
 #include <QStatusBar>
 #include <algorithm>
+#include <system_error>
 #include <utility>
 
 #include "settings/ui/settings_form.h"
-#include "store/transaction.h"
+#include "store/store_lock.h"
 #include "widgets/qt_text.h"
 
 namespace orin::app {
@@ -31,6 +32,13 @@ bool IsOnScreen(const QRect& place) {
     const QRect visible = screen->availableGeometry().intersected(handle);
     return visible.width() >= 64 && visible.height() >= 16;
   });
+}
+
+bool HasLiveWriter(const store::StoreLocation& location) {
+  std::error_code failure;
+  // Where the directory is gone, the reload says so.
+  return std::filesystem::is_directory(location.system_directory, failure) &&
+         !store::StoreLock::Acquire(location.system_directory);
 }
 
 }  // namespace
@@ -269,11 +277,15 @@ void main_Form::ReloadChangedStore() {
   if (!state_.store || !state_.store->HasChangedOnDisk()) return;
   const bool is_busy = findChild<widgets::JobProgress*>() != nullptr ||
                        QApplication::activeModalWidget() != nullptr ||
-                       store::HasJournal(state_.StoreLocation());
+                       HasLiveWriter(state_.StoreLocation());
   if (is_busy) {
     reload_timer_.start();
-  } else {
-    ReloadStore();
+    return;
+  }
+  ReloadStore();
+  // In place of the last stage of loading.
+  if (state_.store) {
+    ShowStatus(QStringLiteral("他の処理が株価データを更新したので、読み込み直しました。"));
   }
 }
 

@@ -98,8 +98,8 @@ class main_Form final : public QMainWindow {
   void ShowStore();
   void ShowChecks();
   void ReloadStore();
-  /// Reads the store anew that another process has changed, once no job and no dialog needs it and
-  /// the change is whole.
+  /// Reads again the store that another process has changed, once no job and no dialog needs it and
+  /// no process has it open for writing. What a killed writer has left is recovered then.
   void ReloadChangedStore();
   void ReloadWindows();
   void ApplySettings(const settings::Settings& changed);
@@ -138,7 +138,8 @@ class main_Form final : public QMainWindow {
   /// Once the job under way has ended and its messages are read.
   void CloseWhenIdle();
 
-  /// Runs a job that changes the store and reads the store anew. The job gives what to tell.
+  /// Runs a job that changes the store, then loads the store again. The job returns the sentence
+  /// for the user.
   void ChangeStore(
       const std::string& stage,
       const std::function<base::Result<std::string>(store::StockStore&, base::Progress&)>& job);

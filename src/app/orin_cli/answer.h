@@ -12,7 +12,7 @@
 
 namespace orin::app {
 
-/// What a command has to print and to tell, kept until it is sure that all of it is of one state
+/// The output and the sentences of a command, kept until it is sure that all of it is of one state
 /// of the store.
 class Answer {
  public:
@@ -22,8 +22,8 @@ class Answer {
   void Tell(std::string sentence) { told_.push_back(std::move(sentence)); }
   /// Tells the sentence and gives the exit status of a failed job.
   int Report(const base::Error& error);
-  /// What is done once everything else has been printed, for what is too large to keep or writes
-  /// a file. It gives the exit status.
+  /// `step` runs once everything else has been printed and gives the exit status: for output that
+  /// is too large to keep, and for writing a file.
   void Finally(std::function<int()> step) { last_step_ = std::move(step); }
 
   /// Prints it all. The exit status is that of the last step, else `status`.

@@ -3,6 +3,7 @@
 
 #include "app/orin_cli/command.h"
 #include "app/orin_cli/terminal_progress.h"
+#include "base/text.h"
 #include "shell/store_places.h"
 #include "store/store_check.h"
 
@@ -19,7 +20,7 @@ base::Result<std::vector<std::string>> Check(const StoreLocation& location, Chec
 }
 
 void Print(const std::vector<std::string>& findings) {
-  for (const std::string& finding : findings) std::cout << finding << '\n';
+  for (const std::string& finding : findings) std::cout << base::PrintableLine(finding) << '\n';
 }
 
 int RunCheck(const Session& session) {
@@ -46,6 +47,7 @@ base::Status MakeSums(const StoreLocation& location) {
   auto opened =
       store::StockStore::Open(location, {store::Access::kWrite, {}}, base::NativeFileSystem());
   if (!opened) return base::Forward(opened);
+  for (const std::string& problem : opened->Problems()) Tell(problem);
   TerminalProgress progress;
   return opened->MakeSums(progress);
 }
@@ -54,10 +56,10 @@ int RunChecksums(const Session& session, bool force) {
   const auto settings = settings::LoadSettings(session.places);
   if (!settings) return Report(settings.error());
   const StoreLocation location = shell::LocateStore(settings->bus, session.places);
-  const auto findings = Check(location, CheckScope::kAllButSums);
+  const auto findings = Check(location, CheckScope::kAllButLackingSums);
   if (!findings) return Report(findings.error());
+  Print(*findings);
   if (!findings->empty() && !force) {
-    Print(*findings);
     Tell("株価データに" + std::to_string(findings->size()) +
          "件の異常があるので、チェックサムを作りません。今の内容のまま作るには --force "
          "を付けてください。");
@@ -81,10 +83,11 @@ void AddCheckCommand(CLI::App& app, Session& session) {
 void AddChecksumsCommand(CLI::App& app, Session& session) {
   const auto force = std::make_shared<bool>(false);
   CLI::App* command = app.add_subcommand("checksums", "株価データのチェックサムを作り直す");
-  command->add_flag("--force", *force, "ほかの異常があっても、今の内容のまま作る");
+  command->add_flag("--force", *force, "異常があっても、表示して今の内容のまま作る");
   command->footer(
       "今の内容から orin.sum と orinc001.dat～ を作ります。これより後に値の変わった株価を check "
-      "が\n見つけます。チェックサムでないところに異常があれば、表示して何も変えません。");
+      "が\n見つけます。チェックサムがないか読めないことのほかに異常があれば、表示して何も変えません"
+      "。");
   command->callback([&session, force] {
     session.run = [&session, force] { return RunChecksums(session, *force); };
   });

@@ -2,6 +2,7 @@
 
 #include <CLI/CLI.hpp>
 #include <functional>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -18,6 +19,9 @@ inline constexpr int kWrongUsage = 2;  // or an expression that cannot be compil
 /// Where a command finds the program's files; filled in before the command runs.
 struct Session {
   settings::SettingsPlaces places;
+  /// Why orinsim.ini could not be copied to the program directory, for commands that show or use
+  /// its settings; they are read where they are.
+  std::optional<std::string> simulation_problem;
   /// Those of `eval`, `series`, `signals` and `explain`, in the order of the command line.
   std::vector<std::string> expressions;
   /// The chosen command; returns the exit status.

@@ -71,8 +71,8 @@ int Run(std::vector<std::string> arguments) {
     Tell("設定ファイル " + base::PathText(session.places.settings_file) +
          " がないので、既定値を使います。");
   }
-  // No command needs those settings: where they cannot be copied, they stay in use as they are.
   const auto adopted = settings::AdoptSimulationFile(base::NativeFileSystem(), session.places);
+  if (!adopted) session.simulation_problem = adopted.error().message;
   if (adopted && *adopted) Tell(**adopted);
   return session.run();
 }

@@ -70,8 +70,8 @@ int RunFiles(const store::StockStore& store, const std::vector<fs::path>& files,
   return status;
 }
 
-/// The store from the first price file of the command line on, else of the settings; none where
-/// the master's own is meant.
+/// The store from the first price file of the command line on, else of the settings; nullopt where
+/// all files are to be read.
 base::Result<std::optional<store::StockStore>> OpenFromFirstFile(const StoreReading& reading,
                                                                  std::optional<int32_t> option) {
   const auto first_file = screening::FirstFileOfRun(

@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <iostream>
 #include <memory>
 
@@ -15,6 +16,11 @@ int RunSettings(const Session& session, bool markdown) {
   }
   const settings::LoadedSettings loaded = settings::LoadWhatIsReadable(session.places);
   for (const std::string& problem : loaded.problems) Tell(problem);
+  const auto& copy_problem = session.simulation_problem;
+  // A file that cannot be read is a problem of both.
+  if (copy_problem && std::ranges::find(loaded.problems, *copy_problem) == loaded.problems.end()) {
+    Tell(*copy_problem);
+  }
   std::cout << SettingsCsv(loaded.settings, session.places);
   return loaded.problems.empty() ? kDone : kFailed;
 }

@@ -73,8 +73,10 @@ check2_Form::check2_Form(const shell::ProgramState& state, base::Messages& messa
     state_.CompareStore();
     const DayCounts& counts = count_.Counts();
     chart_->Show(counts);
-    count_label_->setText(
-        QStringLiteral("この条件で選ばれる銘柄の数（%1日間）").arg(counts.dates.size()));
+    count_label_->setText(QStringLiteral("この条件で選ばれる銘柄の数（%1日間）\n%2")
+                              .arg(counts.dates.size())
+                              .arg(Text(count_.Problem()))
+                              .trimmed());
   });
   connect(&count_, &MarketCount::Failed, this, [this](const QString& sentence) {
     chart_->Clear();
@@ -157,6 +159,7 @@ QWidget* check2_Form::MakeDayPanel() {
   left->addWidget(first_file_text_);
   left->addStretch();
   auto* right = new QVBoxLayout;
+  count_label_->setWordWrap(true);
   right->addWidget(count_label_);
   right->addWidget(chart_);
   right->addStretch();
@@ -241,11 +244,11 @@ void check2_Form::ShowFirstFile() {
   if (state_.store) {
     const store::MasterHeader& header = state_.store->Master().Header();
     const int32_t setting = state_.settings.common.first_price_file;
-    const int number = setting == 0 ? header.first_file : setting;
     // A setting out of the range is shown as it is.
-    first_file_->setRange(std::min<int>(header.first_file, number),
-                          std::max<int>(header.current_file, number));
-    first_file_->setValue(number);
+    first_file_->setRange(std::min<int>(0, setting), std::max<int>(header.current_file, setting));
+    // The box shows this text for its least number, which a wrong setting can be.
+    first_file_->setSpecialValueText(setting < 0 ? QString() : QStringLiteral("すべて"));
+    first_file_->setValue(setting);
     first_file_text_->setText(Text(FirstFileText(header, setting)));
   }
   is_filling_ = false;
@@ -254,14 +257,18 @@ void check2_Form::ShowFirstFile() {
 void check2_Form::FirstFile_Changed(int number) {
   if (is_filling_ || !state_.store) return;
   const store::MasterHeader& header = state_.store->Master().Header();
-  if (const auto allowed = FirstFileOfRun(header, 0, number); !allowed) {
+  const int32_t shown = state_.settings.common.first_price_file;
+  // A step passes over the numbers between 0 and the first file.
+  if (shown == 0 && number == 1) number = header.first_file;
+  if (shown == header.first_file && number == shown - 1) number = 0;
+  const auto option = number == 0 ? std::nullopt : std::optional<int32_t>(number);
+  if (const auto allowed = FirstFileOfRun(header, 0, option); !allowed) {
     messages_.Warn(allowed.error().message);
     ShowFirstFile();
     return;
   }
   settings::Settings changed = state_.settings;
-  // The master's own first file is that of every store.
-  changed.common.first_price_file = number == header.first_file ? 0 : number;
+  changed.common.first_price_file = number;
   Save(changed);
   ShowFirstFile();
 }

@@ -92,7 +92,7 @@ class check2_Form final : public QWidget {
   void MoveEntry(int step);
   void ShowGroup();
   void ShowFirstFile();
-  /// What the setting means, or why it cannot be used.
+  /// Explains the setting, or says why it cannot be used.
   [[nodiscard]] std::string FirstFileText(const store::MasterHeader& header, int32_t setting) const;
   void FirstFile_Changed(int number);
   void EnableButtons();

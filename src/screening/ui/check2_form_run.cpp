@@ -128,7 +128,7 @@ bool check2_Form::RunEntry(Run& run, size_t place, const fs::path& file) {
 }
 
 void check2_Form::Report(const Run& run) {
-  if (run.has_store_changed) surroundings_.reload_store();
+  if (run.has_store_changed) state_.CompareStore();
   if (is_stopping_to_close_) return;
   if (!run.is_stopped && !run.has_store_changed) {
     // It stands until the next job.

@@ -78,9 +78,11 @@ joken_Form::joken_Form(const shell::ProgramState& state, base::Messages& message
     state_.CompareStore();
     const DayCounts& counts = count_.Counts();
     chart_->Show(counts);
-    count_label_->setText(QStringLiteral("%1 に選ばれる銘柄：%2")
+    count_label_->setText(QStringLiteral("%1 に選ばれる銘柄：%2\n%3")
                               .arg(Text(counts.dates.back().ToText()))
-                              .arg(counts.counts.back()));
+                              .arg(counts.counts.back())
+                              .arg(Text(count_.Problem()))
+                              .trimmed());
   });
   connect(&count_, &MarketCount::Failed, this, [this](const QString& sentence) {
     chart_->Clear();
@@ -147,6 +149,7 @@ QWidget* joken_Form::MakeLowerPanel() {
   auto* layout = new QHBoxLayout(panel);
   layout->setContentsMargins(0, 0, 0, 0);
   auto* right = new QVBoxLayout;
+  count_label_->setWordWrap(true);
   right->addWidget(count_label_);
   right->addWidget(chart_);
   right->addStretch();

@@ -29,6 +29,7 @@ MarketCount::~MarketCount() = default;
 void MarketCount::Start(const store::StockStore& store, const Question& question) {
   Stop();
   counts_ = {};
+  problem_.clear();
   auto program = analysis::BuildProgram(question.condition);
   if (!program) {
     Q_EMIT Failed(Text(analysis::NoteSentence(program.error())));
@@ -43,7 +44,9 @@ void MarketCount::Start(const store::StockStore& store, const Question& question
   scan.market = question.market;
   scan.last = question.last;
   scan.first = base::DayIndex(std::max(1, question.last.Value() - question.days + 1));
-  scan.second = FindSecondStock(store, question.second_stock).record;
+  const SecondStock second = FindSecondStock(store, question.second_stock);
+  if (program_->NeedsSecondStock()) problem_ = second.problem;
+  scan.second = second.record;
   scan.adjust_splits = question.adjust_splits;
   auto scanner = SignalScanner::Make(store, *program_, scan);
   if (!scanner) {

@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <memory>
 #include <optional>
+#include <string>
 #include <vector>
 
 #include "analysis/program.h"
@@ -41,14 +42,15 @@ class MarketCount final : public QObject {
     int32_t days = kDays;
     bool adjust_splits = true;
   };
-  /// Begins anew, giving up what is under way. The store must outlive the count or its Stop. What
-  /// cannot be counted (a text that cannot be compiled, a value, an unknown second stock) gives
-  /// Failed at once.
+  /// Gives up the count under way and begins another one. The store must outlive the count or its
+  /// Stop. A text that cannot be compiled and a value give Failed at once.
   void Start(const store::StockStore& store, const Question& question);
   void Stop();
   [[nodiscard]] bool IsRunning() const { return scanner_ != nullptr; }
   /// Of the stocks looked at so far.
   [[nodiscard]] const DayCounts& Counts() const { return counts_; }
+  /// A sentence where the condition reads a second stock that the master lacks, else empty.
+  [[nodiscard]] const std::string& Problem() const { return problem_; }
 
  Q_SIGNALS:
   /// From time to time, `done` of `total` stocks.
@@ -63,6 +65,7 @@ class MarketCount final : public QObject {
   std::optional<analysis::Program> program_;
   std::unique_ptr<SignalScanner> scanner_;
   DayCounts counts_;
+  std::string problem_;
 };
 
 }  // namespace orin::screening

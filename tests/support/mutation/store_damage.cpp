@@ -14,7 +14,7 @@ namespace {
 
 constexpr std::string_view kMaster = "system/orin.sys";
 
-/// What a file consists of, by the beginning of its path; the first that fits counts.
+/// The records of a file, by the beginning of its path; the first family that fits counts.
 struct Family {
   std::string_view beginning;
   size_t record_length;

@@ -26,7 +26,7 @@ struct StoreWriter {
   base::Status (*write)(const store::StoreLocation& location, base::FileSystem& files);
   /// Whether bars of stored days go to other places in the price files.
   bool moves_bars = false;
-  /// The code of the stock whose bars it changes; empty for none.
+  /// The code of the stock whose bars it changes; empty where it changes no bars.
   std::string_view changed_code = {};
 };
 std::span<const StoreWriter> StoreWriters();
