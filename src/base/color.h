@@ -20,4 +20,18 @@ struct Color {
   constexpr bool operator==(const Color&) const = default;
 };
 
+/// The colour `part` of the way from one to the other, 0 to 1.
+Color Mixed(Color from, Color to, double part);
+
+/// The share of light that the colour gives back, 0 to 1.
+double Luminance(Color color);
+/// The contrast of two colours, 1 to 21, as the web content accessibility guidelines define it.
+double Contrast(Color a, Color b);
+/// `color`, mixed with white on a dark ground and with black on a light one until it reaches the
+/// contrast to the ground.
+Color Legible(Color color, Color ground, double contrast);
+
+/// A ground that light colours stand out from better than dark ones.
+bool IsDark(Color ground);
+
 }  // namespace orin::base

@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <cstdint>
 #include <string>
-#include <string_view>
 
 #include "base/currency.h"
 
@@ -24,11 +23,19 @@ class DecimalsNeeded {
   int32_t count_ = 2;
 };
 
-/// Digits in groups of three; `decimals` of the four are shown, halves rounded away from zero.
-/// `with_sign` puts "+" before what is above 0.
-std::string Grouped(Currency value, int32_t decimals, bool with_sign);
+struct NumberFormat {
+  int32_t decimals = 0;     // how many of the four are shown, halves rounded away from zero
+  bool is_grouped = false;  // digits in groups of three
+  bool has_plus = false;    // "+" before what is above 0
+};
 
-/// Without what a spreadsheet would stumble over: groups, plus signs, "％".
-std::string PlainNumber(std::string_view shown);
+std::string FormatNumber(Currency value, const NumberFormat& format);
+/// A whole number; `format.decimals` does not count.
+std::string FormatWhole(int64_t value, const NumberFormat& format);
+
+/// In groups of three.
+inline std::string Grouped(Currency value, int32_t decimals, bool has_plus) {
+  return FormatNumber(value, {decimals, true, has_plus});
+}
 
 }  // namespace orin::base

@@ -12,9 +12,6 @@ enum class ChartTheme {
   kDark,   // black
 };
 
-/// The contrast of two colours, 1 to 21, as the web content accessibility guidelines define it.
-double Contrast(base::Color a, base::Color b);
-
 /// The colours of a chart on its ground. Those of the settings were chosen for the ground of the
 /// settings; on another one they keep their hue and are made darker or lighter until they can be
 /// told from it.

@@ -170,6 +170,31 @@ StockMenu MenuBySector(const store::StockMaster& master) {
   return root;
 }
 
+/// Of the hidden columns behind the four that are shown.
+constexpr size_t kEntryInk = 5;
+constexpr size_t kTextInk = 6;
+
+std::vector<base::Column> MenuColumns(const settings::MenuDisplaySettings& display) {
+  const auto shown = [](const char* heading, const char* longest, size_t ink) {
+    return base::Column{.heading = heading, .longest_text = longest, .ink = ink};
+  };
+  const auto hidden = [](base::ColumnKind kind) {
+    return base::Column{.kind = kind, .is_hidden = true};
+  };
+  std::vector<base::Column> columns = {
+      shown("コード", display.code_display == 1 ? "WWWW.W（ＮＹ市場）" : "WWWW.W", kEntryInk),
+      shown("銘柄名", "", kEntryInk),
+      shown("業種", "テクノロジー", kTextInk),
+      shown("市場", "ＮＹ市場", kTextInk),
+      hidden(base::ColumnKind::kCode),
+      hidden(base::ColumnKind::kColor),
+      hidden(base::ColumnKind::kColor)};
+  columns[0].is_hidden = display.code_display == 2;
+  columns[1].is_hidden = display.name_display == 2;
+  columns[2].is_hidden = display.category_display == 0;
+  return columns;
+}
+
 }  // namespace
 
 std::vector<StockMenu> MakeStockMenus(const store::StockMaster& master,
@@ -204,6 +229,33 @@ base::Color ColorOf(const store::StockRecord& stock, const settings::MenuColorSe
     default:
       return is_common ? colors.elsewhere_common : colors.elsewhere_other;
   }
+}
+
+std::vector<std::string> CompaniesByRecord(const store::StockMaster& master,
+                                           std::span<const store::IndexEntry> index) {
+  std::vector<std::string> companies(master.Stocks().size() + 2);
+  for (const store::IndexEntry& entry : index) {
+    const auto record = static_cast<size_t>(entry.record.Value());
+    if (record >= 2 && record < companies.size()) companies[record] = entry.company;
+  }
+  return companies;
+}
+
+base::Table TableOfMenu(const store::StockMaster& master, std::span<const MasterRecord> stocks,
+                        std::span<const std::string> companies,
+                        const settings::MenuDisplaySettings& display,
+                        const settings::MenuColorSettings& colors) {
+  base::Table table;
+  table.columns = MenuColumns(display);
+  table.rows.reserve(stocks.size());
+  for (const MasterRecord record : stocks) {
+    const store::StockRecord& stock = master.Stock(record);
+    MenuLine line = LineOf(stock, companies[static_cast<size_t>(record.Value())], display);
+    table.rows.push_back({std::move(line.code), std::move(line.name), std::move(line.sector),
+                          std::string(store::ListingName(stock.listing)),
+                          std::string(stock.code.Text()), ColorOf(stock, colors), colors.text});
+  }
+  return table;
 }
 
 }  // namespace orin::lists

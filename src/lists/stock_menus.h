@@ -7,6 +7,7 @@
 
 #include "base/color.h"
 #include "base/ordinal.h"
+#include "base/table.h"
 #include "settings/menu_color_settings.h"
 #include "settings/menu_display_settings.h"
 #include "store/companion_formats.h"
@@ -40,5 +41,16 @@ MenuLine LineOf(const store::StockRecord& stock, std::string_view company,
 
 /// The colour of a stock's entry: that of its market and kind.
 base::Color ColorOf(const store::StockRecord& stock, const settings::MenuColorSettings& colors);
+
+/// The registered names of the stocks by record.
+std::vector<std::string> CompaniesByRecord(const store::StockMaster& master,
+                                           std::span<const store::IndexEntry> index);
+
+/// The lines of a menu or of a search, with the market last. What the settings leave out is hidden.
+base::Table TableOfMenu(const store::StockMaster& master,
+                        std::span<const base::MasterRecord> stocks,
+                        std::span<const std::string> companies,
+                        const settings::MenuDisplaySettings& display,
+                        const settings::MenuColorSettings& colors);
 
 }  // namespace orin::lists

@@ -3,70 +3,78 @@
 #include <algorithm>
 #include <array>
 #include <cstdint>
-#include <initializer_list>
+#include <string>
 #include <string_view>
+#include <utility>
 
 #include "base/file_system.h"
 #include "base/record_file.h"
 #include "store/companion_formats.h"
 #include "store/file_names.h"
 #include "store/master_format.h"
+#include "store/master_table.h"
 #include "store/name_index.h"
 
 namespace orin::store {
 
 namespace {
 
-std::string Number(int32_t value) { return std::to_string(value); }
+using base::Table;
+using base::TextColumn;
+using base::WholeColumn;
+using Tables = std::vector<Table>;
 
-std::string JoinFields(std::initializer_list<std::string> fields) {
-  std::string line;
-  for (const std::string& field : fields) line += (line.empty() ? "" : ",") + field;
-  return line + "\n";
+Table TableOf(std::vector<base::Column> columns) {
+  Table table;
+  table.columns = std::move(columns);
+  return table;
 }
 
-std::string ListMaster(std::string_view bytes) {
+Table HeaderTable(const MasterHeader& header) {
+  Table table =
+      TableOf({TextColumn("日付コード"), WholeColumn("日付レコード"), WholeColumn("先頭ファイル"),
+               WholeColumn("カレントファイル"), WholeColumn("カレントレコード"),
+               WholeColumn("信用先頭"), WholeColumn("信用カレント")});
+  table.rows.push_back({header.date.IsNone() ? "-" : header.date.ToCompact(),
+                        int64_t{header.date_record}, int64_t{header.first_file},
+                        int64_t{header.current_file}, int64_t{header.current_record},
+                        int64_t{header.credit_first}, int64_t{header.credit_current}});
+  return table;
+}
+
+Tables ListMaster(std::string_view bytes) {
   const base::RecordView records(bytes, kMasterRecordLength);
-  std::string text =
-      "日付コード,日付レコード,先頭ファイル,カレントファイル,カレントレコード,信用先頭,"
-      "信用カレント\n";
-  if (const auto record = records.Record(1)) {
-    const MasterHeader header = DecodeMasterHeader(*record);
-    text += JoinFields({header.date.IsNone() ? "-" : header.date.ToCompact(),
-                        Number(header.date_record), Number(header.first_file),
-                        Number(header.current_file), Number(header.current_record),
-                        Number(header.credit_first), Number(header.credit_current)});
-  }
-  text += "レコード,銘柄コード,銘柄レコード,上場コード,種別コード,業種コード,銘柄ランク,銘柄名\n";
+  const auto first = records.Record(1);
+  Tables tables = {HeaderTable(first ? DecodeMasterHeader(*first) : MasterHeader()),
+                   EmptyMasterTable()};
+  if (!first) tables.front().rows.clear();
   for (int32_t number = 2; number <= records.Count(); ++number) {
-    const StockRecord stock = DecodeStockRecord(*records.Record(number));
-    text += JoinFields({Number(number), std::string(stock.code.Text()), Number(stock.slot.Value()),
-                        Number(stock.listing), Number(stock.kind), Number(stock.sector),
-                        Number(stock.rank), stock.name});
+    AddMasterRow(tables.back(), number, DecodeStockRecord(*records.Record(number)));
   }
-  return text;
+  return tables;
 }
 
-std::string ListNameIndex(std::string_view bytes) {
-  std::string text = "登記社名,銘柄名（読み）,銘柄コード,レコード\n";
+Tables ListNameIndex(std::string_view bytes) {
+  Table table = TableOf({TextColumn("登記社名"), TextColumn("銘柄名（読み）"), base::CodeColumn(),
+                         WholeColumn("レコード")});
   for (const IndexEntry& entry : DecodeNameIndex(bytes)) {
-    text += JoinFields({entry.company, entry.reading, std::string(entry.code.Text()),
-                        Number(entry.record.Value())});
+    table.rows.push_back({entry.company, entry.reading, std::string(entry.code.Text()),
+                          int64_t{entry.record.Value()}});
   }
-  return text;
+  return {std::move(table)};
 }
 
-std::string ListStocks(std::string_view bytes, std::string_view heading,
-                       std::string (*flag)(int16_t)) {
-  std::string text(heading);
+Tables ListStocks(std::string_view bytes, base::Column flag, base::Cell (*cell_of)(int16_t)) {
+  Table table =
+      TableOf({base::CodeColumn(), TextColumn("銘柄名"), WholeColumn("レコード"), std::move(flag)});
   for (const ListedStock& stock : DecodeStockList(bytes).stocks) {
-    text += JoinFields({std::string(stock.code.Text()), stock.name, Number(stock.record.Value()),
-                        flag(stock.flag)});
+    table.rows.push_back({std::string(stock.code.Text()), stock.name, int64_t{stock.record.Value()},
+                          cell_of(stock.flag)});
   }
-  return text;
+  return {std::move(table)};
 }
 
-std::string DeletionStateName(int16_t flag) {
+base::Cell DeletionStateName(int16_t flag) {
   switch (static_cast<DeletionState>(flag)) {
     case DeletionState::kTrue:
       return "True";
@@ -75,21 +83,21 @@ std::string DeletionStateName(int16_t flag) {
     case DeletionState::kDelete:
       return "Delete";
   }
-  return Number(flag);
+  return int64_t{flag};
 }
 
-std::string ListAdded(std::string_view bytes) {
-  return ListStocks(bytes, "銘柄コード,銘柄名,レコード,フラグ\n",
-                    [](int16_t flag) { return Number(flag); });
+Tables ListAdded(std::string_view bytes) {
+  return ListStocks(bytes, WholeColumn("フラグ"),
+                    [](int16_t flag) -> base::Cell { return int64_t{flag}; });
 }
 
-std::string ListDeleted(std::string_view bytes) {
-  return ListStocks(bytes, "銘柄コード,銘柄名,レコード,削除\n", DeletionStateName);
+Tables ListDeleted(std::string_view bytes) {
+  return ListStocks(bytes, TextColumn("削除"), DeletionStateName);
 }
 
 struct Lister {
   FileKind kind;
-  std::string (*list)(std::string_view bytes);
+  Tables (*list)(std::string_view bytes);
 };
 
 constexpr std::array<Lister, 4> kListers = {{{FileKind::kMaster, ListMaster},
@@ -99,7 +107,7 @@ constexpr std::array<Lister, 4> kListers = {{{FileKind::kMaster, ListMaster},
 
 }  // namespace
 
-base::Result<std::string> ListSystemFile(const std::filesystem::path& path) {
+base::Result<std::vector<base::Table>> ListSystemFile(const std::filesystem::path& path) {
   const std::string name = base::PathText(path.filename());
   const auto file = ParseFileName(name);
   const auto lister = std::find_if(kListers.begin(), kListers.end(), [&file](const Lister& row) {

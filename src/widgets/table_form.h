@@ -12,7 +12,7 @@ class table_Form final : public QWidget {
 
  public:
   /// Both outlive the window.
-  table_Form(const QString& caption, lists::Table table, base::Messages& messages,
+  table_Form(const QString& caption, base::Table table, base::Messages& messages,
              base::FileSystem& files);
 
  Q_SIGNALS:

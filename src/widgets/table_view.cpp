@@ -13,102 +13,20 @@
 
 namespace orin::widgets {
 
-void PrepareTable(QTableView& view, const QString& name) {
-  view.setAccessibleName(name);
-  view.setSelectionBehavior(QAbstractItemView::SelectRows);
-  view.setAlternatingRowColors(true);
-  view.setShowGrid(false);
-  view.setWordWrap(false);
-  view.setTabKeyNavigation(false);
-  view.verticalHeader()->hide();
-  view.horizontalHeader()->setHighlightSections(false);
-}
-
-void SaveCsv(base::Messages& messages, base::FileSystem& files, const QString& proposed_name,
-             const std::string& csv) {
-  const auto path = messages.ChooseFile({.caption = "ＣＳＶに保存",
-                                         .filter = "ＣＳＶファイル|*.csv|",
-                                         .start = Utf8(proposed_name) + ".csv",
-                                         .choice = base::FileChoice::kSave});
-  if (!path) return;
-  const auto saved = base::ReplaceFile(files, *path, std::string(base::kUtf8Mark) + csv);
-  if (!saved) messages.Warn(saved.error().message);
-}
-
-TableModel::TableModel(QObject* owner) : QAbstractTableModel(owner) {}
-
-void TableModel::Show(lists::Table table) {
-  beginResetModel();
-  table_ = std::move(table);
-  is_numeric_.clear();
-  for (size_t column = 0; column < table_.headings.size(); ++column) {
-    is_numeric_.push_back(table_.IsNumeric(column));
-  }
-  endResetModel();
-}
-
-int TableModel::rowCount(const QModelIndex& parent) const {
-  return parent.isValid() ? 0 : static_cast<int>(table_.rows.size());
-}
-
-int TableModel::columnCount(const QModelIndex& parent) const {
-  return parent.isValid() ? 0 : static_cast<int>(table_.headings.size());
-}
-
-QVariant TableModel::data(const QModelIndex& index, int role) const {
-  const auto column = static_cast<size_t>(index.column());
-  if (role == Qt::DisplayRole) return Text(table_.rows[static_cast<size_t>(index.row())][column]);
-  if (role == Qt::TextAlignmentRole && is_numeric_[column]) {
-    return QVariant(Qt::AlignRight | Qt::AlignVCenter);
-  }
-  return {};
-}
-
-QVariant TableModel::headerData(int section, Qt::Orientation orientation, int role) const {
-  if (orientation != Qt::Horizontal) {
-    return QAbstractTableModel::headerData(section, orientation, role);
-  }
-  const auto column = static_cast<size_t>(section);
-  if (role == Qt::DisplayRole) return Text(table_.headings[column]);
-  if (role != Qt::TextAlignmentRole) return {};
-  return QVariant((is_numeric_[column] ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignVCenter);
-}
-
-void TableModel::sort(int column, Qt::SortOrder order) {
-  if (column < 0 || column >= columnCount()) return;
-  Q_EMIT layoutAboutToBeChanged();
-  const std::vector<size_t> places =
-      table_.Sort(static_cast<size_t>(column), order == Qt::DescendingOrder);
-  std::vector<int> rows(places.size());
-  for (size_t row = 0; row < places.size(); ++row) rows[places[row]] = static_cast<int>(row);
-  for (const QModelIndex& was : persistentIndexList()) {
-    changePersistentIndex(was, index(rows[static_cast<size_t>(was.row())], was.column()));
-  }
-  Q_EMIT layoutChanged();
-}
-
-TableView::TableView(const QString& name, base::Messages& messages, base::FileSystem& files,
-                     QWidget* owner)
-    : QTableView(owner),
-      messages_(messages),
-      files_(files),
-      file_name_(name),
-      model_(new TableModel(this)) {
+TableView::TableView(const QString& name, ColumnFit fit, QWidget* owner)
+    : QTableView(owner), model_(new TableModel(this)), fit_(fit), file_name_(name) {
   setModel(model_);
-  PrepareTable(*this, name);
-  horizontalHeader()->setStretchLastSection(true);
-  horizontalHeader()->setSortIndicator(-1, Qt::AscendingOrder);
-  setSortingEnabled(true);
-  const auto add = [this](const QString& text, const QKeySequence& key, auto handler) {
-    auto* action = new QAction(text, this);
-    action->setShortcut(key);
-    action->setShortcutContext(Qt::WidgetWithChildrenShortcut);
-    connect(action, &QAction::triggered, this, handler);
-    addAction(action);
-  };
-  add(QStringLiteral("コピー(&C)"), QKeySequence::Copy, &TableView::mnu_copy_Click);
-  add(QStringLiteral("ＣＳＶに保存(&S)…"), QKeySequence::Save, &TableView::mnu_save_Click);
+  setAccessibleName(name);
+  setSelectionBehavior(QAbstractItemView::SelectRows);
+  setAlternatingRowColors(true);
+  setShowGrid(false);
+  setWordWrap(false);
+  setTabKeyNavigation(false);
+  verticalHeader()->hide();
+  horizontalHeader()->setHighlightSections(false);
+  horizontalHeader()->setStretchLastSection(fit == ColumnFit::kContents);
   setContextMenuPolicy(Qt::ActionsContextMenu);
+  AddAction(QStringLiteral("コピー(&C)"), QKeySequence::Copy, &TableView::mnu_copy_Click);
   connect(this, &QTableView::activated, this, [this](const QModelIndex& index) {
     const QString code = CodeOf(index.row());
     if (!code.isEmpty()) Q_EMIT CodeChosen(code);
@@ -117,30 +35,73 @@ TableView::TableView(const QString& name, base::Messages& messages, base::FileSy
           [this](const QModelIndex& now) { Q_EMIT CurrentCodeChanged(CodeOf(now.row())); });
 }
 
-void TableView::Show(lists::Table table) {
-  const QString code = CurrentCode();
+void TableView::AddAction(const QString& text, const QKeySequence& key,
+                          void (TableView::*handler)()) {
+  auto* action = new QAction(text, this);
+  action->setShortcut(key);
+  action->setShortcutContext(Qt::WidgetWithChildrenShortcut);
+  connect(action, &QAction::triggered, this, handler);
+  addAction(action);
+}
+
+void TableView::AllowSorting(int column, Qt::SortOrder order) {
+  horizontalHeader()->setSortIndicator(column, order);
+  setSortingEnabled(true);
+}
+
+void TableView::AllowSaving(base::Messages& messages, base::FileSystem& files) {
+  messages_ = &messages;
+  files_ = &files;
+  AddAction(QStringLiteral("ＣＳＶに保存(&S)…"), QKeySequence::Save, &TableView::mnu_save_Click);
+}
+
+void TableView::Show(base::Table table, CurrentRow current) {
+  const base::Cell key = current == CurrentRow::kSame ? CurrentKey() : base::Cell();
   model_->Show(std::move(table));
-  const int column = horizontalHeader()->sortIndicatorSection();
-  if (column >= 0) model_->sort(column, horizontalHeader()->sortIndicatorOrder());
+  if (isSortingEnabled()) {
+    model_->sort(horizontalHeader()->sortIndicatorSection(),
+                 horizontalHeader()->sortIndicatorOrder());
+  }
+  for (int column = 0; column < model_->columnCount(); ++column) {
+    setColumnHidden(column, Content().columns[static_cast<size_t>(column)].is_hidden);
+  }
   FitColumns();
-  if (model_->rowCount() > 0) setCurrentIndex(model_->index(0, 0));
-  SelectCode(code);
+  if (model_->rowCount() == 0) return;
+  const size_t row = base::IsEmpty(key) ? 0 : Content().FindRow(key).value_or(0);
+  setCurrentIndex(model_->index(static_cast<int>(row), 0));
 }
 
 QString TableView::CodeOf(int row) const {
   const auto column = Content().CodeColumn();
   if (!column || row < 0 || row >= model_->rowCount()) return {};
-  return Text(Content().rows[static_cast<size_t>(row)][*column]);
+  return Text(Content().Text(static_cast<size_t>(row), *column));
 }
 
 QString TableView::CurrentCode() const { return CodeOf(currentIndex().row()); }
+
+base::Cell TableView::CurrentKey() const {
+  const auto column = Content().KeyColumn();
+  if (!column || !currentIndex().isValid()) return {};
+  return Content().rows[static_cast<size_t>(currentIndex().row())][*column];
+}
 
 std::vector<std::string> TableView::Codes() const {
   std::vector<std::string> codes;
   const auto column = Content().CodeColumn();
   if (!column) return codes;
-  for (const auto& row : Content().rows) codes.push_back(row[*column]);
+  for (size_t row = 0; row < Content().rows.size(); ++row) {
+    codes.push_back(Content().Text(row, *column));
+  }
   return codes;
+}
+
+std::vector<size_t> TableView::SelectedRows() const {
+  std::vector<size_t> rows;
+  for (const QModelIndex& index : selectionModel()->selectedRows()) {
+    rows.push_back(static_cast<size_t>(index.row()));
+  }
+  std::ranges::sort(rows);
+  return rows;
 }
 
 void TableView::SelectCode(const QString& code) {
@@ -152,7 +113,41 @@ void TableView::SelectCode(const QString& code) {
 
 void TableView::FitColumns() {
   verticalHeader()->setDefaultSectionSize(fontMetrics().height() * 3 / 2);
-  resizeColumnsToContents();
+  switch (fit_) {
+    case ColumnFit::kContents:
+      resizeColumnsToContents();
+      break;
+    case ColumnFit::kRoomy:
+      FitRoomily();
+      break;
+    case ColumnFit::kExpected:
+      FitToExpected();
+      break;
+  }
+}
+
+void TableView::FitRoomily() {
+  const QFontMetrics metrics = fontMetrics();
+  for (int column = 0; column < model_->columnCount(); ++column) {
+    const auto place = static_cast<size_t>(column);
+    const int text = metrics.horizontalAdvance(Text(Content().LongestText(place)));
+    // The mark of the order stands beside the heading.
+    const int heading =
+        metrics.horizontalAdvance(Text(Content().columns[place].heading)) + metrics.height();
+    setColumnWidth(column, std::max(text, heading) + 2 * metrics.averageCharWidth());
+  }
+}
+
+void TableView::FitToExpected() {
+  const QFontMetrics metrics = fontMetrics();
+  for (int column = 0; column < model_->columnCount(); ++column) {
+    const QString longest = Text(Content().columns[static_cast<size_t>(column)].longest_text);
+    if (isColumnHidden(column)) continue;
+    horizontalHeader()->setSectionResizeMode(
+        column, longest.isEmpty() ? QHeaderView::Stretch : QHeaderView::Interactive);
+    if (longest.isEmpty()) continue;
+    setColumnWidth(column, metrics.horizontalAdvance(longest) + metrics.height());
+  }
 }
 
 void TableView::changeEvent(QEvent* event) {
@@ -161,19 +156,24 @@ void TableView::changeEvent(QEvent* event) {
 }
 
 void TableView::mnu_copy_Click() {
-  QModelIndexList rows = selectionModel()->selectedRows();
-  std::ranges::sort(rows, {}, &QModelIndex::row);
-  QString text;
-  for (const QModelIndex& index : rows) {
-    QStringList fields;
-    for (const std::string& field : Content().rows[static_cast<size_t>(index.row())]) {
-      fields.append(Text(field));
-    }
-    text += fields.join('\t') + '\n';
-  }
+  const std::vector<size_t> rows = SelectedRows();
+  if (rows.empty()) return;
+  QString text = Text(Content().ToTabs(rows));
+  // The one row of a menu goes into a line of another text.
+  if (selectionMode() == QAbstractItemView::SingleSelection) text.chop(1);
   QGuiApplication::clipboard()->setText(text);
 }
 
-void TableView::mnu_save_Click() { SaveCsv(messages_, files_, file_name_, Content().ToCsv()); }
+void TableView::mnu_save_Click() {
+  const auto path = messages_->ChooseFile({.caption = "ＣＳＶに保存",
+                                           .filter = "ＣＳＶファイル|*.csv|",
+                                           .start = Utf8(file_name_) + ".csv",
+                                           .choice = base::FileChoice::kSave});
+  if (!path) return;
+  // Spreadsheets look for the mark of UTF-8.
+  const auto saved =
+      base::ReplaceFile(*files_, *path, std::string(base::kUtf8Mark) + Content().ToCsv());
+  if (!saved) messages_->Warn(saved.error().message);
+}
 
 }  // namespace orin::widgets

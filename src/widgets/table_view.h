@@ -1,66 +1,55 @@
 #pragma once
 
-#include <QAbstractTableModel>
 #include <QTableView>
 
 #include "base/file_system.h"
 #include "base/messages.h"
-#include "lists/table.h"
+#include "widgets/table_model.h"
 
 namespace orin::widgets {
 
-/// What every table of the program has in common: whole rows, two grounds, no grid, no numbers at
-/// the side, rows and columns as the size of texts wants them.
-void PrepareTable(QTableView& view, const QString& name);
-
-/// Asks where to and saves the text with a mark of UTF-8, which spreadsheets look for. What goes
-/// wrong is told.
-void SaveCsv(base::Messages& messages, base::FileSystem& files, const QString& proposed_name,
-             const std::string& csv);
-
-/// The rows of a lists::Table for a view; sorts them.
-class TableModel final : public QAbstractTableModel {
-  Q_OBJECT
-
- public:
-  explicit TableModel(QObject* owner = nullptr);
-
-  void Show(lists::Table table);
-  [[nodiscard]] const lists::Table& Content() const { return table_; }
-  [[nodiscard]] int rowCount(const QModelIndex& parent = {}) const override;
-  [[nodiscard]] int columnCount(const QModelIndex& parent = {}) const override;
-  [[nodiscard]] QVariant data(const QModelIndex& index, int role) const override;
-  [[nodiscard]] QVariant headerData(int section, Qt::Orientation orientation,
-                                    int role) const override;
-  void sort(int column, Qt::SortOrder order) override;
-
- private:
-  lists::Table table_;
-  std::vector<bool> is_numeric_;
+/// How wide the columns of a table are.
+enum class ColumnFit {
+  kContents,  // as headings and texts want them, the last one to the edge
+  kRoomy,     // with room for the mark of the order beside each heading
+  kExpected,  // as the longest texts to be expected; columns without one share the rest
 };
 
-/// A table of texts: sorted by a click on a heading, copied, saved as CSV. Where it has a column
-/// of stock codes, a row stands for its stock.
+/// Which row is current in the table that comes next.
+enum class CurrentRow {
+  kSame,  // the one with the key of the current row; the first one where it is gone
+  kFirst,
+};
+
+/// A table of whole rows that can be copied and, where that is allowed, sorted by a click on a
+/// heading and saved as CSV.
 class TableView final : public QTableView {
   Q_OBJECT
 
  public:
-  /// Both outlive the view.
-  TableView(const QString& name, base::Messages& messages, base::FileSystem& files,
-            QWidget* owner = nullptr);
+  explicit TableView(const QString& name, ColumnFit fit, QWidget* owner = nullptr);
 
-  /// In the order of the heading chosen, else in its own. The row of the stock that was current
-  /// stays so, else the first one becomes it.
-  void Show(lists::Table table);
-  [[nodiscard]] const lists::Table& Content() const { return model_->Content(); }
-  /// Of the current row; empty where there is none.
+  /// From now on headings sort; until one is chosen rows stand as the column does, or in their own
+  /// order where it is -1.
+  void AllowSorting(int column = -1, Qt::SortOrder order = Qt::AscendingOrder);
+  /// Both outlive the view.
+  void AllowSaving(base::Messages& messages, base::FileSystem& files);
+  /// What a file of the table is to be named, without an ending.
+  void SetFileName(const QString& name) { file_name_ = name; }
+
+  /// In the order of the heading chosen, where there is one.
+  void Show(base::Table table, CurrentRow current = CurrentRow::kSame);
+  [[nodiscard]] const base::Table& Content() const { return model_->Content(); }
+  /// Of the current row; empty where there is none or it has none.
   [[nodiscard]] QString CurrentCode() const;
+  /// In the key column of the current row; empty where there is none.
+  [[nodiscard]] base::Cell CurrentKey() const;
   /// Of all rows as they are sorted.
   [[nodiscard]] std::vector<std::string> Codes() const;
+  /// From top to bottom.
+  [[nodiscard]] std::vector<size_t> SelectedRows() const;
   /// To the row of the stock, where there is one.
   void SelectCode(const QString& code);
-  /// What a file of it is to be named, without an ending.
-  void SetFileName(const QString& name) { file_name_ = name; }
 
  public Q_SLOTS:
   void mnu_copy_Click();
@@ -77,12 +66,16 @@ class TableView final : public QTableView {
 
  private:
   [[nodiscard]] QString CodeOf(int row) const;
+  void AddAction(const QString& text, const QKeySequence& key, void (TableView::*handler)());
   void FitColumns();
+  void FitRoomily();
+  void FitToExpected();
 
-  base::Messages& messages_;
-  base::FileSystem& files_;
-  QString file_name_;
   TableModel* model_;
+  ColumnFit fit_;
+  base::Messages* messages_ = nullptr;
+  base::FileSystem* files_ = nullptr;
+  QString file_name_;
 };
 
 }  // namespace orin::widgets

@@ -185,8 +185,8 @@ TEST_F(DayKeywordTest, ExaminedDayMakesItAPlainOffsetOnEveryDay) {
       {"analysisdate5-2", "tcurrentday-2"}};
   for (const auto& [text, plain] : kPairs) {
     base::ValueColumn range;
-    ItemCall::Bind(text)->Evaluate(Context(), DayIndex(1), DayIndex(kDays), range);
-    for (int32_t day = 1; day <= kDays; ++day) {
+    ItemCall::Bind(text)->Evaluate(Context(), DayIndex(1), DayIndex(kKeywordDays), range);
+    for (int32_t day = 1; day <= kKeywordDays; ++day) {
       const auto place = static_cast<size_t>(day - 1);
       EXPECT_EQ(range.Has(place) ? range.At(place).ToText() : "none", At(plain, day))
           << text << " day " << day;

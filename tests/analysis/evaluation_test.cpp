@@ -19,13 +19,13 @@ using support::BarOf;
 using support::Code;
 using ::testing::HasSubstr;
 
-constexpr int32_t kDays = 40;
+constexpr int32_t kStoredDays = 40;
 
 /// Rises by 1 a day from `first`, its range growing with it.
 std::vector<base::Bar> Rising(double first) {
   std::vector<base::Bar> bars;
-  bars.reserve(kDays);
-  for (int i = 0; i < kDays; ++i) {
+  bars.reserve(kStoredDays);
+  for (int i = 0; i < kStoredDays; ++i) {
     const double close = first + i;
     bars.push_back(BarOf(close, close + i, close / 2, close, 100 + i));
   }
@@ -39,7 +39,7 @@ class EvaluationTest : public ::testing::Test {
 
   static store::StockStore Build() {
     support::StoreBuilder builder("evaluation");
-    builder.Days(support::Weekdays("2020/01/06", kDays))
+    builder.Days(support::Weekdays("2020/01/06", kStoredDays))
         .Stock("LOW", Rising(10))
         .Stock("HIGH", Rising(500))
         .Stock("NEW", {support::NoBar(), support::NoBar(), support::FlatBar(7)});
@@ -62,7 +62,7 @@ class EvaluationTest : public ::testing::Test {
   store::StockStore store_;
 };
 
-const EvaluationOptions kAllDays = {.days = {DayIndex(1), DayIndex(kDays)}};
+const EvaluationOptions kAllDays = {.days = {DayIndex(1), DayIndex(kStoredDays)}};
 
 std::string TextOf(const Value& value) { return value.ok ? value.value.ToText() : "none"; }
 
@@ -80,8 +80,8 @@ TEST_F(EvaluationTest, RangeGivesWhatEachDayAloneGivesWithItsKeyword) {
   for (size_t i = 0; i < texts.size(); ++i) {
     base::ValueColumn values;
     range.Values(values, i);
-    ASSERT_EQ(values.Size(), static_cast<size_t>(kDays));
-    for (int32_t day = 1; day <= kDays; ++day) {
+    ASSERT_EQ(values.Size(), static_cast<size_t>(kStoredDays));
+    for (int32_t day = 1; day <= kStoredDays; ++day) {
       Evaluation alone = Make({texts[i]}, {.days = {DayIndex(day), DayIndex(day)}});
       alone.Load(Stock("LOW"));
       EXPECT_EQ(TextOf(values, static_cast<size_t>(day - 1)), TextOf(alone.ValueOn(DayIndex(day))))

@@ -224,13 +224,13 @@ TEST(ChartColors, LinesCanBeToldFromEveryGround) {
   const ChartColors light(settings.chart_common_color, ChartTheme::kLight);
   for (const base::Color color : {display.rsi[0].color, display.rsi[1].color, display.volume.color,
                                   display.ichimoku.lagging.color, base::Color{255, 255, 255}}) {
-    EXPECT_GE(Contrast(light.Of(color), light.Ground()), 3);
+    EXPECT_GE(base::Contrast(light.Of(color), light.Ground()), 3);
   }
-  EXPECT_GE(Contrast(light.Text(), light.Ground()), 7);
+  EXPECT_GE(base::Contrast(light.Text(), light.Ground()), 7);
   // On the ground they were chosen for they are as chosen.
   const ChartColors dark(settings.chart_common_color, ChartTheme::kDark);
   EXPECT_EQ(dark.Of(display.rsi[0].color), display.rsi[0].color);
-  EXPECT_EQ(Contrast({0, 0, 0}, {255, 255, 255}), 21);
+  EXPECT_EQ(base::Contrast({0, 0, 0}, {255, 255, 255}), 21);
 }
 
 TEST_F(LayoutOfRealQuotes, PrintHasNoColorsAndTellsLinesApart) {

@@ -17,7 +17,7 @@ declare -A below=(
   [lists]="base settings store shell lists"
   [chart]="base settings store indicators analysis chart"
   [painting]="base chart painting"
-  [widgets]="base lists widgets"
+  [widgets]="base widgets"
 )
 core="base settings store indicators analysis screening acquire shell lists chart"
 

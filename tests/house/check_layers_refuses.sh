@@ -23,5 +23,6 @@ refuses chart/layout.cpp widgets/look.h
 refuses widgets/look.cpp chart/chart.h
 refuses painting/picture_painter.cpp settings/settings.h
 refuses widgets/look.cpp painting/picture_painter.h
+refuses widgets/table_view.h lists/stock_tables.h
 refuses lists/ui/pricelist_form.cpp screening/ui/check2_form.h
 refuses shell/ui/logo_form.cpp app/main_window/main_form.h

@@ -12,11 +12,6 @@ using support::FlatBar;
 using support::NoBar;
 using Strings = std::vector<std::string>;
 
-constexpr std::array kColumns = {
-    PriceColumn::kDate,  PriceColumn::kOpen,   PriceColumn::kHigh,          PriceColumn::kLow,
-    PriceColumn::kClose, PriceColumn::kChange, PriceColumn::kChangePercent, PriceColumn::kVolume,
-};
-
 /// Two weeks from Monday 2020/01/06 on, with days without data between, before the first and
 /// after the last bar.
 std::vector<base::Bar> TwoWeeks() {
@@ -25,32 +20,34 @@ std::vector<base::Bar> TwoWeeks() {
           BarOf(12, 12, 8, 10, 1'500'000), BarOf(10, 11, 10, 11, 50)};
 }
 
-PriceListing ListingOf(const std::vector<base::Bar>& bars, BarPeriod period = BarPeriod::kDay,
-                       bool is_adjusted = false) {
+base::Table ListingOf(const std::vector<base::Bar>& bars, BarPeriod period = BarPeriod::kDay,
+                      bool is_adjusted = false) {
   support::StoreBuilder builder("listing");
   builder.Days(support::Weekdays("2020/01/06", 10)).Stock("X", bars).Split("X", 2, "2020/01/07");
   const store::StockStore store = builder.Open();
   const auto record = store.Master().Find(support::Code("X"));
-  return PriceListing::Load(store, store.Master().Stock(record), period, is_adjusted);
+  return TableOfPrices(store, store.Master().Stock(record), period, is_adjusted);
 }
 
-Strings Line(const PriceListing& listing, size_t row) {
+Strings Line(const base::Table& listing, size_t row) {
   Strings line;
-  for (const PriceColumn column : kColumns) line.push_back(listing.Text(row, column));
+  for (size_t column = 0; column < listing.columns.size(); ++column) {
+    line.push_back(listing.Text(row, column));
+  }
   return line;
 }
 
-Strings Column(const PriceListing& listing, PriceColumn column) {
+Strings Column(const base::Table& listing, size_t column) {
   Strings texts;
-  for (size_t row = 0; row < listing.Rows().size(); ++row) {
+  for (size_t row = 0; row < listing.rows.size(); ++row) {
     texts.push_back(listing.Text(row, column));
   }
   return texts;
 }
 
 TEST(PriceListing, DaysWithDataStandNewestFirstWithTheirChange) {
-  const PriceListing listing = ListingOf(TwoWeeks());
-  ASSERT_EQ(listing.Rows().size(), 5U);
+  const base::Table listing = ListingOf(TwoWeeks());
+  ASSERT_EQ(listing.rows.size(), 5U);
   EXPECT_EQ(Line(listing, 0),
             (Strings{"2020/01/13", "10.00", "11.00", "10.00", "11.00", "+1.00", "+10.00％", "50"}));
   EXPECT_EQ(Line(listing, 1), (Strings{"2020/01/10", "12.00", "12.00", "8.00", "10.00", "-2.50",
@@ -65,27 +62,27 @@ TEST(PriceListing, DaysWithDataStandNewestFirstWithTheirChange) {
 }
 
 TEST(PriceListing, WeeksAndMonthsGatherTheirDays) {
-  const PriceListing weeks = ListingOf(TwoWeeks(), BarPeriod::kWeek);
-  ASSERT_EQ(weeks.Rows().size(), 2U);
+  const base::Table weeks = ListingOf(TwoWeeks(), BarPeriod::kWeek);
+  ASSERT_EQ(weeks.rows.size(), 2U);
   EXPECT_EQ(Line(weeks, 0),
             (Strings{"2020/01/17", "10.00", "11.00", "10.00", "11.00", "+1.00", "+10.00％", "50"}));
   EXPECT_EQ(Line(weeks, 1),
             (Strings{"2020/01/10", "10.00", "13.00", "8.00", "10.00", "", "", "1,503,100"}));
-  const PriceListing months = ListingOf(TwoWeeks(), BarPeriod::kMonth);
-  ASSERT_EQ(months.Rows().size(), 1U);
+  const base::Table months = ListingOf(TwoWeeks(), BarPeriod::kMonth);
+  ASSERT_EQ(months.rows.size(), 1U);
   EXPECT_EQ(Line(months, 0),
             (Strings{"2020/01/17", "10.00", "13.00", "8.00", "11.00", "", "", "1,503,150"}));
-  EXPECT_EQ(PriceColumnTitle(PriceColumn::kChange, BarPeriod::kWeek), "前週比");
-  EXPECT_EQ(PriceColumnTitle(PriceColumn::kChangePercent, BarPeriod::kMonth), "前月比率");
+  EXPECT_EQ(weeks.columns[PriceColumn::kChange].heading, "前週比");
+  EXPECT_EQ(months.columns[PriceColumn::kChangePercent].heading, "前月比率");
 }
 
 TEST(PriceListing, SplitIsAdjustedOnlyWhereWanted) {
   const std::vector<base::Bar> bars = {FlatBar(100, 7), FlatBar(90, 7), FlatBar(50, 7)};
-  const PriceListing adjusted = ListingOf(bars, BarPeriod::kDay, true);
+  const base::Table adjusted = ListingOf(bars, BarPeriod::kDay, true);
   EXPECT_EQ(Column(adjusted, PriceColumn::kClose), (Strings{"50.00", "45.00", "50.00"}));
   EXPECT_EQ(Column(adjusted, PriceColumn::kChange), (Strings{"+5.00", "-5.00", ""}));
   EXPECT_EQ(Column(adjusted, PriceColumn::kVolume), (Strings{"7", "14", "14"}));
-  const PriceListing stored = ListingOf(bars);
+  const base::Table stored = ListingOf(bars);
   EXPECT_EQ(Column(stored, PriceColumn::kClose), (Strings{"50.00", "90.00", "100.00"}));
 }
 
@@ -95,14 +92,14 @@ TEST(PriceListing, PricesHaveTheDecimalsThatAnyOfThemNeeds) {
       {10.1234, {"10.1234", "1.0000"}}, {10.1, {"10.10", "1.00"}},
   };
   for (const auto& [price, texts] : cases) {
-    const PriceListing listing = ListingOf({FlatBar(1), FlatBar(price)});
+    const base::Table listing = ListingOf({FlatBar(1), FlatBar(price)});
     EXPECT_EQ(Column(listing, PriceColumn::kClose), texts) << price;
   }
 }
 
 TEST(PriceListing, LargeAndImpossibleValuesAreGroupedOrEmpty) {
-  const PriceListing listing = ListingOf({FlatBar(12345678.9, 1), FlatBar(1, 2.5),
-                                          FlatBar(0.01, 3.4), FlatBar(900'000'000'000, 999'999)});
+  const base::Table listing = ListingOf({FlatBar(12345678.9, 1), FlatBar(1, 2.5),
+                                         FlatBar(0.01, 3.4), FlatBar(900'000'000'000, 999'999)});
   EXPECT_EQ(Column(listing, PriceColumn::kClose),
             (Strings{"900,000,000,000.00", "0.01", "1.00", "12,345,678.90"}));
   EXPECT_EQ(Column(listing, PriceColumn::kChange),
@@ -114,7 +111,7 @@ TEST(PriceListing, LargeAndImpossibleValuesAreGroupedOrEmpty) {
 }
 
 TEST(PriceListing, SortKeepsRowsWithoutAValueLastAndTheNewestOfEqualsFirst) {
-  PriceListing listing = ListingOf(TwoWeeks());
+  base::Table listing = ListingOf(TwoWeeks());
   listing.Sort(PriceColumn::kChangePercent, false);
   EXPECT_EQ(Column(listing, PriceColumn::kChangePercent),
             (Strings{"-20.00％", "0.00％", "+10.00％", "+13.64％", ""}));
@@ -136,26 +133,26 @@ TEST(PriceListing, SortKeepsRowsWithoutAValueLastAndTheNewestOfEqualsFirst) {
 }
 
 TEST(PriceListing, CsvHasPlainNumbersInTheOrderShown) {
-  PriceListing listing = ListingOf({FlatBar(1000, 1'234'567), BarOf(1100, 1200, 1050, 1150, 0)});
+  base::Table listing = ListingOf({FlatBar(1000, 1'234'567), BarOf(1100, 1200, 1050, 1150, 0)});
   listing.Sort(PriceColumn::kDate, false);
   EXPECT_EQ(listing.ToCsv(),
             "年月日,始値,高値,安値,終値,前日比,前日比率,出来高\r\n"
             "2020/01/06,1000.00,1000.00,1000.00,1000.00,,,1234567\r\n"
             "2020/01/07,1100.00,1200.00,1050.00,1150.00,150.00,15.00,0\r\n");
-  EXPECT_EQ(listing.ToTabs({1}),
+  EXPECT_EQ(listing.ToTabs(std::vector<size_t>{1}),
             "2020/01/07\t1100.00\t1200.00\t1050.00\t1150.00\t150.00\t15.00\t0\n");
   EXPECT_EQ(listing.ToTabs({}), "");
 }
 
 TEST(PriceListing, StockOrStoreWithoutPricesHasNoRows) {
   for (const BarPeriod period : {BarPeriod::kDay, BarPeriod::kWeek, BarPeriod::kMonth}) {
-    EXPECT_TRUE(ListingOf({}, period).Rows().empty());
+    EXPECT_TRUE(ListingOf({}, period).rows.empty());
     support::StoreBuilder builder("without_days");
     const store::StockStore store = builder.Stock("X").Open();
     const auto& stock = store.Master().Stock(base::MasterRecord(2));
-    PriceListing listing = PriceListing::Load(store, stock, period, true);
+    base::Table listing = TableOfPrices(store, stock, period, true);
     listing.Sort(PriceColumn::kClose, true);
-    EXPECT_TRUE(listing.Rows().empty());
+    EXPECT_TRUE(listing.rows.empty());
   }
 }
 

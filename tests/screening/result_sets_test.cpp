@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "screening/result_columns.h"
+#include "screening/result_table.h"
 #include "screening/stock_days.h"
 #include "support/scratch_directory.h"
 #include "support/store_builder.h"
@@ -114,6 +115,32 @@ TEST(ResultColumns, RowsHaveTheDaysPricesAndTheUsersValues) {
       *LoadResultRows(store, codes, {base::DayIndex(2), columns, {}}, progress, notes);
   EXPECT_FALSE(without[1].columns[2].value);
   EXPECT_EQ(notes.size(), 2U);
+}
+
+TEST(ResultTable, ValuesAreFormattedByTheirColumn) {
+  support::StoreBuilder builder("result_table");
+  builder.Days(support::Weekdays("2020/01/06", 1)).Stock("A");
+  const store::StockStore store = builder.Open();
+  const auto number = [](double value) { return Currency::FromDouble(value); };
+  const std::vector<ResultColumn> columns = {{"比", "x"}, {"", "終値(0) > 1"}, {"株数", "y"}};
+  const std::vector<ResultRow> rows = {
+      {Code("A"),
+       store.Master().Find(Code("A")),
+       number(1234.125),
+       number(-2),
+       number(0.5),
+       number(98765),
+       {{number(1.5), {}}, {{}, true}, {number(2000), {}}}},
+      {Code("GONE"), {}, {}, {}, {}, {}, {{}, {{}, false}, {number(10), {}}}}};
+  const base::Table table = TableOfResults(store.Master(), rows, columns);
+  EXPECT_EQ(table.ToCsv("\n"),
+            "銘柄コード,銘柄名,市場,終値,前日比,前日比率(%),出来高,比,終値(0) > 1,株数\n"
+            "A,A,ＮＹ市場,1234.125,-2.000,0.50,98765,1.50,○,2000\n"
+            "GONE,,,,,,,,×,10\n");
+  const std::vector<std::string> shown = {"1,234.125", "-2.000", "+0.50", "98,765", "1.50", "○"};
+  for (size_t i = 0; i < shown.size(); ++i) EXPECT_EQ(table.Text(0, 3 + i), shown[i]);
+  EXPECT_TRUE(table.columns[7].IsNumeric());
+  EXPECT_FALSE(table.columns[8].IsNumeric());
 }
 
 }  // namespace

@@ -216,7 +216,7 @@ lists::meigaramenu_Form* main_Form::StockMenuWindow() {
 
 void main_Form::ShowStockMenu(const QString& caption) { StockMenuWindow()->ShowMenu(caption); }
 
-void main_Form::ShowTable(const QString& caption, lists::Table table, const QString& page) {
+void main_Form::ShowTable(const QString& caption, base::Table table, const QString& page) {
   auto* window =
       new widgets::table_Form(caption, std::move(table), screen_.Questions(), *state_.files);
   window->setProperty("helpPage", page);

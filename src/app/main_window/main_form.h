@@ -16,7 +16,6 @@
 
 #include "base/ordinal.h"
 #include "lists/stock_menus.h"
-#include "lists/table.h"
 #include "lists/ui/meigaramenu_form.h"
 #include "lists/ui/pricelist_form.h"
 #include "screening/ui/check2_form.h"
@@ -111,7 +110,7 @@ class main_Form final : public QMainWindow {
   QMdiSubWindow* Add(QWidget* window);
   [[nodiscard]] lists::meigaramenu_Form* StockMenuWindow();
   void ShowStockMenu(const QString& caption);
-  void ShowTable(const QString& caption, lists::Table table, const QString& page);
+  void ShowTable(const QString& caption, base::Table table, const QString& page);
   void ShowSystemFile(store::FileKind kind, const QString& caption);
   void ShowManual(const QString& page);
   void OpenCode(const QString& code, const lists::StockSequence& sequence = {});

@@ -9,6 +9,7 @@
 #include "base/cp932.h"
 #include "base/file_system.h"
 #include "base/text.h"
+#include "lists/stock_tables.h"
 #include "shell/store_places.h"
 #include "shell/ui/assistant_form.h"
 #include "store/file_names.h"
@@ -37,8 +38,9 @@ std::string SummaryText(const acquire::CsvUpdateSummary& summary) {
   return text;
 }
 
-lists::Table TableOfItems() {
-  lists::Table table{{"項目", "引数", "分類"}, {}};
+base::Table TableOfItems() {
+  base::Table table;
+  table.columns = {base::TextColumn("項目"), base::TextColumn("引数"), base::TextColumn("分類")};
   for (const analysis::ItemGroup& group : analysis::ItemGroups()) {
     for (const analysis::ItemEntry& entry : group.rows) {
       for (const analysis::SeriesForm form : analysis::kAllForms) {
@@ -156,8 +158,8 @@ void main_Form::mnu_check_Click() {
   } else if (findings->empty()) {
     screen_.Questions().Inform("株価データに問題はありません。", base::StageCaption(stage));
   } else {
-    ShowTable(QStringLiteral("株価データの検査"),
-              lists::TableOfSentences("見つかった問題", *findings), QStringLiteral("trouble"));
+    ShowTable(QStringLiteral("株価データの検査"), base::TableOfTexts("見つかった問題", *findings),
+              QStringLiteral("trouble"));
   }
 }
 
@@ -187,17 +189,17 @@ void main_Form::mnu_errorlog_Click() {
   std::vector<std::string> lines;
   const std::string text = base::DecodeText(*bytes).text;
   for (const std::string_view line : base::SplitLines(text)) lines.emplace_back(line);
-  ShowTable(QStringLiteral("エラーの記録"), lists::TableOfSentences("記録", lines),
+  ShowTable(QStringLiteral("エラーの記録"), base::TableOfTexts("記録", lines),
             QStringLiteral("trouble"));
 }
 
 void main_Form::ShowSystemFile(store::FileKind kind, const QString& caption) {
-  const auto csv = store::ListSystemFile(store::PathOf(state_.StoreLocation(), {kind, 0}));
-  if (!csv) {
-    Fail("システムファイル", csv.error().message);
+  auto tables = store::ListSystemFile(store::PathOf(state_.StoreLocation(), {kind, 0}));
+  if (!tables) {
+    Fail("システムファイル", tables.error().message);
     return;
   }
-  ShowTable(caption, lists::TableFromCsv(*csv), QStringLiteral("main_window"));
+  ShowTable(caption, std::move(tables->back()), QStringLiteral("main_window"));
 }
 
 }  // namespace orin::app

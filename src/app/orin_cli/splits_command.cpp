@@ -5,7 +5,7 @@
 
 #include "app/orin_cli/answer.h"
 #include "app/orin_cli/open_store.h"
-#include "lists/table.h"
+#include "lists/stock_tables.h"
 
 namespace orin::app {
 

@@ -2,6 +2,7 @@
 #include <iostream>
 #include <memory>
 #include <optional>
+#include <vector>
 
 #include "app/orin_cli/command.h"
 #include "base/paths.h"
@@ -13,16 +14,18 @@ namespace orin::app {
 
 namespace {
 
-int Print(const base::Result<std::string>& listing) {
-  if (!listing) return Report(listing.error());
-  std::cout << *listing;
+using Listing = base::Result<std::vector<base::Table>>;
+
+int Print(const Listing& tables) {
+  if (!tables) return Report(tables.error());
+  for (const base::Table& table : *tables) std::cout << table.ToCsv("\n");
   return kDone;
 }
 
 /// A file of the store that is open in one state.
 int PrintOfStore(const store::StoreLocation& location, const std::string& file) {
   const auto path = base::NativePath(file, location.system_directory);
-  std::optional<base::Result<std::string>> listing;
+  std::optional<Listing> listing;
   const auto store = store::ReadConsistently(
       location, {}, base::NativeFileSystem(),
       [&](const store::StockStore&) { listing = store::ListSystemFile(path); });

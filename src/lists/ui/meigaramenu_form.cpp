@@ -1,15 +1,12 @@
 #include "lists/ui/meigaramenu_form.h"
 
 #include <QAction>
-#include <QClipboard>
 #include <QCoreApplication>
-#include <QGuiApplication>
 #include <QHeaderView>
 #include <QScrollBar>
 #include <QSplitter>
 #include <QStringList>
 #include <QVBoxLayout>
-#include <array>
 #include <utility>
 
 #include "widgets/qt_text.h"
@@ -35,8 +32,7 @@ meigaramenu_Form::meigaramenu_Form(const shell::ProgramState& state)
       search_box_(new QLineEdit(this)),
       count_(new QLabel(this)),
       tree_(new QTreeWidget(this)),
-      model_(new StockModel(state, this)),
-      view_(new QTableView(this)) {
+      view_(new widgets::TableView(QStringLiteral("銘柄"), widgets::ColumnFit::kExpected, this)) {
   setProperty("helpPage", QStringLiteral("stock_menus"));
   setWindowTitle(SearchCaption());
   auto* label = new QLabel(QStringLiteral("検索(&E)："), this);
@@ -77,38 +73,27 @@ meigaramenu_Form::meigaramenu_Form(const shell::ProgramState& state)
   connect(tree_, &QTreeWidget::itemClicked, this,
           [this](const QTreeWidgetItem* item) { Menu_Chosen(item); });
   connect(tree_, &QTreeWidget::itemActivated, this, [this](const QTreeWidgetItem* item) {
-    if (item->data(0, kLeafRole).isValid() && model_->rowCount() > 0) view_->setFocus();
+    if (item->data(0, kLeafRole).isValid() && view_->model()->rowCount() > 0) view_->setFocus();
   });
   connect(view_, &QTableView::activated, this, &meigaramenu_Form::mnu_open_Click);
   Reload();
 }
 
 void meigaramenu_Form::MakeTable() {
-  view_->setModel(model_);
-  view_->setAccessibleName(QStringLiteral("銘柄"));
-  view_->setSelectionBehavior(QAbstractItemView::SelectRows);
   view_->setSelectionMode(QAbstractItemView::SingleSelection);
-  view_->setTabKeyNavigation(false);
-  view_->setWordWrap(false);
-  view_->verticalHeader()->hide();
-  view_->horizontalHeader()->setHighlightSections(false);
-  view_->horizontalHeader()->setSectionResizeMode(1, QHeaderView::Stretch);
+  view_->setAlternatingRowColors(false);
+  view_->setShowGrid(true);
   view_->installEventFilter(this);
 }
 
 void meigaramenu_Form::MakeActions() {
-  const auto add = [this](const QString& text, const QKeySequence& key, auto handler) {
-    auto* action = new QAction(text, this);
-    action->setShortcut(key);
-    action->setShortcutContext(Qt::WidgetShortcut);
-    connect(action, &QAction::triggered, this, handler);
-    view_->addAction(action);
-  };
   // What a tab parts is shown as the key: these keys are handled elsewhere.
-  add(QStringLiteral("株価一覧を開く(&O)\tEnter"), {}, &meigaramenu_Form::mnu_open_Click);
-  add(QStringLiteral("コピー(&C)"), QKeySequence::Copy, &meigaramenu_Form::mnu_copy_Click);
-  add(QStringLiteral("銘柄検索(&F)\tCtrl+F"), {}, &meigaramenu_Form::StartSearch);
-  view_->setContextMenuPolicy(Qt::ActionsContextMenu);
+  auto* open = new QAction(QStringLiteral("株価一覧を開く(&O)\tEnter"), this);
+  connect(open, &QAction::triggered, this, &meigaramenu_Form::mnu_open_Click);
+  view_->insertAction(view_->actions().front(), open);
+  auto* search = new QAction(QStringLiteral("銘柄検索(&F)\tCtrl+F"), this);
+  connect(search, &QAction::triggered, this, &meigaramenu_Form::StartSearch);
+  view_->addAction(search);
 }
 
 void meigaramenu_Form::Reload() {
@@ -117,8 +102,9 @@ void meigaramenu_Form::Reload() {
   menu_ = nullptr;
   menus_.clear();
   search_ = {};
-  model_->Reload();
+  companies_.clear();
   if (state_.store) {
+    companies_ = CompaniesByRecord(state_.store->Master(), state_.name_index);
     menus_ = MakeStockMenus(state_.store->Master(), state_.name_index);
     search_ = StockSearch(state_.store->Master(), state_.name_index);
   }
@@ -129,8 +115,7 @@ void meigaramenu_Form::Reload() {
     tree_->setCurrentItem(item);
     menu_ = MenuOf(item);
   }
-  Search_Changed(search_box_->text());
-  if (row > 0 && row < model_->rowCount()) view_->setCurrentIndex(model_->index(row, 0));
+  ShowChosen(row > 0 ? widgets::CurrentRow::kSame : widgets::CurrentRow::kFirst);
 }
 
 void meigaramenu_Form::FillTree() {
@@ -164,32 +149,6 @@ void meigaramenu_Form::PaintAsSet() {
                      " border-right: 1px solid %2; padding: 4px; }")
           .arg(Css(colors.ground), Css(colors.lines), Css(colors.heading_ground),
                Css(colors.heading_text)));
-  SizeColumns();
-  const settings::MenuDisplaySettings& display = state_.settings.menu_display;
-  view_->setColumnHidden(0, display.code_display == 2);
-  view_->setColumnHidden(1, display.name_display == 2);
-  view_->setColumnHidden(2, display.category_display == 0);
-}
-
-/// The name has what the others leave.
-void meigaramenu_Form::changeEvent(QEvent* event) {
-  // The size of texts reaches a window only after the settings have changed.
-  if (event->type() == QEvent::FontChange) SizeColumns();
-  QWidget::changeEvent(event);
-}
-
-void meigaramenu_Form::SizeColumns() {
-  const QFontMetrics metrics = view_->fontMetrics();
-  view_->verticalHeader()->setDefaultSectionSize(metrics.height() * 3 / 2);
-  const bool has_market = state_.settings.menu_display.code_display == 1;
-  const QString code = QStringLiteral("WWWW.W");
-  const std::array<std::pair<int, QString>, 3> widest = {
-      {{0, has_market ? code + QStringLiteral("（ＮＹ市場）") : code},
-       {2, QStringLiteral("テクノロジー")},
-       {3, QStringLiteral("ＮＹ市場")}}};
-  for (const auto& [column, text] : widest) {
-    view_->setColumnWidth(column, metrics.horizontalAdvance(text) + metrics.height());
-  }
 }
 
 void meigaramenu_Form::ShowMenu(const QString& caption) {
@@ -220,13 +179,17 @@ void meigaramenu_Form::StartSearch() {
   search_box_->selectAll();
 }
 
-void meigaramenu_Form::Search_Changed(const QString& text) {
+void meigaramenu_Form::Search_Changed() { ShowChosen(widgets::CurrentRow::kFirst); }
+
+/// What is searched for, else the menu chosen.
+void meigaramenu_Form::ShowChosen(widgets::CurrentRow current) {
+  const QString text = search_box_->text();
   if (!text.trimmed().isEmpty()) {
-    ShowStocks(SearchCaption(), search_.Find(Utf8(text), kMostFound));
+    ShowStocks(SearchCaption(), search_.Find(Utf8(text), kMostFound), current);
   } else if (menu_ != nullptr) {
-    ShowStocks(Text(menu_->caption), menu_->stocks);
+    ShowStocks(Text(menu_->caption), menu_->stocks, current);
   } else {
-    ShowStocks(SearchCaption(), {});
+    ShowStocks(SearchCaption(), {}, current);
   }
 }
 
@@ -241,11 +204,18 @@ void meigaramenu_Form::Menu_Chosen(const QTreeWidgetItem* item) {
   ShowStocks(Text(menu->caption), menu->stocks);
 }
 
-void meigaramenu_Form::ShowStocks(const QString& caption, std::vector<base::MasterRecord> stocks) {
+void meigaramenu_Form::ShowStocks(const QString& caption,
+                                  const std::vector<base::MasterRecord>& stocks,
+                                  widgets::CurrentRow current) {
   setWindowTitle(caption);
   ShowCount(stocks.size());
-  model_->Show(std::move(stocks));
-  if (model_->rowCount() > 0) view_->setCurrentIndex(model_->index(0, 0));
+  if (!state_.store) {
+    view_->Show({});
+    return;
+  }
+  view_->Show(TableOfMenu(state_.store->Master(), stocks, companies_, state_.settings.menu_display,
+                          state_.settings.menu_color),
+              current);
 }
 
 void meigaramenu_Form::ShowCount(size_t count) {
@@ -258,20 +228,10 @@ void meigaramenu_Form::ShowCount(size_t count) {
 }
 
 void meigaramenu_Form::mnu_open_Click() {
-  const QModelIndex current = view_->currentIndex();
-  if (current.isValid()) Q_EMIT StockChosen(model_->StockAt(current.row()).Value());
-}
-
-/// What the row shows, parted by tabs.
-void meigaramenu_Form::mnu_copy_Click() {
-  const QModelIndex current = view_->currentIndex();
-  if (!current.isValid()) return;
-  QStringList fields;
-  for (int column = 0; column < model_->columnCount(); ++column) {
-    if (view_->isColumnHidden(column)) continue;
-    fields.append(current.siblingAtColumn(column).data().toString());
-  }
-  QGuiApplication::clipboard()->setText(fields.join('\t'));
+  const auto code = store::StockCode::Parse(Utf8(view_->CurrentCode()));
+  if (!code || !state_.store) return;
+  const base::MasterRecord stock = state_.store->Master().Find(*code);
+  if (!stock.IsNone()) Q_EMIT StockChosen(stock.Value());
 }
 
 bool meigaramenu_Form::eventFilter(QObject* watched, QEvent* event) {
@@ -305,7 +265,7 @@ bool meigaramenu_Form::SearchKey(QKeyEvent& event) {
 
 bool meigaramenu_Form::TreeKey(QKeyEvent& event) {
   const bool leads_on = event.key() == Qt::Key_Right && MenuOf(tree_->currentItem()) != nullptr;
-  if (!leads_on || model_->rowCount() == 0) return TypeInSearch(event);
+  if (!leads_on || view_->model()->rowCount() == 0) return TypeInSearch(event);
   view_->setFocus();
   return true;
 }

@@ -3,15 +3,14 @@
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
-#include <QTableView>
 #include <QTreeWidget>
 #include <QWidget>
 #include <vector>
 
 #include "lists/stock_menus.h"
 #include "lists/stock_search.h"
-#include "lists/ui/stock_model.h"
 #include "shell/program_state.h"
+#include "widgets/table_view.h"
 
 namespace orin::lists {
 
@@ -35,23 +34,22 @@ class meigaramenu_Form final : public QWidget {
 
  protected:
   bool eventFilter(QObject* watched, QEvent* event) override;
-  void changeEvent(QEvent* event) override;
 
  private:
   void MakeTable();
   void MakeActions();
   [[nodiscard]] QTreeWidgetItem* ItemOf(const QString& caption) const;
   [[nodiscard]] const StockMenu* MenuOf(const QTreeWidgetItem* item) const;
-  void Search_Changed(const QString& text);
+  void Search_Changed();
   void Menu_Chosen(const QTreeWidgetItem* item);
   void mnu_open_Click();
-  void mnu_copy_Click();
-  void ShowStocks(const QString& caption, std::vector<base::MasterRecord> stocks);
+  void ShowChosen(widgets::CurrentRow current);
+  void ShowStocks(const QString& caption, const std::vector<base::MasterRecord>& stocks,
+                  widgets::CurrentRow current = widgets::CurrentRow::kFirst);
   void ShowCount(size_t count);
   void FillTree();
   void AddMenus(QTreeWidgetItem* parent, const std::vector<StockMenu>& menus);
   void PaintAsSet();
-  void SizeColumns();
   bool SearchKey(QKeyEvent& event);
   bool TreeKey(QKeyEvent& event);
   bool TableKey(QKeyEvent& event);
@@ -62,11 +60,11 @@ class meigaramenu_Form final : public QWidget {
   std::vector<const StockMenu*> leaves_;  // those that hold stocks, by their number in the tree
   const StockMenu* menu_ = nullptr;       // the one shown where nothing is searched for
   StockSearch search_;
+  std::vector<std::string> companies_;  // by record
   QLineEdit* search_box_;
   QLabel* count_;
   QTreeWidget* tree_;
-  StockModel* model_;
-  QTableView* view_;
+  widgets::TableView* view_;
 };
 
 }  // namespace orin::lists

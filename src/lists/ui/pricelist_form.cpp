@@ -1,10 +1,7 @@
 #include "lists/ui/pricelist_form.h"
 
 #include <QAction>
-#include <QClipboard>
 #include <QEvent>
-#include <QGuiApplication>
-#include <QHeaderView>
 #include <QPushButton>
 #include <QVBoxLayout>
 #include <algorithm>
@@ -14,10 +11,10 @@
 #include "store/file_names.h"
 #include "store/name_index.h"
 #include "widgets/qt_text.h"
-#include "widgets/table_view.h"
 
 namespace orin::lists {
 
+using widgets::CurrentRow;
 using widgets::Text;
 using widgets::Utf8;
 
@@ -37,8 +34,7 @@ pricelist_Form::pricelist_Form(const shell::ProgramState& state, base::Messages&
     : state_(state),
       messages_(messages),
       period_(FirstPeriod(state.settings.window.first_listing)),
-      model_(new PriceModel(this)),
-      view_(new QTableView(this)),
+      view_(new widgets::TableView(QStringLiteral("株価一覧"), widgets::ColumnFit::kRoomy, this)),
       heading_(new QLabel(this)),
       newest_(new QLabel(this)),
       code_box_(new QLineEdit(this)),
@@ -57,7 +53,8 @@ pricelist_Form::pricelist_Form(const shell::ProgramState& state, base::Messages&
   bar->addWidget(code_label);
   bar->addWidget(code_box_);
 
-  MakeTable();
+  view_->AllowSorting(PriceColumn::kDate, Qt::DescendingOrder);
+  view_->AllowSaving(messages, *state.files);
   MakeActions();
   auto* layout = new QVBoxLayout(this);
   layout->addWidget(heading_);
@@ -80,55 +77,42 @@ void pricelist_Form::MakePeriodButtons(QBoxLayout* layout) {
           [this](int id) { ShowPeriod(kPeriods.at(static_cast<size_t>(id))); });
 }
 
-void pricelist_Form::MakeTable() {
-  view_->setModel(model_);
-  widgets::PrepareTable(*view_, QStringLiteral("株価一覧"));
-  view_->horizontalHeader()->setSortIndicator(static_cast<int>(PriceColumn::kDate),
-                                              Qt::DescendingOrder);
-  view_->setSortingEnabled(true);
-}
-
 void pricelist_Form::MakeActions() {
-  const auto add = [this](const QString& text, const QKeySequence& key, auto handler) {
+  const auto add = [this](const QString& text, auto handler) {
     auto* action = new QAction(text, this);
-    action->setShortcut(key);
-    action->setShortcutContext(Qt::WidgetWithChildrenShortcut);
     connect(action, &QAction::triggered, this, handler);
     view_->addAction(action);
   };
-  add(QStringLiteral("コピー(&C)"), QKeySequence::Copy, &pricelist_Form::mnu_copy_Click);
-  add(QStringLiteral("ＣＳＶに保存(&S)…"), QKeySequence::Save, &pricelist_Form::mnu_save_Click);
   // What a tab parts is shown as the key: these keys belong to the buttons and the main window.
   for (size_t i = 0; i < kPeriods.size(); ++i) {
     const QString name = Text(PeriodName(kPeriods[i]));
     const QString keys =
         QStringLiteral("(&%1)\t%2")
             .arg(QLatin1String(kPeriodLetters.at(i)), QLatin1String(kPeriodKeys.at(i)));
-    add(name + keys, {}, [this, i] { ShowPeriod(kPeriods[i]); });
+    add(name + keys, [this, i] { ShowPeriod(kPeriods[i]); });
   }
-  add(QStringLiteral("前の銘柄(&B)\tCtrl+PgUp"), {}, &pricelist_Form::mnu_beforemeigara_Click);
-  add(QStringLiteral("次の銘柄(&N)\tCtrl+PgDown"), {}, &pricelist_Form::mnu_aftermeigara_Click);
-  view_->setContextMenuPolicy(Qt::ActionsContextMenu);
+  add(QStringLiteral("前の銘柄(&B)\tCtrl+PgUp"), &pricelist_Form::mnu_beforemeigara_Click);
+  add(QStringLiteral("次の銘柄(&N)\tCtrl+PgDown"), &pricelist_Form::mnu_aftermeigara_Click);
 }
 
 const store::StockRecord& pricelist_Form::Record() const {
   return state_.store->Master().Stock(stock_);
 }
 
-PriceListing pricelist_Form::Load(BarPeriod period) const {
-  return PriceListing::Load(*state_.store, Record(), period,
-                            state_.settings.chart_action.adjusts_for_splits);
+base::Table pricelist_Form::Load(BarPeriod period) const {
+  return TableOfPrices(*state_.store, Record(), period,
+                       state_.settings.chart_action.adjusts_for_splits);
 }
 
 void pricelist_Form::ShowStock(base::MasterRecord stock) {
   stock_ = stock;
   code_ = Record().code;
-  ShowListing();
+  ShowListing(CurrentRow::kFirst);
 }
 
 void pricelist_Form::ShowPeriod(BarPeriod period) {
   period_ = period;
-  ShowListing();
+  ShowListing(CurrentRow::kFirst);
 }
 
 void pricelist_Form::Reload() {
@@ -139,23 +123,18 @@ void pricelist_Form::Reload() {
     if (parentWidget() != nullptr) parentWidget()->close();
     return;
   }
-  const int row = view_->currentIndex().row();
-  ShowStock(stock);
-  if (row > 0 && row < model_->rowCount()) view_->setCurrentIndex(model_->index(row, 0));
+  stock_ = stock;
+  ShowListing(view_->currentIndex().row() > 0 ? CurrentRow::kSame : CurrentRow::kFirst);
 }
 
-void pricelist_Form::ShowListing() {
-  const QHeaderView* header = view_->horizontalHeader();
-  PriceListing listing = Load(BarPeriod::kDay);
+void pricelist_Form::ShowListing(CurrentRow current) {
+  base::Table listing = Load(BarPeriod::kDay);
   ShowHeading(listing);
   if (period_ != BarPeriod::kDay) listing = Load(period_);
-  const auto column = header->sortIndicatorSection();
-  listing.Sort(static_cast<PriceColumn>(column),
-               header->sortIndicatorOrder() == Qt::DescendingOrder);
-  model_->Show(std::move(listing));
+  view_->SetFileName(Text(store::CodeFileStem(code_) + "_" + std::string(PeriodName(period_))));
+  view_->Show(std::move(listing), current);
   FitToFont();
   MarkPeriod();
-  if (model_->rowCount() > 0) view_->setCurrentIndex(model_->index(0, 0));
   state_.CompareStore();
 }
 
@@ -165,16 +144,6 @@ void pricelist_Form::FitToFont() {
   large.setBold(true);
   heading_->setFont(large);
   code_box_->setMaximumWidth(fontMetrics().averageCharWidth() * 18);
-  const QFontMetrics metrics = view_->fontMetrics();
-  view_->verticalHeader()->setDefaultSectionSize(metrics.height() * 3 / 2);
-  for (int section = 0; section < model_->columnCount(); ++section) {
-    const QString title = model_->headerData(section, Qt::Horizontal, Qt::DisplayRole).toString();
-    const int text_width = metrics.horizontalAdvance(model_->LongestText(section));
-    // The mark of the order stands beside the title.
-    const int title_width = metrics.horizontalAdvance(title) + metrics.height();
-    view_->setColumnWidth(section,
-                          std::max(text_width, title_width) + 2 * metrics.averageCharWidth());
-  }
 }
 
 void pricelist_Form::changeEvent(QEvent* event) {
@@ -196,7 +165,7 @@ void pricelist_Form::MarkPeriod() {
   }
 }
 
-void pricelist_Form::ShowHeading(const PriceListing& daily) {
+void pricelist_Form::ShowHeading(const base::Table& daily) {
   const store::StockRecord& stock = Record();
   const std::string code(stock.code.Text());
   setWindowTitle(Text("株価一覧（" + code + "：" + stock.name + "）"));
@@ -209,12 +178,12 @@ void pricelist_Form::ShowHeading(const PriceListing& daily) {
   }
   text += std::string(store::ListingName(stock.listing)) + "　" +
           std::string(store::SectorName(stock.sector));
-  if (daily.Rows().empty()) {
+  if (daily.rows.empty()) {
     newest_->setText(Text(text + "　株価がありません。"));
     return;
   }
   text += "　" + daily.Text(0, PriceColumn::kDate) + "　終値 " + daily.Text(0, PriceColumn::kClose);
-  if (daily.Rows()[0].change) {
+  if (!base::IsEmpty(daily.rows[0][PriceColumn::kChange])) {
     text += "　前日比 " + daily.Text(0, PriceColumn::kChange) + "（" +
             daily.Text(0, PriceColumn::kChangePercent) + "）";
   }
@@ -223,7 +192,7 @@ void pricelist_Form::ShowHeading(const PriceListing& daily) {
 
 void pricelist_Form::SetSequence(StockSequence sequence) {
   sequence_ = std::move(sequence);
-  if (!stock_.IsNone()) ShowListing();
+  if (!stock_.IsNone()) ShowListing(CurrentRow::kFirst);
 }
 
 base::MasterRecord pricelist_Form::Neighbour(int32_t step) const {
@@ -274,19 +243,8 @@ void pricelist_Form::Code_Entered() {
   view_->setFocus();
 }
 
-void pricelist_Form::mnu_copy_Click() {
-  std::vector<size_t> rows;
-  for (const QModelIndex& index : view_->selectionModel()->selectedRows()) {
-    rows.push_back(static_cast<size_t>(index.row()));
-  }
-  if (rows.empty()) return;
-  std::ranges::sort(rows);
-  QGuiApplication::clipboard()->setText(Text(model_->Listing().ToTabs(rows)));
-}
+void pricelist_Form::mnu_copy_Click() { view_->mnu_copy_Click(); }
 
-void pricelist_Form::mnu_save_Click() {
-  const std::string name = store::CodeFileStem(code_) + "_" + std::string(PeriodName(period_));
-  widgets::SaveCsv(messages_, *state_.files, Text(name), model_->Listing().ToCsv());
-}
+void pricelist_Form::mnu_save_Click() { view_->mnu_save_Click(); }
 
 }  // namespace orin::lists

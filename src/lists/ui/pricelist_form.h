@@ -4,7 +4,6 @@
 #include <QButtonGroup>
 #include <QLabel>
 #include <QLineEdit>
-#include <QTableView>
 #include <QWidget>
 #include <string>
 #include <vector>
@@ -12,8 +11,8 @@
 #include "base/messages.h"
 #include "base/ordinal.h"
 #include "lists/price_listing.h"
-#include "lists/ui/price_model.h"
 #include "shell/program_state.h"
+#include "widgets/table_view.h"
 
 namespace orin::lists {
 
@@ -56,16 +55,15 @@ class pricelist_Form final : public QWidget {
  private:
   void MakePeriodButtons(QBoxLayout* layout);
   void MakeActions();
-  void MakeTable();
-  void ShowListing();
+  void ShowListing(widgets::CurrentRow current);
   void FitToFont();
   void MarkPeriod();
-  void ShowHeading(const PriceListing& daily);
+  void ShowHeading(const base::Table& daily);
   /// None at the end.
   [[nodiscard]] base::MasterRecord Neighbour(int32_t step) const;
   void Code_Entered();
   [[nodiscard]] const store::StockRecord& Record() const;
-  [[nodiscard]] PriceListing Load(BarPeriod period) const;
+  [[nodiscard]] base::Table Load(BarPeriod period) const;
 
   const shell::ProgramState& state_;
   base::Messages& messages_;
@@ -73,8 +71,7 @@ class pricelist_Form final : public QWidget {
   store::StockCode code_;
   BarPeriod period_;
   StockSequence sequence_;
-  PriceModel* model_;
-  QTableView* view_;
+  widgets::TableView* view_;
   QLabel* heading_;
   QLabel* newest_;
   QLineEdit* code_box_;

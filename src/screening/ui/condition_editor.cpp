@@ -15,6 +15,7 @@
 #include "analysis/program.h"
 #include "screening/analysis_document.h"
 #include "screening/ui/condition_highlighter.h"
+#include "widgets/look.h"
 #include "widgets/qt_text.h"
 
 // The text and the notes; completion is in condition_completion.cpp.
@@ -207,9 +208,7 @@ QList<QTextEdit::ExtraSelection> ConditionEditor::MarkedPair() const {
   return marks;
 }
 
-void ConditionEditor::SetColors() {
-  highlighter_->SetDark(palette().color(QPalette::Base).lightness() < 128);
-}
+void ConditionEditor::SetColors() { highlighter_->SetDark(widgets::IsDark(palette())); }
 
 void ConditionEditor::changeEvent(QEvent* event) {
   QPlainTextEdit::changeEvent(event);

@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "widgets/look.h"
 #include "widgets/qt_text.h"
 
 namespace orin::screening {
@@ -81,14 +82,13 @@ void DayCountsChart::paintEvent(QPaintEvent* /*event*/) {
   if (bars == 0) return;
   const int most = std::max(1, *std::ranges::max_element(counts_.counts));
   const double place = plot.width() / bars;
+  const bool is_dark = widgets::IsDark(palette());
   for (int i = 0; i < bars; ++i) {
     const double height = plot.height() * counts_.counts[static_cast<size_t>(i)] / most;
     const QRectF bar(plot.left() + place * (i + kGapShare / 2), plot.bottom() - height,
                      place * (1 - kGapShare), height);
     const QColor color = palette().color(QPalette::Highlight);
-    painter.fillRect(
-        bar, i == marked_ ? color
-                          : color.lighter(palette().base().color().lightness() < 128 ? 70 : 150));
+    painter.fillRect(bar, i == marked_ ? color : color.lighter(is_dark ? 70 : 150));
   }
   painter.setPen(palette().color(QPalette::Text));
   const QRectF top(plot.left(), 0, plot.width(), plot.top());

@@ -8,7 +8,7 @@
 
 #include "screening/explain_stock.h"
 #include "screening/result_columns.h"
-#include "screening/ui/result_table.h"
+#include "screening/result_table.h"
 #include "store/name_index.h"
 #include "widgets/job_progress.h"
 #include "widgets/qt_text.h"
@@ -50,12 +50,15 @@ result_Form::result_Form(const shell::ProgramState& state, base::Messages& messa
       heading_(new QLabel(this)),
       notes_(new QLabel(this)),
       compare_menu_(new QMenu(this)),
-      view_(new widgets::TableView(QStringLiteral("分析結果"), messages, *state.files, this)),
+      view_(
+          new widgets::TableView(QStringLiteral("分析結果"), widgets::ColumnFit::kContents, this)),
       code_box_(new QLineEdit(this)),
       explanation_(new ExplanationView(this)) {
   setProperty("helpPage", QStringLiteral("screening"));
   setWindowTitle(
       QStringLiteral("分析結果（%1：%2）").arg(Text(content_.title), Text(content_.date.ToText())));
+  view_->AllowSorting();
+  view_->AllowSaving(messages, *state.files);
   view_->SetFileName(Text(content_.title + "_" + content_.date.ToCompact()));
   notes_->setWordWrap(true);
   auto* layout = new QVBoxLayout(this);
@@ -174,7 +177,7 @@ void result_Form::LoadRows() {
   if (!rows) sentences.append(Text(rows.error().message));
   notes_->setText(sentences.join('\n'));
   notes_->setVisible(!sentences.isEmpty());
-  view_->Show(rows ? TableOfResults(store->Master(), *rows, columns) : lists::Table());
+  view_->Show(rows ? TableOfResults(store->Master(), *rows, columns) : base::Table());
   if (view_->CurrentCode().isEmpty()) {
     explanation_->ShowSentence(content_.codes.empty() ? QStringLiteral("選ばれた銘柄はありません。")
                                                       : QString());

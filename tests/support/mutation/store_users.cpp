@@ -31,7 +31,7 @@ base::Status ReadPeriods(const StoreLocation& location) {
   for (const store::StockRecord& stock : store->Master().Stocks()) {
     for (const auto period :
          {store::BarPeriod::kDay, store::BarPeriod::kWeek, store::BarPeriod::kMonth}) {
-      static_cast<void>(lists::PriceListing::Load(*store, stock, period, true).ToCsv());
+      static_cast<void>(lists::TableOfPrices(*store, stock, period, true).ToCsv());
     }
   }
   return {};
