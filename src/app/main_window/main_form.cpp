@@ -130,8 +130,9 @@ void main_Form::closeEvent(QCloseEvent* event) {
     return;
   }
   for (QMdiSubWindow* window : area_->subWindowList()) {
-    // What is not saved keeps the program open if its user wants so.
-    if (qobject_cast<screening::joken_Form*>(window->widget()) == nullptr) continue;
+    const auto* form = dynamic_cast<shell::StoreWindow*>(window->widget());
+    // The user may keep the program open to save.
+    if (form == nullptr || !form->HasUnsavedWork()) continue;
     if (!window->close()) {
       event->ignore();
       return;
@@ -252,17 +253,11 @@ void main_Form::ShowStore() {
 }
 
 void main_Form::ReleaseStore() {
-  for (auto* window : Windows<screening::check2_Form>()) window->ReleaseStore();
-  for (auto* window : Windows<screening::joken_Form>()) window->ReleaseStore();
-  for (auto* window : Windows<screening::result_Form>()) window->ReleaseStore();
+  for (auto* window : Windows<shell::StoreWindow>()) window->ReleaseStore();
 }
 
 void main_Form::ReloadWindows() {
-  for (auto* window : Windows<lists::pricelist_Form>()) window->Reload();
-  for (auto* window : Windows<lists::meigaramenu_Form>()) window->Reload();
-  for (auto* window : Windows<screening::check2_Form>()) window->Reload();
-  for (auto* window : Windows<screening::joken_Form>()) window->Reload();
-  for (auto* window : Windows<screening::result_Form>()) window->Reload();
+  for (auto* window : Windows<shell::StoreWindow>()) window->Reload();
 }
 
 void main_Form::ReloadStore() {
@@ -297,16 +292,17 @@ base::Status main_Form::Save(const settings::Settings& changed) {
 }
 
 void main_Form::ApplySettings(const settings::Settings& changed) {
-  const bool is_elsewhere = changed.bus != state_.settings.bus;
-  state_.settings = changed;
+  const settings::Settings before = std::exchange(state_.settings, changed);
   look_.Apply(static_cast<widgets::Theme>(changed.window.theme), changed.window.font_percent);
   toolbar_->setVisible(changed.chart_action.shows_toolbar);
   statusBar()->setVisible(changed.chart_action.shows_status_bar);
   ShowChecks();
-  if (is_elsewhere) {
+  if (before.bus != changed.bus) {
     ReloadStore();
-  } else {
-    ReloadWindows();
+    return;
+  }
+  for (auto* window : Windows<shell::StoreWindow>()) {
+    if (window->DependsOnChange(before, changed)) window->Reload();
   }
 }
 

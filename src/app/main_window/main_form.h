@@ -125,7 +125,7 @@ class main_Form final : public QMainWindow {
   [[nodiscard]] std::vector<Form*> Windows() const {
     std::vector<Form*> found;
     for (const QMdiSubWindow* window : area_->subWindowList(QMdiArea::ActivationHistoryOrder)) {
-      if (auto* form = qobject_cast<Form*>(window->widget())) found.push_back(form);
+      if (auto* form = dynamic_cast<Form*>(window->widget())) found.push_back(form);
     }
     return found;
   }

@@ -118,6 +118,13 @@ void meigaramenu_Form::Reload() {
   ShowChosen(row > 0 ? widgets::CurrentRow::kSame : widgets::CurrentRow::kFirst);
 }
 
+bool meigaramenu_Form::DependsOnChange(const settings::Settings& before,
+                                       const settings::Settings& after) const {
+  // A view with a style sheet keeps its font until the sheet is set again.
+  return before.menu_color != after.menu_color || before.menu_display != after.menu_display ||
+         before.window != after.window;
+}
+
 void meigaramenu_Form::FillTree() {
   const QSignalBlocker quiet(tree_);
   tree_->clear();

@@ -10,12 +10,13 @@
 #include "lists/stock_menus.h"
 #include "lists/stock_search.h"
 #include "shell/program_state.h"
+#include "shell/store_window.h"
 #include "widgets/table_view.h"
 
 namespace orin::lists {
 
 /// The stock menus: by code, in syllabary order, by sector, or by what the user types.
-class meigaramenu_Form final : public QWidget {
+class meigaramenu_Form final : public QWidget, public shell::StoreWindow {
   Q_OBJECT
 
  public:
@@ -25,8 +26,9 @@ class meigaramenu_Form final : public QWidget {
   /// The menu of that caption, as "証券コードメニュー（ＮＹ市場：Ａ）".
   void ShowMenu(const QString& caption);
   void StartSearch();
-  /// After a change of the store or the settings.
-  void Reload();
+  void Reload() override;
+  [[nodiscard]] bool DependsOnChange(const settings::Settings& before,
+                                     const settings::Settings& after) const override;
 
  Q_SIGNALS:
   /// The record of a stock in the master.

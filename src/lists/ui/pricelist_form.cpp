@@ -127,6 +127,11 @@ void pricelist_Form::Reload() {
   ShowListing(view_->currentIndex().row() > 0 ? CurrentRow::kSame : CurrentRow::kFirst);
 }
 
+bool pricelist_Form::DependsOnChange(const settings::Settings& before,
+                                     const settings::Settings& after) const {
+  return before.chart_action.adjusts_for_splits != after.chart_action.adjusts_for_splits;
+}
+
 void pricelist_Form::ShowListing(CurrentRow current) {
   base::Table listing = Load(BarPeriod::kDay);
   ShowHeading(listing);

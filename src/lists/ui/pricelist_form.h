@@ -12,6 +12,7 @@
 #include "base/ordinal.h"
 #include "lists/price_listing.h"
 #include "shell/program_state.h"
+#include "shell/store_window.h"
 #include "widgets/table_view.h"
 
 namespace orin::lists {
@@ -23,7 +24,7 @@ struct StockSequence {
 };
 
 /// The prices of one stock by day, week or month.
-class pricelist_Form final : public QWidget {
+class pricelist_Form final : public QWidget, public shell::StoreWindow {
   Q_OBJECT
 
  public:
@@ -39,9 +40,10 @@ class pricelist_Form final : public QWidget {
   void ShowStock(base::MasterRecord stock);
   void ShowPeriod(BarPeriod period);
   [[nodiscard]] base::MasterRecord Stock() const { return stock_; }
-  /// After a change of the store or the settings. The stock is found again by its code; where it
-  /// is gone the window closes.
-  void Reload();
+  /// Finds the stock again by its code; closes the window where it is gone.
+  void Reload() override;
+  [[nodiscard]] bool DependsOnChange(const settings::Settings& before,
+                                     const settings::Settings& after) const override;
 
  public Q_SLOTS:
   void mnu_beforemeigara_Click();

@@ -210,6 +210,12 @@ void check2_Form::Reload() {
   EnableButtons();
 }
 
+bool check2_Form::DependsOnChange(const settings::Settings& before,
+                                  const settings::Settings& after) const {
+  return before.common != after.common || before.analysis_group != after.analysis_group ||
+         before.chart_action.adjusts_for_splits != after.chart_action.adjusts_for_splits;
+}
+
 void check2_Form::ShowGroup() {
   group_label_->setText(QStringLiteral("株価分析グループ：%1").arg(PathOf(GroupFile())));
   list_->ShowGroup(state_.settings.analysis_group, Files());

@@ -21,13 +21,14 @@
 #include "screening/ui/trading_day_edit.h"
 #include "settings/settings.h"
 #include "shell/program_state.h"
+#include "shell/store_window.h"
 #include "widgets/job_progress.h"
 
 namespace orin::screening {
 
 /// 株価分析: the seven analysis files of a group, picked, changed and ticked; the day and the
 /// first price file; the run over the market.
-class check2_Form final : public QWidget {
+class check2_Form final : public QWidget, public shell::StoreWindow {
   Q_OBJECT
 
  public:
@@ -47,10 +48,11 @@ class check2_Form final : public QWidget {
   check2_Form(const shell::ProgramState& state, base::Messages& messages,
               Surroundings surroundings);
 
-  /// The store is about to be read anew.
-  void ReleaseStore();
+  void ReleaseStore() override;
   /// After a change of the store, the settings or an analysis file.
-  void Reload();
+  void Reload() override;
+  [[nodiscard]] bool DependsOnChange(const settings::Settings& before,
+                                     const settings::Settings& after) const override;
   /// An analysis that was saved: its entry is read anew; one that the group lacks takes the
   /// current entry where that is empty.
   void TakeSaved(const std::filesystem::path& file);

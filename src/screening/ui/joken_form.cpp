@@ -203,6 +203,11 @@ void joken_Form::Reload() {
   CountSoon();
 }
 
+bool joken_Form::DependsOnChange(const settings::Settings& before,
+                                 const settings::Settings& after) const {
+  return before.chart_action.adjusts_for_splits != after.chart_action.adjusts_for_splits;
+}
+
 void joken_Form::CountSoon() {
   count_.Stop();
   count_timer_.start();

@@ -16,11 +16,12 @@
 #include "screening/ui/market_count.h"
 #include "screening/ui/try_panel.h"
 #include "shell/program_state.h"
+#include "shell/store_window.h"
 
 namespace orin::screening {
 
 /// The condition editor: one analysis file with its fields and its condition.
-class joken_Form final : public QWidget {
+class joken_Form final : public QWidget, public shell::StoreWindow {
   Q_OBJECT
 
  public:
@@ -34,9 +35,11 @@ class joken_Form final : public QWidget {
   [[nodiscard]] const std::filesystem::path& File() const { return file_; }  // empty: not saved
   [[nodiscard]] ConditionEditor& Editor() { return *editor_; }
   /// Stops what is counted: the store is about to be read anew.
-  void ReleaseStore();
-  /// After a change of the store or the settings.
-  void Reload();
+  void ReleaseStore() override;
+  void Reload() override;
+  [[nodiscard]] bool HasUnsavedWork() const override { return IsChanged(); }
+  [[nodiscard]] bool DependsOnChange(const settings::Settings& before,
+                                     const settings::Settings& after) const override;
 
  public Q_SLOTS:
   /// False: cancelled, or it could not be saved, which the user has been told.

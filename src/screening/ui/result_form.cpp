@@ -143,6 +143,12 @@ void result_Form::Reload() {
   LoadRows();
 }
 
+bool result_Form::DependsOnChange(const settings::Settings& before,
+                                  const settings::Settings& after) const {
+  return before.analysis_group.columns != after.analysis_group.columns ||
+         before.chart_action.adjusts_for_splits != after.chart_action.adjusts_for_splits;
+}
+
 void result_Form::LoadRows() {
   heading_->setText(QStringLiteral("%1　%2　%3銘柄")
                         .arg(Text(content_.title), Text(content_.date.ToText()))

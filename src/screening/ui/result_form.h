@@ -14,6 +14,7 @@
 #include "screening/ui/explanation_view.h"
 #include "screening/ui/result_content.h"
 #include "shell/program_state.h"
+#include "shell/store_window.h"
 #include "store/stock_store.h"
 #include "widgets/table_view.h"
 
@@ -21,7 +22,7 @@ namespace orin::screening {
 
 /// The stocks of a result list: a table that sorts, copies and saves itself, beside it the reason
 /// for the row chosen or for any stock typed in.
-class result_Form final : public QWidget {
+class result_Form final : public QWidget, public shell::StoreWindow {
   Q_OBJECT
 
  public:
@@ -43,9 +44,10 @@ class result_Form final : public QWidget {
   /// In the order of the table.
   [[nodiscard]] std::vector<store::StockCode> Codes() const;
   /// The store is about to be read anew.
-  void ReleaseStore() { own_store_.reset(); }
-  /// After a change of the store or the settings.
-  void Reload();
+  void ReleaseStore() override { own_store_.reset(); }
+  void Reload() override;
+  [[nodiscard]] bool DependsOnChange(const settings::Settings& before,
+                                     const settings::Settings& after) const override;
   /// To another row; false at the end.
   bool Step(int32_t step);
   void SelectStock(const QString& code) { view_->SelectCode(code); }
